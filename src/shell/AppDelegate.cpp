@@ -1,0 +1,54 @@
+#include "shell/AppDelegate.h"
+
+#include "cloud/CloudDatabase.h"
+#include "notifications/notiFunc.h"
+#include "widgets/widgetFunc.h"
+
+namespace tidemark {
+
+AppDelegate::~AppDelegate() {
+    if (notificationCenter().delegate() == this) {
+        notificationCenter().setDelegate(nullptr);
+    }
+}
+
+bool AppDelegate::didFinishLaunching() {
+    // The lock wish lasts for one launch: it decides this run's lock and is then cleared.
+    appLockStatu.set(appLockSettingFromUser.get());
+    appLockSettingFromUser.set(false);
+
+    if (switchOfNotiOpenOrNotForAllEvent.get()) {
+        notificationCenter().setDelegate(this);
+    }
+
+    if (backgroundTaskScheduler().backgroundRefreshStatus() == BackgroundRefreshStatus::available) {
+        bgFunc().cancelAllBgTasks();
+        bgFunc().submitNotiRefreshTask();
+    }
+
+    if (cloudkitFuncStatus.get()) {
+        cloudKitFunc().startDeferredStatusCheck();
+    }
+
+    widgetFunc().publishEventDataToWidget();
+    return true;
+}
+
+std::vector<AppDelegate::PresentationOption> AppDelegate::willPresentNotification() const {
+    return {PresentationOption::sound, PresentationOption::banner};
+}
+
+void AppDelegate::didReceiveResponse(const std::string& requestIdentifier) {
+    userLaunchAppByPressLocalNotificationEventInfo.set(requestIdentifier);
+    userLaunchAppByPressLocalNotificationStatu.set(true);
+}
+
+void runBackgroundRefresh() {
+    notiFunc().removeAllNotiRequests();
+    // Planning the reminders again belongs here, between the removal and the next submission;
+    // it joins this handler together with the planner (see the README's status table).
+    bgFunc().cancelAllBgTasks();
+    bgFunc().submitNotiRefreshTask();
+}
+
+} // namespace tidemark

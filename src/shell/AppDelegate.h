@@ -1,0 +1,51 @@
+// The application delegate: the launch sequence and the answers to the notification centre.
+#pragma once
+
+#include "notifications/NotificationCenter.h"
+#include "records/Defaults.h"
+
+#include <string>
+#include <vector>
+
+namespace tidemark {
+
+class AppDelegate final : public NotificationCenterDelegate {
+public:
+    Setting<bool> switchOfNotiOpenOrNotForAllEvent{"ALL_APP_switchOfNotiOpenOrNotForAllEvent",
+                                                   true};
+    Setting<std::string> testForBgTaskString{"BG_Task_testForBgTask", ""};
+    Setting<Bytes> dateMutiSeletedDataInfoForCalendarView{
+        "ALL_APP_dateMutiSeletedDataInfoForCalendarView", {}};
+    Setting<bool> cloudkitFuncStatus{"ALL_APP_cloudkitFuncStatus", false};
+    Setting<bool> userCloudAccStatus{"ALL_APP_userCloudAccStatus", false};
+    Setting<bool> cloudFuncNotActiveBecauseIdChanged{
+        "FUNC_CLOUD_cloudFuncNotActiveBecauseIdChanged", false};
+    Setting<bool> userLaunchStatus{"userLaunchStatus", false};
+    Setting<bool> appLockStatu{"APP_FUNC_appLockStatu", false};
+    Setting<bool> appLockSettingFromUser{"APP_FUNC_appLockSettingFromUser", false};
+    Setting<std::string> allAppBackgroundSettingString{"UI_BGIMAGE_allAppBackgroundSettingString",
+                                                       "noneBlankBackgroungImage"};
+    Setting<bool> userLaunchAppByPressLocalNotificationStatu{
+        "FUNC_NOTI_userLaunchAppByPressLocalNotificationStatu", false};
+    Setting<std::string> userLaunchAppByPressLocalNotificationEventInfo{
+        "FUNC_NOTI_userLaunchAppByPressLocalNotificationEventInfo", ""};
+
+    ~AppDelegate() override;
+
+    /// The launch sequence: app lock for this run, the notification delegate, background
+    /// refresh, the deferred cloud check and one publication to the widgets. Returns true.
+    bool didFinishLaunching();
+
+    /// How a notification that arrives while the app is in front is shown.
+    enum class PresentationOption { sound, banner };
+    std::vector<PresentationOption> willPresentNotification() const;
+
+    /// The user tapped a delivered notification: remembers its request identifier, then flags it.
+    void didReceiveResponse(const std::string& requestIdentifier) override;
+};
+
+/// The handler of the background refresh "refreshNotiBgTaskEvery12Hours": drops the pending
+/// reminders, plans them again and files the next refresh.
+void runBackgroundRefresh();
+
+} // namespace tidemark

@@ -1,0 +1,24 @@
+// Command-line options of the app. They fix the clock, the time zone, the locale and the week
+// rules (for screenshots, demos and tests); without them the app follows the system.
+#pragma once
+
+#include "calendar/Calendar.h"
+
+#include <QStringList>
+#include <optional>
+#include <string>
+
+namespace tidemark {
+
+struct LaunchOptions {
+    CalendarEnvironment environment;
+    bool quitAfterFirstFrame = false;
+    /// Where to save a picture of the window once it has drawn (then the app quits); empty: none.
+    QString screenshotPath;
+};
+
+/// Parses the arguments (argv[0] first). On bad input returns nothing and sets `error` to a
+/// message for the user.
+std::optional<LaunchOptions> parseLaunchOptions(const QStringList& arguments, QString* error);
+
+} // namespace tidemark

@@ -1,0 +1,61 @@
+// tidemark: the app. Wires the services and starts the window; nothing else lives here.
+#include "base/Localize.h"
+#include "platform/linux/DBusWidgetCenter.h"
+#include "shell/LaunchOptions.h"
+#include "shell/Translations.h"
+#include "shell/tideMarkApp.h"
+
+#include <QGuiApplication>
+#include <QQmlApplicationEngine>
+#include <QQuickStyle>
+#include <QQuickWindow>
+#include <QTimer>
+#include <cstdio>
+
+int main(int argc, char* argv[]) {
+    QGuiApplication app(argc, argv);
+    QGuiApplication::setApplicationName(QStringLiteral("tidemark"));
+    QGuiApplication::setApplicationDisplayName(QStringLiteral("Tide Mark"));
+    QGuiApplication::setDesktopFileName(QStringLiteral("org.tidemark.TideMark"));
+
+    QString error;
+    const auto options = tidemark::parseLaunchOptions(QGuiApplication::arguments(), &error);
+    if (!options) {
+        std::fprintf(stderr, "%s\n", qPrintable(error));
+        return error.contains(QStringLiteral("Usage:")) ? 0 : 2;
+    }
+    tidemark::setCalendarEnvironment(options->environment);
+    tidemark::installTranslations(app, options->environment.localeId);
+    tidemark::setWidgetCenter(std::make_shared<tidemark::DBusWidgetCenter>());
+
+    QQuickStyle::setStyle(QStringLiteral("Material"));
+    tidemark::tideMarkApp tideMark;
+    QQmlApplicationEngine engine;
+    if (!tideMark.launch(engine)) {
+        return 1;
+    }
+    auto* window = qobject_cast<QQuickWindow*>(engine.rootObjects().first());
+    if (window && !options->screenshotPath.isEmpty()) {
+        // Give the first appearance's queued work a moment to land before the picture is taken.
+        const QString path = options->screenshotPath;
+        QObject::connect(
+            window, &QQuickWindow::frameSwapped, &app,
+            [window, path] {
+                QTimer::singleShot(500, window, [window, path] {
+                    const bool saved = window->grabWindow().save(path);
+                    if (!saved) {
+                        std::fprintf(stderr, "Could not save the picture to %s\n",
+                                     qPrintable(path));
+                    }
+                    QCoreApplication::exit(saved ? 0 : 1);
+                });
+            },
+            Qt::SingleShotConnection);
+    } else if (window && options->quitAfterFirstFrame) {
+        QObject::connect(
+            window, &QQuickWindow::frameSwapped, &app,
+            [] { QTimer::singleShot(200, qApp, &QCoreApplication::quit); },
+            Qt::SingleShotConnection);
+    }
+    return QGuiApplication::exec();
+}

@@ -1,0 +1,58 @@
+#include "shell/tideMarkApp.h"
+
+#include "platform/linux/QtDispatcher.h"
+#include "shell/CalendarPage.h"
+#include "shell/EventListModel.h"
+
+#include <QQmlApplicationEngine>
+#include <QQmlContext>
+#include <QtQml>
+
+namespace tidemark {
+
+tideMarkApp::tideMarkApp(QObject* parent) : QObject(parent) {
+    themeObservation_ =
+        userTheme.observe([this] { emit preferredColorSchemeChanged(); }, queuedOn(this));
+}
+
+tideMarkApp::~tideMarkApp() = default;
+
+DataStore* tideMarkApp::dataStore() {
+    if (!dataStore_) {
+        dataStore_ = std::make_unique<DataStore>();
+    }
+    return dataStore_.get();
+}
+
+QString tideMarkApp::preferredColorScheme() const {
+    switch (userTheme.get()) {
+    case Theme::light:
+        return QStringLiteral("light");
+    case Theme::dark:
+        return QStringLiteral("dark");
+    case Theme::systemDefault:
+        break;
+    }
+    return {};
+}
+
+bool tideMarkApp::launch(QQmlApplicationEngine& engine) {
+    appDelegate_.didFinishLaunching();
+
+    qmlRegisterSingletonInstance("TideMark", 1, 0, "DataStore", dataStore());
+    qmlRegisterSingletonInstance("TideMark", 1, 0, "TideMarkApp", this);
+    qmlRegisterType<EventListModel>("TideMark", 1, 0, "EventListModel");
+    qmlRegisterUncreatableType<CalendarPage>("TideMark", 1, 0, "CalendarPage",
+                                             "made by the app for its window");
+    auto* calendarPage = new CalendarPage(dataStore(), this);
+    engine.rootContext()->setContextProperty("calendarPage", calendarPage);
+
+    engine.load(QUrl(QStringLiteral("qrc:/qml/Main.qml")));
+    return !engine.rootObjects().isEmpty();
+}
+
+void tideMarkApp::handleBackgroundRefresh() {
+    runBackgroundRefresh();
+}
+
+} // namespace tidemark

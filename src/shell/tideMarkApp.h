@@ -1,0 +1,57 @@
+// The application entry: binds the scene's settings, owns the delegate and the one DataStore,
+// and builds the single window with its QML root.
+#pragma once
+
+#include "records/Defaults.h"
+#include "records/SettingsKeys.h"
+#include "shell/AppDelegate.h"
+#include "shell/DataStore.h"
+
+#include <QObject>
+#include <QString>
+#include <memory>
+
+class QQmlApplicationEngine;
+
+namespace tidemark {
+
+class tideMarkApp : public QObject {
+    Q_OBJECT
+    /// "light", "dark" or "" (follow the system), from the theme setting.
+    Q_PROPERTY(
+        QString preferredColorScheme READ preferredColorScheme NOTIFY preferredColorSchemeChanged)
+public:
+    Setting<bool> userLaunchStatus{"userLaunchStatus", false};
+    Setting<bool> colorSchemeSetToAlwaysLight{"colorSchemeSetToAlwaysLight", false};
+    Setting<bool> colorSchemeSetToAlwaysDark{"colorSchemeSetToAlwaysDark", false};
+    Setting<bool> colorSchemeSetToFollowSystem{"colorSchemeSetToFollowSystem", false};
+    Setting<Theme> userTheme{"APP_UI_systemColorTheme", Theme::systemDefault};
+    Setting<bool> appLockStatu{"APP_FUNC_appLockStatu", false};
+    Setting<bool> appLockSettingFromUser{"APP_FUNC_appLockSettingFromUser", false};
+
+    /// Binds the settings and makes the delegate; opens no store and touches no service.
+    explicit tideMarkApp(QObject* parent = nullptr);
+    ~tideMarkApp() override;
+
+    AppDelegate& appDelegate() { return appDelegate_; }
+    /// The one DataStore of the process, made on first use.
+    DataStore* dataStore();
+
+    QString preferredColorScheme() const;
+
+    /// Runs the launch sequence, then loads the window into `engine`. False if QML failed.
+    bool launch(QQmlApplicationEngine& engine);
+
+    /// The background refresh handler of the scene.
+    void handleBackgroundRefresh();
+
+signals:
+    void preferredColorSchemeChanged();
+
+private:
+    AppDelegate appDelegate_;
+    std::unique_ptr<DataStore> dataStore_;
+    ObservationToken themeObservation_;
+};
+
+} // namespace tidemark

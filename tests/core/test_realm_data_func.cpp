@@ -1,0 +1,326 @@
+// The store's change operations: what they write, what reaches the cloud and the widgets, in
+// which order, and where they stop the program.
+#include "TestSupport.h"
+#include "cloud/CloudDatabase.h"
+#include "records/EventJson.h"
+#include "records/SettingsKeys.h"
+#include "records/realmDataFunc.h"
+#include "widgets/widgetFunc.h"
+
+#include <gtest/gtest.h>
+#include <memory>
+#include <string>
+#include <vector>
+
+using namespace tidemark;
+using tidemark::testing::IsolatedStorage;
+
+namespace {
+
+/// Everything that left the store, in order, each with what the store held at that moment.
+struct Journal {
+    std::vector<std::string> entries;
+};
+
+std::vector<eventObjectAtWidget> publishedEvents() {
+    auto* suite = DefaultsSuite::named(kSharedSuiteName);
+    if (!suite) {
+        return {};
+    }
+    auto value = suite->value(kWidgetDataKey);
+    if (!value) {
+        return {};
+    }
+    const auto& bytes = std::get<Bytes>(*value);
+    auto decoded = decodeWidgetEventArray(std::string(bytes.begin(), bytes.end()));
+    EXPECT_TRUE(decoded.has_value());
+    return decoded.value_or(std::vector<eventObjectAtWidget>{});
+}
+
+class RecordingCloud final : public CloudDatabase {
+public:
+    explicit RecordingCloud(std::shared_ptr<Journal> j) : journal(std::move(j)) {}
+    void saveEventRecord(const eventInfo& e) override {
+        // The store's transaction has committed before the transfer starts.
+        const bool stored = Store::open().object<eventInfo>(e.eventId) == std::optional(e);
+        journal->entries.push_back("cloud save event " + e.eventId + (stored ? " (stored)" : ""));
+    }
+    void deleteEventRecord(const std::string& id) override {
+        const bool gone = !Store::open().object<eventInfo>(id);
+        journal->entries.push_back("cloud delete event " + id + (gone ? " (gone)" : ""));
+    }
+    void saveMemoRecord(const memoDataForNotiObject& m) override {
+        journal->entries.push_back("cloud save memo " + m.memoId);
+    }
+    void deleteMemoRecord(const std::string& id) override {
+        journal->entries.push_back("cloud delete memo " + id);
+    }
+    void startDeferredStatusCheck() override { journal->entries.push_back("cloud check"); }
+    std::shared_ptr<Journal> journal;
+};
+
+class RecordingWidgets final : public WidgetCenter {
+public:
+    explicit RecordingWidgets(std::shared_ptr<Journal> j) : journal(std::move(j)) {}
+    void reloadAllTimelines() override {
+        // The data is in the shared suite before the reload is asked for.
+        journal->entries.push_back("widgets " + std::to_string(publishedEvents().size()));
+    }
+    std::shared_ptr<Journal> journal;
+};
+
+eventObject sampleEvent(const std::string& id, const std::string& title = "Title") {
+    eventObject e;
+    e.eventId = id;
+    e.eventNotiId = id;
+    e.eventTitle = title;
+    e.eventContent = "Content";
+    e.eventStartDateYear = 2026;
+    e.eventStartDateMonth = 3;
+    e.eventStartDateDay = 10;
+    e.eventType = 2;
+    e.eventDateWhenEveryWeek = {1, 2, 3};
+    e.eventColorString = "colorForUserSelection02";
+    e.backupDataType02 = "kept in the store";
+    return e;
+}
+
+class RealmDataFuncTest : public ::testing::Test {
+protected:
+    void SetUp() override {
+        journal = std::make_shared<Journal>();
+        setCloudDatabase(std::make_shared<RecordingCloud>(journal));
+        setWidgetCenter(std::make_shared<RecordingWidgets>(journal));
+    }
+    void TearDown() override {
+        setCloudDatabase(nullptr);
+        setWidgetCenter(nullptr);
+    }
+    void cloudOn() { Setting<bool>("ALL_APP_cloudkitFuncStatus", false).set(true); }
+    std::vector<eventInfo> storedEvents() { return Store::open().objects<eventInfo>(); }
+
+    IsolatedStorage storage;
+    std::shared_ptr<Journal> journal;
+};
+
+} // namespace
+
+TEST_F(RealmDataFuncTest, AddWritesThenCloudThenWidgetsAndOverwritesInPlace) {
+    cloudOn();
+    realmDataFunc().addEventData(sampleEvent("A"));
+    realmDataFunc().addEventData(sampleEvent("B"));
+    realmDataFunc().addEventData(sampleEvent("A", "Second title"));
+
+    const auto events = storedEvents();
+    ASSERT_EQ(events.size(), 2u);
+    EXPECT_EQ(events[0].eventId, "A"); // the overwrite kept its place
+    EXPECT_EQ(events[0].eventTitle, "Second title");
+    EXPECT_EQ(events[0].backupDataType02, "kept in the store");
+    EXPECT_EQ(events[1].eventId, "B");
+    EXPECT_EQ(journal->entries,
+              (std::vector<std::string>{"cloud save event A (stored)", "widgets 1",
+                                        "cloud save event B (stored)", "widgets 2",
+                                        "cloud save event A (stored)", "widgets 2"}));
+
+    // The widgets get every field but the reserved ones, which travel blank.
+    const auto published = publishedEvents();
+    ASSERT_EQ(published.size(), 2u);
+    auto expected = eventAs<eventObjectAtWidget>(sampleEvent("A", "Second title"));
+    expected.backupDataType02 = "";
+    EXPECT_EQ(static_cast<const EventFields&>(published[0]),
+              static_cast<const EventFields&>(expected));
+}
+
+TEST_F(RealmDataFuncTest, NothingReachesTheCloudWhileSyncIsOff) {
+    realmDataFunc().addEventData(sampleEvent("A"));
+    realmDataFunc().editEventData(storedEvents()[0], "eventTitle", std::string("New"));
+    realmDataFunc().addMemoData("A", "M1", "memo", "text",
+                                tidemark::testing::localDate(2026, 3, 10, 9, 5));
+    realmDataFunc().deleteMemoData("M1");
+    realmDataFunc().deleteEventData("A");
+    EXPECT_EQ(journal->entries, (std::vector<std::string>{"widgets 1", "widgets 1", "widgets 0"}));
+}
+
+TEST_F(RealmDataFuncTest, DeleteRemovesThenTellsTheCloudAndKeepsMemos) {
+    cloudOn();
+    realmDataFunc().addEventData(sampleEvent("A"));
+    realmDataFunc().addMemoData("A", "M1", "memo", "text",
+                                tidemark::testing::localDate(2026, 3, 10));
+    journal->entries.clear();
+    realmDataFunc().deleteEventData("A");
+    EXPECT_TRUE(storedEvents().empty());
+    EXPECT_EQ(journal->entries,
+              (std::vector<std::string>{"cloud delete event A (gone)", "widgets 0"}));
+    EXPECT_EQ(Store::open().count<memoDataForNotiObject>(), 1);
+}
+
+TEST_F(RealmDataFuncTest, EditReplacesExactlyTheNamedField) {
+    cloudOn();
+    realmDataFunc().addEventData(sampleEvent("A"));
+    const auto before = storedEvents()[0];
+
+    struct Case {
+        std::string key;
+        std::optional<std::string> s;
+        std::optional<std::int64_t> i;
+        std::optional<bool> b;
+        std::optional<Bytes> d;
+        std::function<void(eventInfo&)> expect;
+    };
+    const std::vector<Case> cases = {
+        {"eventColorString",
+         "colorForUserSelection05",
+         {},
+         {},
+         {},
+         [](eventInfo& e) { e.eventColorString = "colorForUserSelection05"; }},
+        {"eventStarOrNot", {}, {}, true, {}, [](eventInfo& e) { e.eventStarOrNot = true; }},
+        {"eventType", {}, 4, {}, {}, [](eventInfo& e) { e.eventType = 4; }},
+        {"eventDateWhenEveryMonth",
+         {},
+         {},
+         {},
+         Bytes{9, 9},
+         [](eventInfo& e) {
+             e.eventDateWhenEveryMonth = {9, 9};
+         }},
+        {"backupDataType02", "x", {}, {}, {}, [](eventInfo& e) { e.backupDataType02 = "x"; }},
+        // Arguments of other types than the field's are ignored.
+        {"eventTitle", "T", 7, false, Bytes{1}, [](eventInfo& e) { e.eventTitle = "T"; }},
+        // An unknown key or the identifier's own key rewrite the record unchanged.
+        {"noSuchField", "x", 1, true, Bytes{1}, [](eventInfo&) {}},
+        {"eventId", "OTHER", {}, {}, {}, [](eventInfo&) {}},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.key);
+        journal->entries.clear();
+        realmDataFunc().editEventData(before, c.key, c.s, c.i, c.b, c.d);
+        auto expected = before;
+        c.expect(expected);
+        ASSERT_EQ(storedEvents().size(), 1u);
+        EXPECT_EQ(storedEvents()[0], expected);
+        EXPECT_EQ(journal->entries,
+                  (std::vector<std::string>{"cloud save event A (stored)", "widgets 1"}));
+    }
+}
+
+TEST_F(RealmDataFuncTest, EditCopiesFromTheGivenValueNotFromTheStore) {
+    realmDataFunc().addEventData(sampleEvent("A"));
+    auto handedIn = storedEvents()[0];
+    handedIn.eventContent = "stale copy";
+    realmDataFunc().editEventData(handedIn, "eventTitle", std::string("T"));
+    EXPECT_EQ(storedEvents()[0].eventContent, "stale copy");
+    EXPECT_EQ(storedEvents()[0].eventTitle, "T");
+}
+
+TEST_F(RealmDataFuncTest, EditOfAVanishedEventOnlyPublishes) {
+    cloudOn();
+    realmDataFunc().addEventData(sampleEvent("A"));
+    const auto record = storedEvents()[0];
+    realmDataFunc().deleteEventData("A");
+    journal->entries.clear();
+    realmDataFunc().editEventData(record, "eventTitle", std::string("T"));
+    EXPECT_TRUE(storedEvents().empty());
+    EXPECT_EQ(journal->entries, (std::vector<std::string>{"widgets 0"}));
+}
+
+TEST_F(RealmDataFuncTest, MemosAreStampedAndNeverPublished) {
+    cloudOn();
+    ScopedCalendarEnvironment env(
+        tidemark::testing::fixedEnvironment("Europe/Berlin", "en_US", 2026, 3, 10, 8));
+    realmDataFunc().addMemoData("A", "M1", "Title", "Body",
+                                tidemark::testing::localDate(2026, 3, 10, 21, 7, 59));
+    realmDataFunc().deleteMemoData("unknown");
+    realmDataFunc().addBgTaskInfoMemo();
+    const auto memos = Store::open().objects<memoDataForNotiObject>();
+    ASSERT_EQ(memos.size(), 2u);
+    EXPECT_EQ(memos[0],
+              (memoDataForNotiObject{"M1", "A", "2026-03-10 / 21:07", "Title", "Body", 0, "", ""}));
+    EXPECT_EQ(memos[1].title, "bgTaskInfo");
+    EXPECT_EQ(memos[1].timeStamp, "2026-03-10 / 08:00:00");
+    EXPECT_NE(memos[1].memoId, memos[1].eventId);
+    EXPECT_EQ(journal->entries, (std::vector<std::string>{"cloud save memo M1"}));
+
+    realmDataFunc().deleteMemoData("M1");
+    EXPECT_EQ(journal->entries.back(), "cloud delete memo M1");
+    EXPECT_EQ(Store::open().count<memoDataForNotiObject>(), 1);
+}
+
+TEST_F(RealmDataFuncTest, PublicationWithNoEventsIsAnEmptyArray) {
+    widgetFunc().publishEventDataToWidget();
+    auto value = DefaultsSuite::named(kSharedSuiteName)->value(kWidgetDataKey);
+    ASSERT_TRUE(value.has_value());
+    EXPECT_EQ(std::get<Bytes>(*value), (Bytes{'[', ']'}));
+    EXPECT_EQ(journal->entries, (std::vector<std::string>{"widgets 0"}));
+}
+
+using RealmDataFuncDeathTest = RealmDataFuncTest;
+
+TEST_F(RealmDataFuncDeathTest, MissingValuesAndUnknownEventsStop) {
+    realmDataFunc().addEventData(sampleEvent("A"));
+    const auto record = storedEvents()[0];
+    const std::string nil = "Unexpectedly found nil while unwrapping an Optional value";
+    EXPECT_DEATH(realmDataFunc().editEventData(record, "eventColorString"), nil);
+    EXPECT_DEATH(realmDataFunc().editEventData(record, "eventStarOrNot", std::string("x")), nil);
+    EXPECT_DEATH(realmDataFunc().editEventData(record, "eventType", {}, {}, true), nil);
+    EXPECT_DEATH(realmDataFunc().deleteEventData("unknown"), nil);
+}
+
+TEST_F(RealmDataFuncDeathTest, WhatWasCommittedSurvivesAStop) {
+    EXPECT_DEATH(
+        {
+            realmDataFunc().addEventData(sampleEvent("kept"));
+            realmDataFunc().deleteEventData("unknown");
+        },
+        "Unexpectedly found nil");
+    const auto events = storedEvents();
+    ASSERT_EQ(events.size(), 1u);
+    EXPECT_EQ(events[0].eventId, "kept");
+}
+
+TEST_F(RealmDataFuncTest, DayRowsFollowTheWindowAndKeepRawDayNumbers) {
+    ScopedCalendarEnvironment env(
+        tidemark::testing::fixedEnvironment("Asia/Shanghai", "zh_CN", 2026, 2, 26, 12));
+    struct Case {
+        std::int64_t range;
+        std::size_t rows;
+    };
+    for (const auto& c : {Case{0, 7}, Case{1, 30}, Case{2, 365}, Case{3, 0}, Case{-1, 0}}) {
+        SCOPED_TRACE(c.range);
+        rebuildDayRows(c.range);
+        const auto rows = Store::open().objects<appFuncForDateData>();
+        ASSERT_EQ(rows.size(), c.rows);
+        if (c.rows == 0) {
+            continue;
+        }
+        EXPECT_EQ(rows[0].dateString, "20260226");
+        // 26 + 3 = 29 February does not exist in 2026: the row keeps 29 and names 1 March.
+        EXPECT_EQ(rows[3].dateInfoMonth, 2);
+        EXPECT_EQ(rows[3].dateInfoDay, 29);
+        EXPECT_EQ(rows[3].dateString, "20260301");
+        EXPECT_EQ(rows.back().dateInfoDay, 26 + static_cast<std::int64_t>(c.rows) - 1);
+    }
+}
+
+TEST_F(RealmDataFuncTest, RemovingADayDropsOnlyItsRows) {
+    ScopedCalendarEnvironment env(
+        tidemark::testing::fixedEnvironment("America/New_York", "en_US", 2026, 3, 8, 12));
+    extensionDataFunc rows;
+    DateComponents c;
+    c.year = 2026;
+    c.month = 3;
+    c.day = 8;
+    rows.addDateData(c);
+    rows.addDateData(c);
+    c.day = 9;
+    rows.addDateData(c);
+    DateComponents unrepresentable;
+    unrepresentable.year = 1'000'000'000'000; // composes to no date: the row is today's
+    unrepresentable.month = 1;
+    unrepresentable.day = 1;
+    rows.addDateData(unrepresentable);
+    rows.removeDateData(tidemark::testing::localDate(2026, 3, 8, 23, 30));
+    const auto left = Store::open().objects<appFuncForDateData>();
+    ASSERT_EQ(left.size(), 1u);
+    EXPECT_EQ(left[0].dateString, "20260309");
+}

@@ -1,0 +1,92 @@
+// Recording stand-ins for the platform services, for the shell's tests.
+#pragma once
+
+#include "cloud/CloudDatabase.h"
+#include "notifications/NotificationCenter.h"
+#include "widgets/widgetFunc.h"
+
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace tidemark::testing {
+
+/// One log for all the fakes, so a test can check the order of calls across services.
+using CallLog = std::shared_ptr<std::vector<std::string>>;
+
+class FakeNotificationCenter final : public NotificationCenter {
+public:
+    explicit FakeNotificationCenter(CallLog log, bool grant = true)
+        : log_(std::move(log)), grant_(grant) {}
+    void requestAuthorization(std::function<void(bool, std::optional<std::string>)> done) override;
+    void authorizationStatus(std::function<void(AuthorizationStatus)> done) override;
+    void add(const NotificationRequest& r,
+             std::function<void(std::optional<std::string>)> done) override;
+    void removePending(const std::vector<std::string>& ids) override;
+    void removeAllPending() override;
+    void pending(std::function<void(std::vector<NotificationRequest>)> done) override;
+    void setDelegate(NotificationCenterDelegate* d) override;
+    NotificationCenterDelegate* delegate() const override { return delegate_; }
+
+private:
+    CallLog log_;
+    bool grant_;
+    NotificationCenterDelegate* delegate_ = nullptr;
+};
+
+class FakeScheduler final : public BackgroundTaskScheduler {
+public:
+    FakeScheduler(CallLog log, BackgroundRefreshStatus status)
+        : log_(std::move(log)), status_(status) {}
+    BackgroundRefreshStatus backgroundRefreshStatus() const override { return status_; }
+    std::optional<std::string> submit(const BackgroundTaskRequest& r) override;
+    void cancelAll() override;
+    std::vector<BackgroundTaskRequest> pendingRequests() const override { return pending_; }
+
+private:
+    CallLog log_;
+    BackgroundRefreshStatus status_;
+    std::vector<BackgroundTaskRequest> pending_;
+};
+
+class FakeCloud final : public CloudDatabase {
+public:
+    explicit FakeCloud(CallLog log) : log_(std::move(log)) {}
+    void saveEventRecord(const eventInfo& e) override {
+        log_->push_back("cloud save " + e.eventTitle);
+    }
+    void deleteEventRecord(const std::string& id) override {
+        log_->push_back("cloud delete " + id);
+    }
+    void saveMemoRecord(const memoDataForNotiObject& m) override {
+        log_->push_back("cloud memo " + m.memoId);
+    }
+    void deleteMemoRecord(const std::string& id) override {
+        log_->push_back("cloud memo delete " + id);
+    }
+    void startDeferredStatusCheck() override { log_->push_back("cloud check"); }
+
+private:
+    CallLog log_;
+};
+
+class FakeWidgets final : public WidgetCenter {
+public:
+    explicit FakeWidgets(CallLog log) : log_(std::move(log)) {}
+    void reloadAllTimelines() override { log_->push_back("widgets reload"); }
+
+private:
+    CallLog log_;
+};
+
+/// Installs all four fakes writing to one log; uninstalls them when it goes.
+class FakeServices {
+public:
+    explicit FakeServices(BackgroundRefreshStatus status = BackgroundRefreshStatus::available,
+                          bool grant = true);
+    ~FakeServices();
+    CallLog log = std::make_shared<std::vector<std::string>>();
+    std::shared_ptr<FakeNotificationCenter> center;
+};
+
+} // namespace tidemark::testing

@@ -1,0 +1,133 @@
+// Starts the real app offscreen on empty folders and looks at what it leaves behind.
+// moc stops at the C++20 standard headers that the core's headers pull in; it needs none of them.
+#ifndef Q_MOC_RUN
+#include "TestSupport.h"
+#include "records/Defaults.h"
+#include "records/EventJson.h"
+#include "records/SettingsKeys.h"
+#include "records/Store.h"
+#endif
+
+#include <QProcess>
+#include <QTest>
+#include <nlohmann/json.hpp>
+#include <sqlite3.h>
+
+using namespace tidemark;
+using namespace tidemark::testing;
+
+namespace {
+
+std::vector<std::string> columnsOf(const std::filesystem::path& file, const std::string& table) {
+    sqlite3* db = nullptr;
+    std::vector<std::string> names;
+    if (sqlite3_open_v2(file.c_str(), &db, SQLITE_OPEN_READONLY, nullptr) == SQLITE_OK) {
+        sqlite3_stmt* st = nullptr;
+        const std::string sql = "PRAGMA table_info(\"" + table + "\")";
+        sqlite3_prepare_v2(db, sql.c_str(), -1, &st, nullptr);
+        while (st && sqlite3_step(st) == SQLITE_ROW) {
+            names.emplace_back(reinterpret_cast<const char*>(sqlite3_column_text(st, 1)));
+        }
+        sqlite3_finalize(st);
+    }
+    sqlite3_close(db);
+    return names;
+}
+
+} // namespace
+
+class AppStartTest : public QObject {
+    Q_OBJECT
+
+private:
+    std::unique_ptr<IsolatedStorage> storage_;
+
+    int startApp(const QStringList& extra = {}, QString* errorOutput = nullptr) {
+        QProcess app;
+        auto env = QProcessEnvironment::systemEnvironment();
+        env.insert("XDG_DATA_HOME", QString::fromStdString(storage_->dataHome().string()));
+        env.insert("XDG_CONFIG_HOME", QString::fromStdString(storage_->configHome().string()));
+        env.insert("QT_QPA_PLATFORM", "offscreen");
+        env.remove("DBUS_SESSION_BUS_ADDRESS");
+        app.setProcessEnvironment(env);
+        app.start(TIDEMARK_APP_PATH,
+                  QStringList{"--quit-after-first-frame", "--now", "2026-03-10T08:00",
+                              "--time-zone", "Europe/Berlin", "--locale", "en_US"} +
+                      extra);
+        if (!app.waitForFinished(60000)) {
+            app.kill();
+            return -1;
+        }
+        if (errorOutput) {
+            *errorOutput = QString::fromLocal8Bit(app.readAllStandardError());
+        }
+        return app.exitStatus() == QProcess::NormalExit ? app.exitCode() : -1;
+    }
+
+private slots:
+    void init() { storage_ = std::make_unique<IsolatedStorage>(); }
+    void cleanup() { storage_.reset(); }
+
+    void firstStartLeavesTheSamplesAndTheWidgetData() {
+        QCOMPARE(startApp(), 0);
+
+        const auto storeFile = storage_->dataHome() / "tidemark" / "default.sqlite";
+        QVERIFY(std::filesystem::exists(storeFile));
+        std::vector<std::string> expected;
+        std::apply([&](auto... f) { (expected.emplace_back(f.name), ...); }, EventFields::fields());
+        QCOMPARE(expected.size(), std::size_t(32));
+        QCOMPARE(columnsOf(storeFile, "eventInfo"), expected);
+
+        const auto events = Store::open().objects<eventInfo>();
+        QCOMPARE(events.size(), std::size_t(2));
+        QCOMPARE(events[0].eventStartDateYear, std::int64_t(2027));
+        QCOMPARE(events[1].eventStartDateDay, std::int64_t(11));
+        QCOMPARE(events[1].eventTitle, std::string("Welcome to Tide Mark"));
+        QVERIFY(std::filesystem::exists(storage_->configHome() / "tidemark" / "defaults.sqlite"));
+        QCOMPARE(Setting<bool>("userLaunchStatus", false).get(), true);
+
+        auto* suite = DefaultsSuite::named(kSharedSuiteName);
+        QVERIFY(suite);
+        QVERIFY(std::filesystem::exists(storage_->dataHome() / "group.marlowharbor.tideMark" /
+                                        "defaults.sqlite"));
+        const auto bytes = std::get<Bytes>(suite->value(kWidgetDataKey).value());
+        const auto json = nlohmann::json::parse(bytes.begin(), bytes.end());
+        QVERIFY(json.is_array());
+        QCOMPARE(json.size(), std::size_t(2));
+        for (const auto& object : json) {
+            QCOMPARE(object.size(), std::size_t(32));
+        }
+        QVERIFY(decodeWidgetEventArray(std::string(bytes.begin(), bytes.end())).has_value());
+
+        // A second start adds nothing.
+        QCOMPARE(startApp(), 0);
+        QCOMPARE(Store::open().count<eventInfo>(), std::int64_t(2));
+    }
+
+    void theLockWishIsTakenAtLaunchAndCleared() {
+        Setting<bool>("APP_FUNC_appLockSettingFromUser", false).set(true);
+        QCOMPARE(startApp(), 0);
+        QCOMPARE(Setting<bool>("APP_FUNC_appLockStatu", false).get(), true);
+        QCOMPARE(Setting<bool>("APP_FUNC_appLockSettingFromUser", true).get(), false);
+    }
+
+    void badOptionsAreExplained_data() {
+        QTest::addColumn<QStringList>("arguments");
+        QTest::addColumn<QString>("message");
+        QTest::newRow("now") << QStringList{"--now", "yesterday"} << "--now takes a local time";
+        QTest::newRow("month 13") << QStringList{"--now", "2026-13-01T08:00"}
+                                  << "names no valid time";
+        QTest::newRow("weekday") << QStringList{"--first-weekday", "8"} << "--first-weekday takes";
+    }
+    void badOptionsAreExplained() {
+        QFETCH(QStringList, arguments);
+        QFETCH(QString, message);
+        QString errors;
+        QCOMPARE(startApp(arguments, &errors), 2);
+        QVERIFY2(errors.contains(message), qPrintable(errors));
+        QVERIFY(!std::filesystem::exists(storage_->dataHome() / "tidemark" / "default.sqlite"));
+    }
+};
+
+QTEST_GUILESS_MAIN(AppStartTest)
+#include "test_app_start.moc"
