@@ -1,0 +1,345 @@
+#include "records/Defaults.h"
+
+#include "base/Fatal.h"
+
+#include <cstdlib>
+#include <map>
+#include <mutex>
+#include <pwd.h>
+#include <sqlite3.h>
+#include <unistd.h>
+#include <vector>
+
+namespace tidemark {
+
+namespace fs = std::filesystem;
+
+namespace {
+
+constexpr int kBusyTimeoutMs = 5000;
+
+/// An XDG base folder: the variable when it holds an absolute path, else ~/<fallback>.
+fs::path xdgHome(const char* variable, const char* fallback) {
+    if (const char* xdg = std::getenv(variable); xdg && *xdg == '/') {
+        return xdg;
+    }
+    const char* home = std::getenv("HOME");
+    if (!home || !*home) {
+        if (const passwd* pw = getpwuid(getuid())) {
+            home = pw->pw_dir;
+        }
+    }
+    return fs::path(home ? home : ".") / fallback;
+}
+
+/// One observer of one key. The recursive mutex is held while the callback runs, so that
+/// cancel() on another thread waits for it, while the callback itself may still cancel its own
+/// token or write the key again on its thread.
+struct ObserverState {
+    std::recursive_mutex mutex;
+    bool alive = true;
+    std::function<void()> onChange;
+};
+
+struct Observer {
+    std::shared_ptr<ObserverState> state;
+    Dispatcher dispatcher;
+};
+
+struct ObserverTable {
+    std::mutex mutex;
+    std::uint64_t nextId = 1;
+    std::map<std::string, std::map<std::uint64_t, Observer>, std::less<>> byKey;
+};
+
+void runObserver(const std::shared_ptr<ObserverState>& state) {
+    std::lock_guard lock(state->mutex);
+    if (state->alive) {
+        state->onChange();
+    }
+}
+
+/// The suites that standard() and named() hand out. They live as long as the process, since
+/// every Setting keeps a pointer to its suite.
+struct SuiteRegistry {
+    std::mutex mutex;
+    std::unique_ptr<DefaultsSuite> standard;
+    std::map<std::string, std::unique_ptr<DefaultsSuite>, std::less<>> named;
+};
+
+SuiteRegistry& suiteRegistry() {
+    static auto* registry = new SuiteRegistry;
+    return *registry;
+}
+
+} // namespace
+
+fs::path standardDefaultsPath() {
+    return xdgHome("XDG_CONFIG_HOME", ".config") / "tidemark" / "defaults.sqlite";
+}
+
+fs::path suiteDefaultsPath(std::string_view suiteName) {
+    return xdgHome("XDG_DATA_HOME", ".local/share") / std::string(suiteName) / "defaults.sqlite";
+}
+
+struct DefaultsSuite::Impl {
+    mutable std::mutex mutex; ///< guards path and db
+    fs::path path;
+    sqlite3* db = nullptr;
+    std::shared_ptr<ObserverTable> observers = std::make_shared<ObserverTable>();
+
+    ~Impl() { close(); }
+
+    void close() {
+        if (db) {
+            sqlite3_close_v2(db);
+            db = nullptr;
+        }
+    }
+
+    /// Opens the file at `path` and makes its table; leaves db null when either fails.
+    void open() {
+        close();
+        std::error_code ignored;
+        fs::create_directories(path.parent_path(), ignored);
+        sqlite3* handle = nullptr;
+        const int rc = sqlite3_open_v2(
+            path.c_str(), &handle,
+            SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE | SQLITE_OPEN_FULLMUTEX, nullptr);
+        if (rc != SQLITE_OK) {
+            sqlite3_close_v2(handle);
+            return;
+        }
+        sqlite3_busy_timeout(handle, kBusyTimeoutMs);
+        const char* setup = "PRAGMA journal_mode=WAL;"
+                            "CREATE TABLE IF NOT EXISTS defaults ("
+                            "key TEXT PRIMARY KEY, type TEXT NOT NULL, value)";
+        if (sqlite3_exec(handle, setup, nullptr, nullptr, nullptr) != SQLITE_OK) {
+            sqlite3_close_v2(handle);
+            return;
+        }
+        db = handle;
+    }
+
+    void reopen(fs::path newPath) {
+        std::lock_guard lock(mutex);
+        path = std::move(newPath);
+        open();
+    }
+
+    [[noreturn]] void fail(std::string_view what) const {
+        fatalStop("Defaults: can't " + std::string(what) + " in " + path.string() + ": " +
+                  sqlite3_errmsg(db));
+    }
+
+    /// Runs one statement to its end; writes commit before this returns.
+    void run(const char* sql, const std::function<void(sqlite3_stmt*)>& bind,
+             std::string_view what) {
+        sqlite3_stmt* stmt = nullptr;
+        if (sqlite3_prepare_v2(db, sql, -1, &stmt, nullptr) != SQLITE_OK) {
+            fail(what);
+        }
+        bind(stmt);
+        int rc;
+        while ((rc = sqlite3_step(stmt)) == SQLITE_ROW) {
+        }
+        sqlite3_finalize(stmt);
+        if (rc != SQLITE_DONE) {
+            fail(what);
+        }
+    }
+
+    void notify(std::string_view key) {
+        std::vector<Observer> toCall;
+        {
+            std::lock_guard lock(observers->mutex);
+            if (auto it = observers->byKey.find(key); it != observers->byKey.end()) {
+                for (const auto& entry : it->second) {
+                    toCall.push_back(entry.second);
+                }
+            }
+        }
+        for (auto& observer : toCall) {
+            if (observer.dispatcher) {
+                observer.dispatcher([state = observer.state] { runObserver(state); });
+            } else {
+                runObserver(observer.state);
+            }
+        }
+    }
+};
+
+DefaultsSuite::DefaultsSuite(fs::path path) : impl_(std::make_unique<Impl>()) {
+    impl_->reopen(std::move(path));
+}
+
+DefaultsSuite::~DefaultsSuite() = default;
+
+DefaultsSuite& DefaultsSuite::standard() {
+    auto& registry = suiteRegistry();
+    std::lock_guard lock(registry.mutex);
+    if (!registry.standard) {
+        registry.standard = std::make_unique<DefaultsSuite>(standardDefaultsPath());
+    }
+    return *registry.standard;
+}
+
+DefaultsSuite* DefaultsSuite::named(std::string_view suiteName) {
+    auto& registry = suiteRegistry();
+    std::lock_guard lock(registry.mutex);
+    auto it = registry.named.find(suiteName);
+    if (it == registry.named.end()) {
+        it = registry.named
+                 .emplace(std::string(suiteName),
+                          std::make_unique<DefaultsSuite>(suiteDefaultsPath(suiteName)))
+                 .first;
+    } else if (!it->second->isOpen()) {
+        it->second->impl_->reopen(suiteDefaultsPath(suiteName)); // the folder may exist by now
+    }
+    return it->second->isOpen() ? it->second.get() : nullptr;
+}
+
+void DefaultsSuite::resetForTesting() {
+    auto& registry = suiteRegistry();
+    std::lock_guard lock(registry.mutex);
+    // The objects stay (Settings point at them); only their files change.
+    if (registry.standard) {
+        registry.standard->impl_->reopen(standardDefaultsPath());
+    }
+    for (auto& [name, suite] : registry.named) {
+        suite->impl_->reopen(suiteDefaultsPath(name));
+    }
+}
+
+bool DefaultsSuite::isOpen() const {
+    std::lock_guard lock(impl_->mutex);
+    return impl_->db != nullptr;
+}
+
+const fs::path& DefaultsSuite::path() const {
+    return impl_->path;
+}
+
+std::optional<DefaultsValue> DefaultsSuite::value(std::string_view key) const {
+    std::lock_guard lock(impl_->mutex);
+    if (!impl_->db) {
+        return std::nullopt;
+    }
+    sqlite3_stmt* stmt = nullptr;
+    if (sqlite3_prepare_v2(impl_->db, "SELECT type, value FROM defaults WHERE key = ?", -1, &stmt,
+                           nullptr) != SQLITE_OK) {
+        impl_->fail("read a value");
+    }
+    sqlite3_bind_text64(stmt, 1, key.data(), key.size(), SQLITE_TRANSIENT, SQLITE_UTF8);
+    std::optional<DefaultsValue> out;
+    const int rc = sqlite3_step(stmt);
+    if (rc == SQLITE_ROW) {
+        const auto* typeText = sqlite3_column_text(stmt, 0);
+        const std::string type = typeText ? reinterpret_cast<const char*>(typeText) : "";
+        const int storage = sqlite3_column_type(stmt, 1);
+        // A value whose storage doesn't fit its type reads as absent, like an unknown type.
+        if ((type == "bool" || type == "int") && storage == SQLITE_INTEGER) {
+            const std::int64_t v = sqlite3_column_int64(stmt, 1);
+            out = type == "bool" ? DefaultsValue(v != 0) : DefaultsValue(v);
+        } else if (type == "string" && storage == SQLITE_TEXT) {
+            const auto* text = reinterpret_cast<const char*>(sqlite3_column_text(stmt, 1));
+            out = std::string(text, static_cast<std::size_t>(sqlite3_column_bytes(stmt, 1)));
+        } else if (type == "data" && (storage == SQLITE_BLOB || storage == SQLITE_NULL)) {
+            const auto* data = static_cast<const std::uint8_t*>(sqlite3_column_blob(stmt, 1));
+            const int size = sqlite3_column_bytes(stmt, 1);
+            out = data ? Bytes(data, data + size) : Bytes();
+        }
+    } else if (rc != SQLITE_DONE) {
+        sqlite3_finalize(stmt);
+        impl_->fail("read a value");
+    }
+    sqlite3_finalize(stmt);
+    return out;
+}
+
+void DefaultsSuite::setValue(std::string_view key, const DefaultsValue& value) {
+    {
+        std::lock_guard lock(impl_->mutex);
+        if (impl_->db) {
+            impl_->run(
+                "INSERT INTO defaults (key, type, value) VALUES (?, ?, ?) "
+                "ON CONFLICT(key) DO UPDATE SET type = excluded.type, value = excluded.value",
+                [&](sqlite3_stmt* stmt) {
+                    sqlite3_bind_text64(stmt, 1, key.data(), key.size(), SQLITE_TRANSIENT,
+                                        SQLITE_UTF8);
+                    std::visit(
+                        [&](const auto& v) {
+                            using T = std::decay_t<decltype(v)>;
+                            if constexpr (std::is_same_v<T, bool>) {
+                                sqlite3_bind_text(stmt, 2, "bool", -1, SQLITE_STATIC);
+                                sqlite3_bind_int64(stmt, 3, v ? 1 : 0);
+                            } else if constexpr (std::is_same_v<T, std::int64_t>) {
+                                sqlite3_bind_text(stmt, 2, "int", -1, SQLITE_STATIC);
+                                sqlite3_bind_int64(stmt, 3, v);
+                            } else if constexpr (std::is_same_v<T, std::string>) {
+                                sqlite3_bind_text(stmt, 2, "string", -1, SQLITE_STATIC);
+                                sqlite3_bind_text64(stmt, 3, v.data(), v.size(), SQLITE_TRANSIENT,
+                                                    SQLITE_UTF8);
+                            } else {
+                                sqlite3_bind_text(stmt, 2, "data", -1, SQLITE_STATIC);
+                                if (v.empty()) {
+                                    sqlite3_bind_zeroblob(stmt, 3, 0);
+                                } else {
+                                    sqlite3_bind_blob64(stmt, 3, v.data(), v.size(),
+                                                        SQLITE_TRANSIENT);
+                                }
+                            }
+                        },
+                        value);
+                },
+                "store a value");
+        }
+    }
+    impl_->notify(key);
+}
+
+void DefaultsSuite::removeValue(std::string_view key) {
+    {
+        std::lock_guard lock(impl_->mutex);
+        if (impl_->db) {
+            impl_->run(
+                "DELETE FROM defaults WHERE key = ?",
+                [&](sqlite3_stmt* stmt) {
+                    sqlite3_bind_text64(stmt, 1, key.data(), key.size(), SQLITE_TRANSIENT,
+                                        SQLITE_UTF8);
+                },
+                "remove a value");
+        }
+    }
+    impl_->notify(key);
+}
+
+ObservationToken DefaultsSuite::observe(std::string key, std::function<void()> onChange,
+                                        Dispatcher dispatcher) {
+    auto state = std::make_shared<ObserverState>();
+    state->onChange = std::move(onChange);
+    auto table = impl_->observers;
+    std::uint64_t id = 0;
+    {
+        std::lock_guard lock(table->mutex);
+        id = table->nextId++;
+        table->byKey[key].emplace(id, Observer{state, std::move(dispatcher)});
+    }
+    return ObservationToken(
+        [weakTable = std::weak_ptr<ObserverTable>(table), key = std::move(key), id, state] {
+            if (auto table = weakTable.lock()) {
+                std::lock_guard lock(table->mutex);
+                if (auto it = table->byKey.find(key); it != table->byKey.end()) {
+                    it->second.erase(id);
+                    if (it->second.empty()) {
+                        table->byKey.erase(it);
+                    }
+                }
+            }
+            // After the table lock is let go: a running callback holds this one.
+            std::lock_guard lock(state->mutex);
+            state->alive = false;
+        });
+}
+
+} // namespace tidemark

@@ -1,0 +1,662 @@
+#include "records/Store.h"
+
+#include "base/Fatal.h"
+
+#include <cstdlib>
+#include <map>
+#include <mutex>
+#include <pwd.h>
+#include <set>
+#include <sqlite3.h>
+#include <sys/stat.h>
+#include <unistd.h>
+#include <unordered_map>
+
+namespace tidemark {
+
+namespace fs = std::filesystem;
+
+namespace {
+
+constexpr int kBusyTimeoutMs = 5000;
+
+/// $XDG_DATA_HOME, or ~/.local/share when it is unset, empty or relative.
+fs::path dataHome() {
+    if (const char* xdg = std::getenv("XDG_DATA_HOME"); xdg && *xdg == '/') {
+        return xdg;
+    }
+    const char* home = std::getenv("HOME");
+    if (!home || !*home) {
+        if (const passwd* pw = getpwuid(getuid())) {
+            home = pw->pw_dir;
+        }
+    }
+    return fs::path(home ? home : ".") / ".local" / "share";
+}
+
+std::mutex& overrideMutex() {
+    static std::mutex m;
+    return m;
+}
+
+fs::path& overridePath() {
+    static fs::path p;
+    return p;
+}
+
+/// One spelling per file, so that connections and observers of one file meet.
+fs::path canonicalStorePath(const fs::path& path) {
+    std::error_code ec;
+    fs::path absolute = fs::absolute(path, ec);
+    if (ec) {
+        absolute = path;
+    }
+    fs::path canonical = fs::weakly_canonical(absolute, ec);
+    return ec ? absolute.lexically_normal() : canonical;
+}
+
+std::string quoted(std::string_view identifier) {
+    std::string out = "\"";
+    for (char c : identifier) {
+        out += c;
+        if (c == '"') {
+            out += '"';
+        }
+    }
+    out += '"';
+    return out;
+}
+
+const char* sqlType(FieldType type) {
+    switch (type) {
+    case FieldType::String:
+        return "TEXT";
+    case FieldType::Int:
+    case FieldType::Bool:
+        return "INTEGER";
+    case FieldType::Bytes:
+        return "BLOB";
+    }
+    return "BLOB";
+}
+
+std::string createTableSql(const TableSpec& table) {
+    std::string sql = "CREATE TABLE IF NOT EXISTS " + quoted(table.name) + " (";
+    bool first = true;
+    for (const auto& [name, type] : table.columns) {
+        if (!first) {
+            sql += ", ";
+        }
+        sql += quoted(name) + " " + sqlType(type) + " NOT NULL";
+        if (first) {
+            sql += " PRIMARY KEY";
+        }
+        first = false;
+    }
+    return sql + ")";
+}
+
+std::string columnList(const TableSpec& table) {
+    std::string out;
+    for (const auto& column : table.columns) {
+        if (!out.empty()) {
+            out += ", ";
+        }
+        out += quoted(column.first);
+    }
+    return out;
+}
+
+// ---- Observers ------------------------------------------------------------------------------
+
+/// One registered observer. The recursive mutex is held while the callback runs, so that cancel()
+/// on another thread waits for a running callback, while a callback may still cancel itself or
+/// write to the store (which calls observers inline again) on its own thread.
+struct ObserverState {
+    std::recursive_mutex mutex;
+    bool alive = true;
+    std::function<void()> onChange;
+};
+
+struct Observer {
+    std::shared_ptr<ObserverState> state;
+    Dispatcher dispatcher;
+};
+
+struct ObserverRegistry {
+    std::mutex mutex;
+    std::uint64_t nextId = 1;
+    std::map<std::string, std::map<std::uint64_t, Observer>> byTable; ///< key: path '\0' table
+};
+
+ObserverRegistry& observerRegistry() {
+    // Never destroyed: tokens may be dropped during static destruction.
+    static auto* registry = new ObserverRegistry;
+    return *registry;
+}
+
+std::string observerKey(const fs::path& canonicalPath, std::string_view table) {
+    std::string key = canonicalPath.string();
+    key += '\0';
+    key += table;
+    return key;
+}
+
+void runObserver(const std::shared_ptr<ObserverState>& state) {
+    std::lock_guard lock(state->mutex);
+    if (state->alive) {
+        state->onChange();
+    }
+}
+
+void notifyObservers(const fs::path& canonicalPath, const std::set<std::string>& tables) {
+    std::vector<Observer> observers;
+    {
+        auto& registry = observerRegistry();
+        std::lock_guard lock(registry.mutex);
+        for (const auto& table : tables) {
+            auto it = registry.byTable.find(observerKey(canonicalPath, table));
+            if (it == registry.byTable.end()) {
+                continue;
+            }
+            for (const auto& entry : it->second) {
+                observers.push_back(entry.second);
+            }
+        }
+    }
+    // Called without the registry lock: a callback may register, cancel or write.
+    for (auto& observer : observers) {
+        if (observer.dispatcher) {
+            observer.dispatcher([state = observer.state] { runObserver(state); });
+        } else {
+            runObserver(observer.state);
+        }
+    }
+}
+
+} // namespace
+
+fs::path defaultStorePath() {
+    fs::path path;
+    {
+        std::lock_guard lock(overrideMutex());
+        path = overridePath();
+    }
+    if (path.empty()) {
+        path = dataHome() / "tidemark" / "default.sqlite";
+    }
+    std::error_code ignored; // a folder that can't be made shows up as a failed open
+    fs::create_directories(path.parent_path(), ignored);
+    return path;
+}
+
+void setDefaultStorePath(const fs::path& path) {
+    std::lock_guard lock(overrideMutex());
+    overridePath() = path;
+}
+
+// ---- Connection -----------------------------------------------------------------------------
+
+/// One SQLite connection of one thread to one file, with its prepared statements and the state
+/// of the write transaction in progress.
+class StoreConnection {
+public:
+    explicit StoreConnection(fs::path canonicalPath) : path_(std::move(canonicalPath)) {
+        const int rc = sqlite3_open_v2(
+            path_.c_str(), &db_, SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE | SQLITE_OPEN_NOMUTEX,
+            nullptr);
+        if (rc != SQLITE_OK) {
+            std::string message = "Store: can't open " + path_.string() + ": " +
+                                  (db_ ? sqlite3_errmsg(db_) : sqlite3_errstr(rc));
+            fatalStop(message);
+        }
+        sqlite3_extended_result_codes(db_, 1);
+        sqlite3_busy_timeout(db_, kBusyTimeoutMs);
+        execute("PRAGMA journal_mode=WAL", "set WAL mode");
+        for (const TableSpec* table :
+             {&tableSpecOf<eventInfo>(), &tableSpecOf<memoDataForNotiObject>(),
+              &tableSpecOf<shareGroup>(), &tableSpecOf<shareMember>(),
+              &tableSpecOf<appFuncForDateData>()}) {
+            ensureTable(*table);
+        }
+        struct stat st {};
+        if (::stat(path_.c_str(), &st) == 0) {
+            device_ = st.st_dev;
+            inode_ = st.st_ino;
+        }
+    }
+
+    ~StoreConnection() {
+        for (auto& entry : statements_) {
+            sqlite3_finalize(entry.second);
+        }
+        sqlite3_close_v2(db_);
+    }
+
+    StoreConnection(const StoreConnection&) = delete;
+    StoreConnection& operator=(const StoreConnection&) = delete;
+
+    const fs::path& path() const { return path_; }
+
+    /// True while the file this connection opened is still the one at its path (a test may
+    /// remove a folder and make a new one under the same name).
+    bool stillAtPath() const {
+        struct stat st {};
+        return ::stat(path_.c_str(), &st) == 0 && st.st_dev == device_ && st.st_ino == inode_;
+    }
+
+    [[noreturn]] void fail(std::string_view what) const {
+        std::string message = "Store: can't " + std::string(what) + " in " + path_.string() + ": " +
+                              sqlite3_errmsg(db_) + " (SQLite error " +
+                              std::to_string(sqlite3_extended_errcode(db_)) + ")";
+        fatalStop(message);
+    }
+
+    /// A cached prepared statement, reset and unbound when the returned guard goes.
+    class Statement {
+    public:
+        Statement(StoreConnection& connection, sqlite3_stmt* stmt)
+            : connection_(connection), stmt_(stmt) {}
+        ~Statement() {
+            sqlite3_reset(stmt_);
+            sqlite3_clear_bindings(stmt_);
+        }
+        Statement(const Statement&) = delete;
+        Statement& operator=(const Statement&) = delete;
+
+        sqlite3_stmt* get() const { return stmt_; }
+
+        void bind(int index, const FieldValue& value) {
+            int rc = SQLITE_OK;
+            if (const auto* s = std::get_if<std::string>(&value)) {
+                rc = sqlite3_bind_text64(stmt_, index, s->data(), s->size(), SQLITE_TRANSIENT,
+                                         SQLITE_UTF8);
+            } else if (const auto* i = std::get_if<std::int64_t>(&value)) {
+                rc = sqlite3_bind_int64(stmt_, index, *i);
+            } else if (const auto* b = std::get_if<bool>(&value)) {
+                rc = sqlite3_bind_int64(stmt_, index, *b ? 1 : 0);
+            } else {
+                const auto& bytes = std::get<Bytes>(value);
+                // An empty blob must stay a blob: a null data pointer would bind NULL.
+                rc = bytes.empty() ? sqlite3_bind_zeroblob(stmt_, index, 0)
+                                   : sqlite3_bind_blob64(stmt_, index, bytes.data(), bytes.size(),
+                                                         SQLITE_TRANSIENT);
+            }
+            if (rc != SQLITE_OK) {
+                connection_.fail("bind a value");
+            }
+        }
+
+        /// Steps once: true for a row, false when done; anything else is a fatal stop.
+        bool step(std::string_view what) {
+            const int rc = sqlite3_step(stmt_);
+            if (rc == SQLITE_ROW) {
+                return true;
+            }
+            if (rc == SQLITE_DONE) {
+                return false;
+            }
+            connection_.fail(what);
+        }
+
+        FieldValue column(int index, FieldType type) const {
+            switch (type) {
+            case FieldType::String: {
+                const auto* text = sqlite3_column_text(stmt_, index);
+                const int size = sqlite3_column_bytes(stmt_, index);
+                return text ? std::string(reinterpret_cast<const char*>(text),
+                                          static_cast<std::size_t>(size))
+                            : std::string();
+            }
+            case FieldType::Int:
+                return static_cast<std::int64_t>(sqlite3_column_int64(stmt_, index));
+            case FieldType::Bool:
+                return sqlite3_column_int64(stmt_, index) != 0;
+            case FieldType::Bytes: {
+                const auto* data =
+                    static_cast<const std::uint8_t*>(sqlite3_column_blob(stmt_, index));
+                const int size = sqlite3_column_bytes(stmt_, index);
+                return data ? Bytes(data, data + size) : Bytes();
+            }
+            }
+            return std::string();
+        }
+
+    private:
+        StoreConnection& connection_;
+        sqlite3_stmt* stmt_;
+    };
+
+    Statement prepare(const std::string& sql) {
+        auto it = statements_.find(sql);
+        if (it == statements_.end()) {
+            sqlite3_stmt* stmt = nullptr;
+            if (sqlite3_prepare_v3(db_, sql.c_str(), static_cast<int>(sql.size()),
+                                   SQLITE_PREPARE_PERSISTENT, &stmt, nullptr) != SQLITE_OK) {
+                fail("prepare \"" + sql + "\"");
+            }
+            it = statements_.emplace(sql, stmt).first;
+        }
+        return Statement(*this, it->second);
+    }
+
+    void execute(const std::string& sql, std::string_view what) {
+        auto statement = prepare(sql);
+        while (statement.step(what)) {
+        }
+    }
+
+    void ensureTable(const TableSpec& table) {
+        if (knownTables_.count(std::string(table.name))) {
+            return;
+        }
+        execute(createTableSql(table), "create table " + std::string(table.name));
+        knownTables_.insert(std::string(table.name));
+    }
+
+    bool inWrite = false;
+    std::set<std::string> touchedTables;
+
+private:
+    fs::path path_;
+    sqlite3* db_ = nullptr;
+    std::unordered_map<std::string, sqlite3_stmt*> statements_;
+    std::set<std::string> knownTables_;
+    dev_t device_ = 0;
+    ino_t inode_ = 0;
+};
+
+namespace {
+
+/// The calling thread's connections, by canonical path.
+std::unordered_map<std::string, std::shared_ptr<StoreConnection>>& threadConnections() {
+    thread_local std::unordered_map<std::string, std::shared_ptr<StoreConnection>> connections;
+    return connections;
+}
+
+std::size_t columnIndex(const TableSpec& table, std::string_view name) {
+    for (std::size_t i = 0; i < table.columns.size(); ++i) {
+        if (table.columns[i].first == name) {
+            return i;
+        }
+    }
+    fatalStop("Store: " + std::string(table.name) + " has no field named \"" + std::string(name) +
+              "\"");
+}
+
+bool valueFitsColumn(const FieldValue& value, FieldType type) {
+    switch (type) {
+    case FieldType::String:
+        return std::holds_alternative<std::string>(value);
+    case FieldType::Int:
+    case FieldType::Bool:
+        return std::holds_alternative<std::int64_t>(value) || std::holds_alternative<bool>(value);
+    case FieldType::Bytes:
+        return std::holds_alternative<Bytes>(value);
+    }
+    return false;
+}
+
+/// " WHERE ..." for the query's predicates, checked against the table; the values to bind in
+/// order go to `values`.
+std::string whereClause(const TableSpec& table, const Query& query,
+                        std::vector<const FieldValue*>& values) {
+    std::string sql;
+    for (const auto& predicate : query.predicates) {
+        const auto& [name, type] = table.columns[columnIndex(table, predicate.field)];
+        if (!valueFitsColumn(predicate.value, type)) {
+            fatalStop("Store: the value for " + std::string(table.name) + "." + std::string(name) +
+                      " in a query has the wrong type");
+        }
+        const std::string column = quoted(name);
+        std::string condition;
+        switch (predicate.op) {
+        case Predicate::Op::Equal:
+            condition = column + " = ?";
+            break;
+        case Predicate::Op::NotEqual:
+            condition = column + " <> ?";
+            break;
+        case Predicate::Op::Less:
+            condition = column + " < ?";
+            break;
+        case Predicate::Op::LessOrEqual:
+            condition = column + " <= ?";
+            break;
+        case Predicate::Op::Greater:
+            condition = column + " > ?";
+            break;
+        case Predicate::Op::GreaterOrEqual:
+            condition = column + " >= ?";
+            break;
+        case Predicate::Op::Contains:
+        case Predicate::Op::ContainsCaseInsensitive:
+            if (type != FieldType::String) {
+                fatalStop("Store: a substring query on " + std::string(table.name) + "." +
+                          std::string(name) + ", which is not a string field");
+            }
+            condition = predicate.op == Predicate::Op::Contains
+                            ? "instr(" + column + ", ?) > 0"
+                            : "instr(lower(" + column + "), lower(?)) > 0";
+            break;
+        }
+        sql += sql.empty() ? " WHERE " : " AND ";
+        sql += condition;
+        values.push_back(&predicate.value);
+    }
+    return sql;
+}
+
+} // namespace
+
+// ---- Store ----------------------------------------------------------------------------------
+
+Store::Store(std::shared_ptr<StoreConnection> connection) : connection_(std::move(connection)) {}
+
+Store Store::open() {
+    return open(defaultStorePath());
+}
+
+Store Store::open(const fs::path& path) {
+    std::error_code ignored;
+    if (path.has_parent_path()) {
+        fs::create_directories(path.parent_path(), ignored);
+    }
+    const fs::path canonical = canonicalStorePath(path);
+    auto& connections = threadConnections();
+    auto it = connections.find(canonical.string());
+    if (it != connections.end()) {
+        if (it->second->stillAtPath()) {
+            return Store(it->second);
+        }
+        connections.erase(it);
+    }
+    // Let go of connections to files that are gone (tests remove their folders), unless a
+    // handle still uses them, so that their descriptors don't pile up.
+    std::erase_if(connections, [](const auto& entry) {
+        return entry.second.use_count() == 1 && !entry.second->stillAtPath();
+    });
+    auto connection = std::make_shared<StoreConnection>(canonical);
+    connections.emplace(canonical.string(), connection);
+    return Store(std::move(connection));
+}
+
+const fs::path& Store::path() const {
+    return connection_->path();
+}
+
+std::optional<std::vector<FieldValue>> Store::objectRow(const TableSpec& table,
+                                                        std::string_view primaryKey) const {
+    auto& c = *connection_;
+    c.ensureTable(table);
+    auto statement = c.prepare("SELECT " + columnList(table) + " FROM " + quoted(table.name) +
+                               " WHERE " + quoted(table.columns.front().first) + " = ?");
+    statement.bind(1, std::string(primaryKey));
+    if (!statement.step("read from " + std::string(table.name))) {
+        return std::nullopt;
+    }
+    std::vector<FieldValue> row;
+    for (std::size_t i = 0; i < table.columns.size(); ++i) {
+        row.push_back(statement.column(static_cast<int>(i), table.columns[i].second));
+    }
+    return row;
+}
+
+std::vector<std::vector<FieldValue>> Store::rows(const TableSpec& table, const Query& query) const {
+    auto& c = *connection_;
+    c.ensureTable(table);
+    std::vector<const FieldValue*> values;
+    std::string sql = "SELECT " + columnList(table) + " FROM " + quoted(table.name) +
+                      whereClause(table, query, values) + " ORDER BY ";
+    if (query.sort) {
+        const auto& column = table.columns[columnIndex(table, query.sort->keyPath)];
+        sql += quoted(column.first) + (query.sort->ascending ? " ASC, " : " DESC, ");
+    }
+    sql += "rowid ASC";
+    auto statement = c.prepare(sql);
+    for (std::size_t i = 0; i < values.size(); ++i) {
+        statement.bind(static_cast<int>(i + 1), *values[i]);
+    }
+    std::vector<std::vector<FieldValue>> out;
+    while (statement.step("read from " + std::string(table.name))) {
+        std::vector<FieldValue> row;
+        row.reserve(table.columns.size());
+        for (std::size_t i = 0; i < table.columns.size(); ++i) {
+            row.push_back(statement.column(static_cast<int>(i), table.columns[i].second));
+        }
+        out.push_back(std::move(row));
+    }
+    return out;
+}
+
+std::int64_t Store::countRows(const TableSpec& table, const Query& query) const {
+    auto& c = *connection_;
+    c.ensureTable(table);
+    std::vector<const FieldValue*> values;
+    auto statement =
+        c.prepare("SELECT count(*) FROM " + quoted(table.name) + whereClause(table, query, values));
+    for (std::size_t i = 0; i < values.size(); ++i) {
+        statement.bind(static_cast<int>(i + 1), *values[i]);
+    }
+    if (!statement.step("count in " + std::string(table.name))) {
+        fatalStop("Store: counting gave no row for " + std::string(table.name));
+    }
+    return sqlite3_column_int64(statement.get(), 0);
+}
+
+void Store::upsertRow(const TableSpec& table, const std::vector<FieldValue>& row) {
+    auto& c = *connection_;
+    if (!c.inWrite) {
+        fatalStop("Store: a record of " + std::string(table.name) + " was added outside a write");
+    }
+    if (row.size() != table.columns.size()) {
+        fatalStop("Store: a row for " + std::string(table.name) +
+                  " has the wrong number of fields");
+    }
+    c.ensureTable(table);
+    std::string placeholders;
+    std::string updates;
+    for (std::size_t i = 0; i < table.columns.size(); ++i) {
+        placeholders += i == 0 ? "?" : ", ?";
+        if (i > 0) {
+            if (!updates.empty()) {
+                updates += ", ";
+            }
+            const std::string column = quoted(table.columns[i].first);
+            updates += column + " = excluded." + column;
+        }
+    }
+    // An upsert, never delete-and-insert: an overwritten record keeps its rowid, so its place.
+    std::string sql = "INSERT INTO " + quoted(table.name) + " (" + columnList(table) +
+                      ") VALUES (" + placeholders + ") ON CONFLICT(" +
+                      quoted(table.columns.front().first) + ") DO " +
+                      (updates.empty() ? "NOTHING" : "UPDATE SET " + updates);
+    auto statement = c.prepare(sql);
+    for (std::size_t i = 0; i < row.size(); ++i) {
+        if (!valueFitsColumn(row[i], table.columns[i].second)) {
+            fatalStop("Store: the value for " + std::string(table.name) + "." +
+                      std::string(table.columns[i].first) + " has the wrong type");
+        }
+        statement.bind(static_cast<int>(i + 1), row[i]);
+    }
+    statement.step("write to " + std::string(table.name));
+    c.touchedTables.insert(std::string(table.name));
+}
+
+void Store::deleteRow(const TableSpec& table, std::string_view primaryKey) {
+    auto& c = *connection_;
+    if (!c.inWrite) {
+        fatalStop("Store: a record of " + std::string(table.name) + " was removed outside a write");
+    }
+    c.ensureTable(table);
+    auto statement = c.prepare("DELETE FROM " + quoted(table.name) + " WHERE " +
+                               quoted(table.columns.front().first) + " = ?");
+    statement.bind(1, std::string(primaryKey));
+    statement.step("delete from " + std::string(table.name));
+    c.touchedTables.insert(std::string(table.name));
+}
+
+void Store::deleteAllRows(const TableSpec& table) {
+    auto& c = *connection_;
+    if (!c.inWrite) {
+        fatalStop("Store: records of " + std::string(table.name) + " were removed outside a write");
+    }
+    c.ensureTable(table);
+    c.execute("DELETE FROM " + quoted(table.name), "delete from " + std::string(table.name));
+    c.touchedTables.insert(std::string(table.name));
+}
+
+void Store::write(const std::function<void()>& body) {
+    auto& c = *connection_;
+    if (c.inWrite) {
+        fatalStop("Store: a write was started inside another write on " + c.path().string());
+    }
+    c.execute("BEGIN IMMEDIATE", "begin a write");
+    c.inWrite = true;
+    c.touchedTables.clear();
+    try {
+        body();
+    } catch (...) {
+        c.inWrite = false;
+        c.touchedTables.clear();
+        c.execute("ROLLBACK", "roll back a write");
+        throw;
+    }
+    c.inWrite = false;
+    c.execute("COMMIT", "commit a write");
+    const std::set<std::string> touched = std::move(c.touchedTables);
+    c.touchedTables.clear();
+    notifyObservers(c.path(), touched);
+}
+
+ObservationToken Store::observeTable(const fs::path& path, std::string_view table,
+                                     std::function<void()> onChange, Dispatcher dispatcher) {
+    auto state = std::make_shared<ObserverState>();
+    state->onChange = std::move(onChange);
+    const std::string key = observerKey(canonicalStorePath(path), table);
+    std::uint64_t id = 0;
+    {
+        auto& registry = observerRegistry();
+        std::lock_guard lock(registry.mutex);
+        id = registry.nextId++;
+        registry.byTable[key].emplace(id, Observer{state, std::move(dispatcher)});
+    }
+    return ObservationToken([key, id, state] {
+        {
+            auto& registry = observerRegistry();
+            std::lock_guard lock(registry.mutex);
+            if (auto it = registry.byTable.find(key); it != registry.byTable.end()) {
+                it->second.erase(id);
+                if (it->second.empty()) {
+                    registry.byTable.erase(it);
+                }
+            }
+        }
+        // Taken after the registry lock is let go: a running callback holds this one and may
+        // need the registry (to write or to cancel others).
+        std::lock_guard lock(state->mutex);
+        state->alive = false;
+    });
+}
+
+} // namespace tidemark

@@ -1,0 +1,312 @@
+// The typed defaults store: per-declaration defaults, shared stored values, notifications, files
+// and threads.
+#include "TestSupport.h"
+#include "records/Defaults.h"
+
+#include <climits>
+#include <deque>
+#include <fstream>
+#include <gtest/gtest.h>
+#include <mutex>
+#include <sqlite3.h>
+#include <thread>
+
+using namespace tidemark;
+using tidemark::testing::IsolatedStorage;
+using tidemark::testing::TempDir;
+
+namespace {
+
+/// The type column and the storage class of a key's row, read from the file itself.
+std::optional<std::pair<std::string, int>> storedRow(const std::filesystem::path& path,
+                                                     const std::string& key) {
+    sqlite3* db = nullptr;
+    EXPECT_EQ(sqlite3_open_v2(path.c_str(), &db, SQLITE_OPEN_READONLY, nullptr), SQLITE_OK);
+    sqlite3_stmt* stmt = nullptr;
+    EXPECT_EQ(sqlite3_prepare_v2(db, "SELECT type, typeof(value) FROM defaults WHERE key = ?", -1,
+                                 &stmt, nullptr),
+              SQLITE_OK);
+    sqlite3_bind_text(stmt, 1, key.c_str(), -1, SQLITE_TRANSIENT);
+    std::optional<std::pair<std::string, int>> out;
+    if (sqlite3_step(stmt) == SQLITE_ROW) {
+        const std::string storage = reinterpret_cast<const char*>(sqlite3_column_text(stmt, 1));
+        const int storageClass = storage == "integer" ? SQLITE_INTEGER
+                                 : storage == "text"  ? SQLITE_TEXT
+                                 : storage == "blob"  ? SQLITE_BLOB
+                                                      : SQLITE_NULL;
+        out.emplace(reinterpret_cast<const char*>(sqlite3_column_text(stmt, 0)), storageClass);
+    }
+    sqlite3_finalize(stmt);
+    sqlite3_close(db);
+    return out;
+}
+
+void execute(const std::filesystem::path& path, const char* sql) {
+    sqlite3* db = nullptr;
+    ASSERT_EQ(sqlite3_open(path.c_str(), &db), SQLITE_OK);
+    ASSERT_EQ(sqlite3_exec(db, sql, nullptr, nullptr, nullptr), SQLITE_OK) << sqlite3_errmsg(db);
+    sqlite3_close(db);
+}
+
+} // namespace
+
+TEST(Defaults, DefaultsBelongToEachDeclarationAndAreNeverStored) {
+    IsolatedStorage storage;
+    auto& suite = DefaultsSuite::standard();
+    Setting<std::int64_t> form{"AE_newEventType", 0};
+    Setting<std::int64_t> notiPage{"AE_newEventType", 1};
+    EXPECT_EQ(form.get(), 0);
+    EXPECT_EQ(notiPage.get(), 1);
+    EXPECT_FALSE(suite.value("AE_newEventType").has_value());
+    EXPECT_FALSE(storedRow(suite.path(), "AE_newEventType").has_value());
+
+    // Writing the value of a default stores it, and from then on both declarations agree.
+    form.set(0);
+    EXPECT_EQ(storedRow(suite.path(), "AE_newEventType"),
+              (std::pair<std::string, int>{"int", SQLITE_INTEGER}));
+    EXPECT_EQ(form.get(), 0);
+    EXPECT_EQ(notiPage.get(), 0);
+    notiPage = 7;
+    EXPECT_EQ(static_cast<std::int64_t>(form), 7);
+
+    // Removing the value brings each declaration's own default back.
+    suite.removeValue("AE_newEventType");
+    EXPECT_FALSE(storedRow(suite.path(), "AE_newEventType").has_value());
+    EXPECT_EQ(form.get(), 0);
+    EXPECT_EQ(notiPage.get(), 1);
+}
+
+TEST(Defaults, EveryTypeRoundTripsWithItsTypeName) {
+    TempDir dir;
+    DefaultsSuite suite(dir.path() / "suite" / "defaults.sqlite");
+    ASSERT_TRUE(suite.isOpen());
+    struct Case {
+        const char* key;
+        DefaultsValue value;
+        const char* type;
+        int storage;
+    };
+    const std::vector<Case> cases = {
+        {"true", true, "bool", SQLITE_INTEGER},
+        {"false", false, "bool", SQLITE_INTEGER},
+        {"max", std::int64_t{INT64_MAX}, "int", SQLITE_INTEGER},
+        {"min", std::int64_t{INT64_MIN}, "int", SQLITE_INTEGER},
+        {"empty string", std::string(), "string", SQLITE_TEXT},
+        {"text", std::string("caf\xC3\xA9 \xE6\x97\xA5\xE6\x9C\xAC \0 end", 18), "string",
+         SQLITE_TEXT},
+        {"empty data", Bytes{}, "data", SQLITE_BLOB},
+        {"data", Bytes{0, 0xFF, 0, 0x7F, 0x80}, "data", SQLITE_BLOB},
+    };
+    for (const auto& c : cases) {
+        suite.setValue(c.key, c.value);
+    }
+    // Read back through a second connection, as another process would.
+    DefaultsSuite other(suite.path());
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.key);
+        EXPECT_EQ(suite.value(c.key), c.value);
+        EXPECT_EQ(other.value(c.key), c.value);
+        EXPECT_EQ(storedRow(suite.path(), c.key), (std::pair<std::string, int>{c.type, c.storage}));
+    }
+    // Overwriting with another type replaces the type as well.
+    suite.setValue("true", std::string("now a string"));
+    EXPECT_EQ(other.value("true"), DefaultsValue(std::string("now a string")));
+}
+
+TEST(Defaults, ForeignRowsReadAsAbsentUnlessTheyFitTheirType) {
+    TempDir dir;
+    const auto path = dir.path() / "defaults.sqlite";
+    DefaultsSuite suite(path);
+    execute(path, "INSERT INTO defaults VALUES ('unknown', 'date', 5), ('text as int', 'int', 'x'),"
+                  "('int as data', 'data', 3), ('null data', 'data', NULL), ('bool', 'bool', 2)");
+    EXPECT_EQ(suite.value("unknown"), std::nullopt);
+    EXPECT_EQ(suite.value("text as int"), std::nullopt);
+    EXPECT_EQ(suite.value("int as data"), std::nullopt);
+    EXPECT_EQ(suite.value("null data"), DefaultsValue(Bytes{}));
+    EXPECT_EQ(suite.value("bool"), DefaultsValue(true));
+    EXPECT_EQ(Setting<std::int64_t>("unknown", 42, suite).get(), 42);
+}
+
+TEST(Defaults, AValueOfAnotherTypeReadsAsTheDeclarationsDefault) {
+    TempDir dir;
+    DefaultsSuite suite(dir.path() / "defaults.sqlite");
+    Setting<bool> flag{"key", true, suite};
+    Setting<std::int64_t> number{"key", 3, suite};
+    Setting<std::string> text{"key", "fallback", suite};
+    Setting<Bytes> blob{"key", Bytes{9}, suite};
+
+    text = "hello";
+    EXPECT_EQ(flag.get(), true);
+    EXPECT_EQ(number.get(), 3);
+    EXPECT_EQ(text.get(), "hello");
+    EXPECT_EQ(blob.get(), Bytes{9});
+    number = 0;
+    EXPECT_EQ(flag.get(), true); // an int is not a bool
+    EXPECT_EQ(number.get(), 0);
+    EXPECT_EQ(text.get(), "fallback");
+    flag = false;
+    EXPECT_EQ(flag.get(), false);
+    EXPECT_EQ(number.get(), 3);
+    blob = Bytes{};
+    EXPECT_EQ(blob.get(), Bytes{});
+    EXPECT_EQ(text.get(), "fallback");
+}
+
+TEST(Defaults, EveryWriteTellsEveryDeclarationOfTheKey) {
+    TempDir dir;
+    DefaultsSuite suite(dir.path() / "defaults.sqlite");
+    Setting<bool> mainView{"ALL_APP_loading", false, suite};
+    Setting<bool> nextDays{"ALL_APP_loading", true, suite};
+    Setting<bool> unrelated{"ALL_APP_other", false, suite};
+    std::vector<std::string> calls;
+    auto a = mainView.observe([&] { calls.push_back("main:" + std::to_string(mainView.get())); });
+    auto b = nextDays.observe([&] { calls.push_back("next:" + std::to_string(nextDays.get())); });
+    auto c = unrelated.observe([&] { calls.push_back("unrelated"); });
+
+    mainView = true;
+    EXPECT_EQ(calls, (std::vector<std::string>{"main:1", "next:1"}));
+    calls.clear();
+    mainView = true; // the same value again, still a write
+    nextDays = true; // the value of its own default, still a write
+    EXPECT_EQ(calls.size(), 4u);
+    calls.clear();
+    suite.removeValue("ALL_APP_loading");
+    EXPECT_EQ(calls, (std::vector<std::string>{"main:0", "next:1"}));
+    calls.clear();
+
+    b.cancel();
+    {
+        auto scoped = nextDays.observe([&] { calls.push_back("scoped"); });
+    }
+    mainView = false;
+    EXPECT_EQ(calls, (std::vector<std::string>{"main:0"}));
+}
+
+TEST(Defaults, QueuedObserversRunLaterAndCanBeCancelled) {
+    TempDir dir;
+    DefaultsSuite suite(dir.path() / "defaults.sqlite");
+    std::deque<std::function<void()>> queue;
+    Dispatcher queued = [&](std::function<void()> f) { queue.push_back(std::move(f)); };
+    int kept = 0, cancelled = 0, self = 0;
+    auto a = suite.observe(
+        "k", [&] { ++kept; }, queued);
+    auto b = suite.observe(
+        "k", [&] { ++cancelled; }, queued);
+    ObservationToken selfToken;
+    selfToken = suite.observe("k", [&] {
+        ++self;
+        selfToken.cancel();
+        suite.setValue("k", std::int64_t{2}); // a write from inside a callback
+    });
+    suite.setValue("k", std::int64_t{1});
+    EXPECT_EQ(self, 1);
+    EXPECT_EQ(queue.size(), 4u); // two for each write
+    EXPECT_EQ(kept, 0);
+    b.cancel();
+    while (!queue.empty()) {
+        queue.front()();
+        queue.pop_front();
+    }
+    EXPECT_EQ(kept, 2);
+    EXPECT_EQ(cancelled, 0);
+}
+
+TEST(Defaults, WritesFromManyThreadsAreAllKept) {
+    TempDir dir;
+    DefaultsSuite suite(dir.path() / "defaults.sqlite");
+    std::mutex mutex;
+    int calls = 0;
+    auto token = suite.observe("shared", [&] {
+        std::lock_guard lock(mutex);
+        ++calls;
+    });
+    std::vector<std::thread> threads;
+    for (int t = 0; t < 4; ++t) {
+        threads.emplace_back([&, t] {
+            Setting<std::int64_t> own{"thread" + std::to_string(t), -1, suite};
+            Setting<std::string> shared{"shared", "", suite};
+            for (int i = 0; i < 20; ++i) {
+                own = i;
+                shared = std::to_string(t);
+                EXPECT_EQ(own.get(), i);
+            }
+        });
+    }
+    for (auto& t : threads) {
+        t.join();
+    }
+    for (int t = 0; t < 4; ++t) {
+        EXPECT_EQ(suite.value("thread" + std::to_string(t)), DefaultsValue(std::int64_t{19}));
+    }
+    EXPECT_EQ(calls, 80);
+    const auto last = std::get<std::string>(suite.value("shared").value());
+    EXPECT_TRUE(last == "0" || last == "1" || last == "2" || last == "3") << last;
+}
+
+TEST(Defaults, StandardAndNamedSuitesFollowTheEnvironmentAfterAReset) {
+    IsolatedStorage storage;
+    auto& standard = DefaultsSuite::standard();
+    EXPECT_EQ(standard.path(), storage.configHome() / "tidemark" / "defaults.sqlite");
+    EXPECT_EQ(standardDefaultsPath(), standard.path());
+    DefaultsSuite* group = DefaultsSuite::named("group.example.test");
+    ASSERT_NE(group, nullptr);
+    EXPECT_EQ(group->path(), storage.dataHome() / "group.example.test" / "defaults.sqlite");
+    EXPECT_EQ(DefaultsSuite::named("group.example.test"), group);
+    EXPECT_TRUE(std::filesystem::exists(group->path()));
+
+    Setting<std::string> setting{"UI_key", "default"};
+    setting = "first home";
+    group->setValue("shared", std::string("first group"));
+    int calls = 0;
+    auto token = setting.observe([&] { ++calls; });
+
+    const auto second = storage.root() / "second";
+    setenv("XDG_CONFIG_HOME", (second / "config").c_str(), 1);
+    setenv("XDG_DATA_HOME", (second / "data").c_str(), 1);
+    DefaultsSuite::resetForTesting();
+
+    // Same objects, new files: the Setting and its observer carry on.
+    EXPECT_EQ(&DefaultsSuite::standard(), &standard);
+    EXPECT_EQ(DefaultsSuite::named("group.example.test"), group);
+    EXPECT_EQ(standard.path(), second / "config" / "tidemark" / "defaults.sqlite");
+    EXPECT_EQ(group->path(), second / "data" / "group.example.test" / "defaults.sqlite");
+    EXPECT_EQ(setting.get(), "default");
+    EXPECT_EQ(group->value("shared"), std::nullopt);
+    setting = "second home";
+    EXPECT_EQ(calls, 1);
+    EXPECT_EQ(DefaultsSuite(storage.configHome() / "tidemark" / "defaults.sqlite").value("UI_key"),
+              DefaultsValue(std::string("first home")));
+}
+
+TEST(Defaults, ANamedSuiteThatCannotBeMadeIsNull) {
+    IsolatedStorage storage;
+    const auto blocker = storage.root() / "not a folder";
+    { std::ofstream(blocker) << "x"; }
+    setenv("XDG_DATA_HOME", blocker.c_str(), 1);
+    EXPECT_EQ(DefaultsSuite::named("group.unmakeable"), nullptr);
+    DefaultsSuite direct(blocker / "defaults.sqlite");
+    EXPECT_FALSE(direct.isOpen());
+    EXPECT_EQ(direct.value("k"), std::nullopt);
+
+    // Once its folder can be made, the same name opens.
+    setenv("XDG_DATA_HOME", storage.dataHome().c_str(), 1);
+    DefaultsSuite::resetForTesting();
+    auto* suite = DefaultsSuite::named("group.unmakeable");
+    ASSERT_NE(suite, nullptr);
+    EXPECT_EQ(suite->path(), storage.dataHome() / "group.unmakeable" / "defaults.sqlite");
+}
+
+TEST(Defaults, AnotherConnectionsWritesAreSeenAtTheNextRead) {
+    TempDir dir;
+    const auto path = dir.path() / "defaults.sqlite";
+    DefaultsSuite app(path);
+    DefaultsSuite widget(path);
+    Setting<std::int64_t> count{"count", 0, app};
+    EXPECT_EQ(count.get(), 0);
+    widget.setValue("count", std::int64_t{5});
+    EXPECT_EQ(count.get(), 5);
+    execute(path, "UPDATE defaults SET value = 6 WHERE key = 'count'");
+    EXPECT_EQ(count.get(), 6);
+    widget.removeValue("count");
+    EXPECT_EQ(count.get(), 0);
+}

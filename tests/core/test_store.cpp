@@ -1,0 +1,576 @@
+// The SQLite object store: table layout, store order, queries, round trips, change observers and
+// the fatal stops that guard it.
+#include "TestSupport.h"
+#include "base/Fatal.h"
+#include "records/Store.h"
+
+#include <climits>
+#include <deque>
+#include <fstream>
+#include <gtest/gtest.h>
+#include <mutex>
+#include <sqlite3.h>
+#include <stdexcept>
+#include <thread>
+
+using namespace tidemark;
+using tidemark::testing::IsolatedStorage;
+using tidemark::testing::TempDir;
+
+namespace {
+
+memoDataForNotiObject memo(const std::string& id, const std::string& title, std::int64_t number,
+                           const std::string& content = "") {
+    memoDataForNotiObject m;
+    m.memoId = id;
+    m.eventId = "E";
+    m.title = title;
+    m.content = content;
+    m.backupDataType01 = number;
+    return m;
+}
+
+std::vector<std::string> memoIds(const std::vector<memoDataForNotiObject>& memos) {
+    std::vector<std::string> ids;
+    for (const auto& m : memos) {
+        ids.push_back(m.memoId);
+    }
+    return ids;
+}
+
+template <class R> void addAll(Store& store, const std::vector<R>& records) {
+    store.write([&] {
+        for (const auto& r : records) {
+            store.add(r);
+        }
+    });
+}
+
+class StoreTest : public ::testing::Test {
+protected:
+    std::filesystem::path file() const { return dir.path() / "store" / "test.sqlite"; }
+    Store open() const { return Store::open(file()); }
+    TempDir dir;
+};
+
+struct ColumnInfo {
+    std::string name;
+    std::string type;
+    bool notNull;
+    bool primaryKey;
+    bool operator==(const ColumnInfo&) const = default;
+};
+
+std::vector<ColumnInfo> tableInfo(const std::filesystem::path& path, std::string_view table) {
+    sqlite3* db = nullptr;
+    EXPECT_EQ(sqlite3_open_v2(path.c_str(), &db, SQLITE_OPEN_READONLY, nullptr), SQLITE_OK);
+    sqlite3_stmt* stmt = nullptr;
+    const std::string sql = "PRAGMA table_info(\"" + std::string(table) + "\")";
+    EXPECT_EQ(sqlite3_prepare_v2(db, sql.c_str(), -1, &stmt, nullptr), SQLITE_OK);
+    std::vector<ColumnInfo> columns;
+    while (sqlite3_step(stmt) == SQLITE_ROW) {
+        columns.push_back({reinterpret_cast<const char*>(sqlite3_column_text(stmt, 1)),
+                           reinterpret_cast<const char*>(sqlite3_column_text(stmt, 2)),
+                           sqlite3_column_int(stmt, 3) != 0, sqlite3_column_int(stmt, 5) != 0});
+    }
+    sqlite3_finalize(stmt);
+    sqlite3_close(db);
+    return columns;
+}
+
+} // namespace
+
+TEST_F(StoreTest, TablesAreNamedAsTheClassesWithColumnsInFieldOrder) {
+    open();
+    struct Expected {
+        const TableSpec& table;
+        std::size_t columns;
+        std::vector<std::string> someNames; ///< the first, second and last column
+    };
+    for (const auto& t : {
+             Expected{tableSpecOf<eventInfo>(), 32, {"eventId", "eventTitle", "backupDataType03"}},
+             Expected{tableSpecOf<memoDataForNotiObject>(),
+                      8,
+                      {"memoId", "eventId", "backupDataType03"}},
+             Expected{tableSpecOf<shareGroup>(), 5, {"shareGroupId", "title", "backupDataType03"}},
+             Expected{tableSpecOf<shareMember>(),
+                      7,
+                      {"shareMemberId", "shareGroupId", "backupDataType03"}},
+             Expected{
+                 tableSpecOf<appFuncForDateData>(), 5, {"dataId", "dateString", "dateInfoDay"}},
+         }) {
+        SCOPED_TRACE(std::string(t.table.name));
+        const auto columns = tableInfo(file(), t.table.name);
+        ASSERT_EQ(columns.size(), t.columns);
+        EXPECT_EQ(columns.front().name, t.someNames[0]);
+        EXPECT_EQ(columns[1].name, t.someNames[1]);
+        EXPECT_EQ(columns.back().name, t.someNames[2]);
+        for (std::size_t i = 0; i < columns.size(); ++i) {
+            const auto [name, type] = t.table.columns[i];
+            const char* sqlType = type == FieldType::String  ? "TEXT"
+                                  : type == FieldType::Bytes ? "BLOB"
+                                                             : "INTEGER";
+            EXPECT_EQ(columns[i], (ColumnInfo{std::string(name), sqlType, true, i == 0}));
+        }
+    }
+    // Spot checks of types against the record declarations.
+    const auto events = tableInfo(file(), "eventInfo");
+    EXPECT_EQ(events[7], (ColumnInfo{"eventRepeatOrNot", "INTEGER", true, false}));
+    EXPECT_EQ(events[11], (ColumnInfo{"eventDateWhenEveryWeek", "BLOB", true, false}));
+    EXPECT_EQ(events[14],
+              (ColumnInfo{"eventDateWhenCustomizeRepeatTimes", "INTEGER", true, false}));
+}
+
+TEST_F(StoreTest, StoreOrderIsInsertionOrderAndAnOverwriteKeepsItsPlace) {
+    auto store = open();
+    addAll(store, std::vector{memo("A", "a", 1), memo("B", "b", 2), memo("C", "c", 3)});
+    store.write([&] { store.add(memo("A", "a again", 10)); });
+    auto memos = store.objects<memoDataForNotiObject>();
+    EXPECT_EQ(memoIds(memos), (std::vector<std::string>{"A", "B", "C"}));
+    EXPECT_EQ(memos[0].title, "a again");
+    EXPECT_EQ(memos[0].backupDataType01, 10);
+
+    // A removed record that comes back goes to the end.
+    store.write([&] {
+        store.remove<memoDataForNotiObject>("B");
+        store.remove<memoDataForNotiObject>("no such id");
+    });
+    store.write([&] { store.add(memo("B", "b", 2)); });
+    EXPECT_EQ(memoIds(store.objects<memoDataForNotiObject>()),
+              (std::vector<std::string>{"A", "C", "B"}));
+    EXPECT_EQ(store.count<memoDataForNotiObject>(), 3);
+    EXPECT_EQ(store.object<memoDataForNotiObject>("C"), memo("C", "c", 3));
+    EXPECT_EQ(store.object<memoDataForNotiObject>("D"), std::nullopt);
+
+    store.write([&] { store.removeAll<memoDataForNotiObject>(); });
+    EXPECT_EQ(store.count<memoDataForNotiObject>(), 0);
+}
+
+TEST_F(StoreTest, QueriesHoldEveryPredicate) {
+    auto store = open();
+    addAll(store, std::vector{memo("m1", "Dentist", 5, "teeth"), memo("m2", "dentist follow-up", 3),
+                              memo("m3", "Birthday", 5, "cake"), memo("m4", "DENTIST", 8),
+                              memo("m5", "Zoo", -1)});
+    using Op = Predicate::Op;
+    struct Case {
+        const char* name;
+        Query query;
+        std::vector<std::string> ids;
+    };
+    const Query all;
+    const std::vector<Case> cases = {
+        {"equal int", all.equal("backupDataType01", std::int64_t{5}), {"m1", "m3"}},
+        {"equal string", all.equal("title", std::string("Zoo")), {"m5"}},
+        {"not equal",
+         all.where("backupDataType01", Op::NotEqual, std::int64_t{5}),
+         {"m2", "m4", "m5"}},
+        {"less", all.where("backupDataType01", Op::Less, std::int64_t{5}), {"m2", "m5"}},
+        {"less or equal",
+         all.where("backupDataType01", Op::LessOrEqual, std::int64_t{5}),
+         {"m1", "m2", "m3", "m5"}},
+        {"greater", all.where("backupDataType01", Op::Greater, std::int64_t{5}), {"m4"}},
+        {"greater or equal",
+         all.where("backupDataType01", Op::GreaterOrEqual, std::int64_t{5}),
+         {"m1", "m3", "m4"}},
+        {"string order is by code point",
+         all.where("title", Op::Less, std::string("a")),
+         {"m1", "m3", "m4", "m5"}},
+        {"contains is case-sensitive",
+         all.where("title", Op::Contains, std::string("entist")),
+         {"m1", "m2"}},
+        {"contains, no match in other case",
+         all.where("title", Op::Contains, std::string("dentist")),
+         {"m2"}},
+        {"contains ignoring case",
+         all.where("title", Op::ContainsCaseInsensitive, std::string("dEnTiSt")),
+         {"m1", "m2", "m4"}},
+        {"all predicates hold",
+         all.where("title", Op::ContainsCaseInsensitive, std::string("dentist"))
+             .where("backupDataType01", Op::GreaterOrEqual, std::int64_t{4}),
+         {"m1", "m4"}},
+        {"no match", all.equal("memoId", std::string("m9")), {}},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.name);
+        EXPECT_EQ(memoIds(store.objects<memoDataForNotiObject>(c.query)), c.ids);
+        EXPECT_EQ(store.count<memoDataForNotiObject>(c.query),
+                  static_cast<std::int64_t>(c.ids.size()));
+    }
+}
+
+TEST_F(StoreTest, BoolAndBlobFieldsCanBeQueried) {
+    auto store = open();
+    eventInfo a, b, c;
+    a.eventId = "a";
+    a.eventStarOrNot = true;
+    a.eventDateWhenEveryWeek = {1, 0, 3};
+    b.eventId = "b";
+    c.eventId = "c";
+    c.eventStarOrNot = true;
+    addAll(store, std::vector{a, b, c});
+    auto ids = [&](const Query& q) {
+        std::vector<std::string> out;
+        for (const auto& e : store.objects<eventInfo>(q)) {
+            out.push_back(e.eventId);
+        }
+        return out;
+    };
+    EXPECT_EQ(ids(Query{}.equal("eventStarOrNot", true)), (std::vector<std::string>{"a", "c"}));
+    EXPECT_EQ(ids(Query{}.equal("eventStarOrNot", false)), (std::vector<std::string>{"b"}));
+    EXPECT_EQ(ids(Query{}.equal("eventDateWhenEveryWeek", Bytes{1, 0, 3})),
+              (std::vector<std::string>{"a"}));
+    EXPECT_EQ(ids(Query{}.equal("eventDateWhenEveryWeek", Bytes{})),
+              (std::vector<std::string>{"b", "c"}));
+}
+
+TEST_F(StoreTest, SortsKeepStoreOrderAmongEqualKeys) {
+    auto store = open();
+    // Primary keys run against store order, so that a scan by key can't pass for store order.
+    addAll(store, std::vector{memo("e", "b", 2), memo("d", "a", 1), memo("c", "c", 2),
+                              memo("b", "a", 3), memo("a", "b", 1)});
+    using Op = Predicate::Op;
+    struct Case {
+        Query query;
+        std::vector<std::string> ids;
+    };
+    const Query byKey = Query{}.where("memoId", Op::GreaterOrEqual, std::string());
+    for (const auto& c : std::vector<Case>{
+             {Query{}.sorted("backupDataType01"), {"d", "a", "e", "c", "b"}},
+             {Query{}.sorted("backupDataType01", false), {"b", "e", "c", "d", "a"}},
+             {Query{}.sorted("title"), {"d", "b", "e", "a", "c"}},
+             {Query{}.sorted("title", false), {"c", "e", "a", "d", "b"}},
+             {Query{}.where("backupDataType01", Op::Less, std::int64_t{3}).sorted("title", false),
+              {"c", "e", "a", "d"}},
+             {byKey, {"e", "d", "c", "b", "a"}},
+             {byKey.sorted("backupDataType01"), {"d", "a", "e", "c", "b"}},
+             {byKey.sorted("title", false), {"c", "e", "a", "d", "b"}},
+         }) {
+        SCOPED_TRACE(c.query.sort ? c.query.sort->keyPath : "store order");
+        EXPECT_EQ(memoIds(store.objects<memoDataForNotiObject>(c.query)), c.ids);
+    }
+}
+
+TEST_F(StoreTest, EveryFieldTypeRoundTrips) {
+    eventInfo full;
+    full.eventId = "8F14E45F-CEEA-467F-A0E6-B1A2C3D4E5F6";
+    full.eventTitle =
+        "Geburtstag \xC3\xA4\xC3\xB6\xC3\xBC \xE6\x97\xA5\xE6\x9C\xAC \xF0\x9F\x8E\x82";
+    full.eventContent = std::string("line one\nline two\0after a NUL", 29);
+    full.eventStartDateYear = INT64_MAX;
+    full.eventStartDateMonth = INT64_MIN;
+    full.eventStartDateDay = -1;
+    full.eventRepeatOrNot = true;
+    full.eventDateWhenEveryWeek = Bytes{0, 0, 1, 0xFF, 0x00, 0x80};
+    full.eventDateWhenEveryMonth = Bytes(1000, 0);
+    full.eventNotiOrNot = true;
+    full.eventStarOrNot = true;
+    full.backupDataType03 = "'quoted' \"and\" ; DROP TABLE eventInfo; --";
+    eventInfo blank; // empty strings and blobs, zeros, false
+    blank.eventId = "";
+
+    auto store = open();
+    addAll(store, std::vector{full, blank});
+    // Read on a second thread, through a connection of its own.
+    std::optional<eventInfo> readFull, readBlank;
+    std::thread([&] {
+        auto other = Store::open(file());
+        readFull = other.object<eventInfo>(full.eventId);
+        readBlank = other.object<eventInfo>("");
+    }).join();
+    EXPECT_EQ(readFull, full);
+    EXPECT_EQ(readBlank, blank);
+    EXPECT_EQ(store.objects<eventInfo>(), (std::vector<eventInfo>{full, blank}));
+}
+
+TEST_F(StoreTest, ConnectionsFollowAFileThatWasReplaced) {
+    auto store = open();
+    addAll(store, std::vector{memo("A", "a", 1)});
+    std::filesystem::remove_all(file().parent_path());
+    // Same path, new file: the cached connection to the removed one must not be reused.
+    auto again = open();
+    EXPECT_EQ(again.count<memoDataForNotiObject>(), 0);
+    addAll(again, std::vector{memo("B", "b", 1)});
+    EXPECT_TRUE(std::filesystem::exists(file()));
+    EXPECT_EQ(memoIds(Store::open(file()).objects<memoDataForNotiObject>()),
+              (std::vector<std::string>{"B"}));
+}
+
+TEST(StoreFiles, ConnectionsToRemovedFilesAreLetGo) {
+    auto openDescriptors = [] {
+        return std::distance(std::filesystem::directory_iterator("/proc/self/fd"),
+                             std::filesystem::directory_iterator());
+    };
+    auto useFreshStore = [] {
+        TempDir dir;
+        auto store = Store::open(dir.path() / "store.sqlite");
+        store.write([&] { store.add(memo("A", "a", 1)); });
+    };
+    useFreshStore();
+    useFreshStore();
+    const auto before = openDescriptors();
+    for (int i = 0; i < 20; ++i) {
+        useFreshStore();
+    }
+    EXPECT_LE(openDescriptors(), before);
+}
+
+TEST_F(StoreTest, ABodyThatThrowsRollsBackAndTellsNoOne) {
+    auto store = open();
+    int calls = 0;
+    auto token = Store::observeTable(file(), "memoDataForNotiObject", [&] { ++calls; });
+    EXPECT_THROW(store.write([&] {
+        store.add(memo("A", "a", 1));
+        throw std::runtime_error("stop");
+    }),
+                 std::runtime_error);
+    EXPECT_EQ(store.count<memoDataForNotiObject>(), 0);
+    EXPECT_EQ(calls, 0);
+    // The connection is usable again afterwards.
+    addAll(store, std::vector{memo("B", "b", 1)});
+    EXPECT_EQ(calls, 1);
+}
+
+TEST(DefaultStore, FollowsTheDataHomeAndTheOverride) {
+    IsolatedStorage storage;
+    const auto expected = storage.dataHome() / "tidemark" / "default.sqlite";
+    EXPECT_EQ(defaultStorePath(), expected);
+    EXPECT_TRUE(std::filesystem::is_directory(expected.parent_path()));
+
+    const auto other = storage.root() / "elsewhere";
+    setenv("XDG_DATA_HOME", other.c_str(), 1);
+    EXPECT_EQ(defaultStorePath(), other / "tidemark" / "default.sqlite");
+
+    setDefaultStorePath(storage.root() / "chosen.sqlite");
+    EXPECT_EQ(defaultStorePath(), storage.root() / "chosen.sqlite");
+    auto store = Store::open();
+    store.write([&] { store.add(memo("A", "a", 1)); });
+    EXPECT_TRUE(std::filesystem::exists(storage.root() / "chosen.sqlite"));
+    setDefaultStorePath({});
+    EXPECT_EQ(defaultStorePath(), other / "tidemark" / "default.sqlite");
+}
+
+// ---- Observers ------------------------------------------------------------------------------
+
+TEST_F(StoreTest, ObserversRunAfterTheCommitAndOnlyForTheirTable) {
+    auto store = open();
+    std::vector<std::int64_t> seenCounts;
+    int otherCalls = 0;
+    auto memos = Store::observeTable(file(), "memoDataForNotiObject", [&] {
+        // The committed data is visible from inside the callback.
+        seenCounts.push_back(Store::open(file()).count<memoDataForNotiObject>());
+    });
+    auto groups = Store::observeTable(file(), "shareGroup", [&] { ++otherCalls; });
+
+    addAll(store, std::vector{memo("A", "a", 1), memo("B", "b", 2)});
+    EXPECT_EQ(seenCounts, (std::vector<std::int64_t>{2}));
+    store.write([&] { store.remove<memoDataForNotiObject>("A"); });
+    store.write([&] { store.removeAll<memoDataForNotiObject>(); });
+    EXPECT_EQ(seenCounts, (std::vector<std::int64_t>{2, 1, 0}));
+    EXPECT_EQ(otherCalls, 0);
+
+    // A write that touches nothing tells no one; one touching both tables tells both.
+    store.write([] {});
+    shareGroup g;
+    g.shareGroupId = "G";
+    store.write([&] {
+        store.add(g);
+        store.add(memo("C", "c", 3));
+    });
+    EXPECT_EQ(seenCounts.size(), 4u);
+    EXPECT_EQ(otherCalls, 1);
+
+    // Another file's writes are not this file's.
+    auto elsewhere = Store::open(dir.path() / "other.sqlite");
+    elsewhere.write([&] { elsewhere.add(memo("X", "x", 1)); });
+    EXPECT_EQ(seenCounts.size(), 4u);
+}
+
+TEST_F(StoreTest, ObserversHearWritesFromOtherThreads) {
+    open();
+    std::mutex mutex;
+    int calls = 0;
+    std::thread::id callbackThread;
+    auto token = Store::observeTable(file(), "eventInfo", [&] {
+        std::lock_guard lock(mutex);
+        callbackThread = std::this_thread::get_id();
+        ++calls;
+    });
+    std::thread::id writer;
+    std::thread([&] {
+        writer = std::this_thread::get_id();
+        auto store = Store::open(file());
+        eventInfo e;
+        e.eventId = "from a thread";
+        store.write([&] { store.add(e); });
+    }).join();
+    EXPECT_EQ(calls, 1);
+    EXPECT_EQ(callbackThread, writer); // without a dispatcher, on the committing thread
+    EXPECT_TRUE(open().object<eventInfo>("from a thread").has_value());
+
+    // Many writers at once: every commit is seen once, none is lost.
+    std::vector<std::thread> threads;
+    for (int t = 0; t < 4; ++t) {
+        threads.emplace_back([&, t] {
+            auto store = Store::open(file());
+            for (int i = 0; i < 10; ++i) {
+                eventInfo e;
+                e.eventId = std::to_string(t) + "-" + std::to_string(i);
+                store.write([&] { store.add(e); });
+            }
+        });
+    }
+    for (auto& t : threads) {
+        t.join();
+    }
+    EXPECT_EQ(calls, 41);
+    EXPECT_EQ(open().count<eventInfo>(), 41);
+}
+
+TEST_F(StoreTest, CancelledObserversAreNotCalled) {
+    auto store = open();
+    int kept = 0, cancelled = 0, dropped = 0, selfCancelled = 0;
+    auto keep = Store::observeTable(file(), "memoDataForNotiObject", [&] { ++kept; });
+    auto cancel = Store::observeTable(file(), "memoDataForNotiObject", [&] { ++cancelled; });
+    ObservationToken self;
+    self = Store::observeTable(file(), "memoDataForNotiObject", [&] {
+        ++selfCancelled;
+        self.cancel(); // from inside its own callback, without a deadlock
+    });
+    {
+        auto scoped = Store::observeTable(file(), "memoDataForNotiObject", [&] { ++dropped; });
+    }
+    cancel.cancel();
+    EXPECT_FALSE(cancel);
+    addAll(store, std::vector{memo("A", "a", 1)});
+    addAll(store, std::vector{memo("B", "b", 1)});
+    EXPECT_EQ(kept, 2);
+    EXPECT_EQ(cancelled, 0);
+    EXPECT_EQ(dropped, 0);
+    EXPECT_EQ(selfCancelled, 1);
+}
+
+TEST_F(StoreTest, ACallbackMayWriteToTheStore) {
+    auto store = open();
+    std::vector<std::string> order;
+    auto groups = Store::observeTable(file(), "shareGroup", [&] { order.push_back("group"); });
+    auto memos = Store::observeTable(file(), "memoDataForNotiObject", [&] {
+        order.push_back("memo");
+        auto inner = Store::open(file());
+        shareGroup g;
+        g.shareGroupId = "G";
+        inner.write([&] { inner.add(g); });
+    });
+    addAll(store, std::vector{memo("A", "a", 1)});
+    EXPECT_EQ(order, (std::vector<std::string>{"memo", "group"}));
+    EXPECT_EQ(store.count<shareGroup>(), 1);
+}
+
+TEST_F(StoreTest, AQueuedDispatcherDefersTheCallbackAndCancelStillHolds) {
+    auto store = open();
+    std::deque<std::function<void()>> queue;
+    Dispatcher queued = [&](std::function<void()> f) { queue.push_back(std::move(f)); };
+    int first = 0, second = 0;
+    auto a = Store::observeTable(
+        file(), "memoDataForNotiObject", [&] { ++first; }, queued);
+    auto b = Store::observeTable(
+        file(), "memoDataForNotiObject", [&] { ++second; }, queued);
+    addAll(store, std::vector{memo("A", "a", 1)});
+    EXPECT_EQ(queue.size(), 2u);
+    EXPECT_EQ(first + second, 0);
+    b.cancel(); // already queued, but cancelled before it runs
+    while (!queue.empty()) {
+        queue.front()();
+        queue.pop_front();
+    }
+    EXPECT_EQ(first, 1);
+    EXPECT_EQ(second, 0);
+}
+
+TEST_F(StoreTest, LiveResultsReadTheLatestStateAndObserveTheirTable) {
+    Results<memoDataForNotiObject> results({}, file());
+    const auto numbered =
+        results.filter("backupDataType01", Predicate::Op::Greater, std::int64_t{1})
+            .sorted("backupDataType01", false);
+    int calls = 0;
+    auto token = numbered.observe([&] { ++calls; });
+    EXPECT_EQ(results.count(), 0);
+    EXPECT_EQ(results.first(), std::nullopt);
+    auto store = open();
+    addAll(store, std::vector{memo("A", "a", 1), memo("B", "b", 2), memo("C", "c", 3)});
+    EXPECT_EQ(calls, 1);
+    EXPECT_EQ(results.count(), 3);
+    EXPECT_EQ(memoIds(numbered.snapshot()), (std::vector<std::string>{"C", "B"}));
+    EXPECT_EQ(numbered.first()->memoId, "C");
+}
+
+// ---- Fatal stops ----------------------------------------------------------------------------
+
+TEST(StoreDeathTest, AStopInsideAWriteKeepsWhatWasCommittedBefore) {
+    TempDir dir;
+    const auto path = dir.path() / "stopped.sqlite";
+    // The child must write the parent's file, so it is forked rather than started afresh; only
+    // the child opens the file before it dies, and the parent reads it afterwards.
+    const std::string style = GTEST_FLAG_GET(death_test_style);
+    GTEST_FLAG_SET(death_test_style, "fast");
+    EXPECT_DEATH(
+        {
+            auto store = Store::open(path);
+            store.write([&] { store.add(memo("A", "a", 1)); });
+            store.write([&] { store.add(memo("B", "b", 2)); });
+            store.write([&] {
+                store.add(memo("C", "never committed", 3));
+                store.add(memo("A", "never committed", 9));
+                fatalStop("stopped inside a write");
+            });
+        },
+        "stopped inside a write");
+    GTEST_FLAG_SET(death_test_style, style);
+    auto store = Store::open(path);
+    const auto memos = store.objects<memoDataForNotiObject>();
+    EXPECT_EQ(memos, (std::vector{memo("A", "a", 1), memo("B", "b", 2)}));
+}
+
+TEST(StoreDeathTest, MisuseIsAFatalStop) {
+    TempDir dir;
+    const auto path = dir.path() / "misuse.sqlite";
+    EXPECT_DEATH(
+        {
+            auto store = Store::open(path);
+            store.write([&] {
+                auto same = Store::open(path);
+                same.write([] {});
+            });
+        },
+        "inside another write");
+    EXPECT_DEATH(
+        {
+            auto store = Store::open(path);
+            store.add(memo("A", "a", 1));
+        },
+        "outside a write");
+    EXPECT_DEATH(
+        {
+            auto store = Store::open(path);
+            store.write([&] { store.remove<memoDataForNotiObject>("A"); });
+            store.remove<memoDataForNotiObject>("A");
+        },
+        "outside a write");
+    EXPECT_DEATH(
+        Store::open(path).objects<memoDataForNotiObject>(Query{}.equal("tittle", std::string())),
+        "no field named \"tittle\"");
+    EXPECT_DEATH(Store::open(path).objects<memoDataForNotiObject>(Query{}.sorted("nope")),
+                 "no field named \"nope\"");
+    EXPECT_DEATH(Store::open(path).count<memoDataForNotiObject>(
+                     Query{}.equal("backupDataType01", std::string("5"))),
+                 "wrong type");
+}
+
+TEST(StoreDeathTest, AStoreThatCannotOpenIsAFatalStop) {
+    TempDir dir;
+    const auto blocker = dir.path() / "a file";
+    { std::ofstream(blocker) << "not a folder"; }
+    EXPECT_DEATH(Store::open(blocker / "store.sqlite"), "Store: can't open");
+    const auto garbage = dir.path() / "garbage.sqlite";
+    { std::ofstream(garbage) << std::string(4096, 'x'); }
+    EXPECT_DEATH(Store::open(garbage), "file is not a database");
+}
