@@ -1,0 +1,158 @@
+// Shared pieces of the engine tests: event values, occurrence elements and list comparison.
+#pragma once
+
+#include "TestSupport.h"
+#include "records/DayListArchive.h"
+#include "records/eventInfo.h"
+
+#include <cstdint>
+#include <functional>
+#include <gtest/gtest.h>
+#include <optional>
+#include <ostream>
+#include <string>
+#include <vector>
+
+namespace tidemark {
+
+inline void PrintTo(const DateComponents& c, std::ostream* os) {
+    const auto part = [&](const char* name, const std::optional<std::int64_t>& v) {
+        if (v) {
+            *os << name << *v << ' ';
+        }
+    };
+    *os << "{ ";
+    part("y", c.year);
+    part("m", c.month);
+    part("d", c.day);
+    part("h", c.hour);
+    part("min", c.minute);
+    part("woy", c.weekOfYear);
+    part("wd", c.weekday);
+    *os << '}';
+}
+
+} // namespace tidemark
+
+namespace tidemark::testing {
+
+/// A clock and a place for one case: wall time in a zone, a locale, optionally a first weekday.
+struct Scene {
+    std::string zone = "Europe/Berlin";
+    std::string locale = "en_US";
+    int year = 2026, month = 3, day = 10, hour = 8, minute = 0;
+    std::optional<int> firstWeekday = std::nullopt;
+
+    CalendarEnvironment environment() const {
+        CalendarEnvironment env = fixedEnvironment(zone, locale, year, month, day, hour, minute);
+        env.firstWeekday = firstWeekday;
+        return env;
+    }
+};
+
+inline EventFields makeEvent(std::int64_t type, std::int64_t year, std::int64_t month,
+                             std::int64_t day) {
+    EventFields e;
+    e.eventId = "event";
+    e.eventTitle = "Title";
+    e.eventType = type;
+    e.eventRepeatOrNot = type != 0;
+    e.eventStartDateYear = year;
+    e.eventStartDateMonth = month;
+    e.eventStartDateDay = day;
+    return e;
+}
+
+inline EventFields dailyEvent(std::int64_t year, std::int64_t month, std::int64_t day,
+                              std::int64_t hour, std::int64_t minute) {
+    EventFields e = makeEvent(1, year, month, day);
+    e.eventDateWhenEveryDayHour = hour;
+    e.eventDateWhenEveryDayMin = minute;
+    return e;
+}
+
+inline EventFields weeklyEvent(std::int64_t year, std::int64_t month, std::int64_t day,
+                               const std::vector<std::int64_t>& codes) {
+    EventFields e = makeEvent(2, year, month, day);
+    e.eventDateWhenEveryWeek = encodeDayListArchive(codes);
+    return e;
+}
+
+inline EventFields monthlyEvent(std::int64_t year, std::int64_t month, std::int64_t day,
+                                const std::vector<std::int64_t>& codes) {
+    EventFields e = makeEvent(3, year, month, day);
+    e.eventDateWhenEveryMonth = encodeDayListArchive(codes);
+    return e;
+}
+
+inline EventFields withStep(EventFields e, std::int64_t skippedUnits) {
+    e.eventHaveCustomizeInterval = true;
+    e.eventDateWhenCustomizeRepeatTimes = skippedUnits;
+    return e;
+}
+
+inline EventFields withEnd(EventFields e, std::int64_t year, std::int64_t month, std::int64_t day) {
+    e.eventHaveEndDateOrNot = true;
+    e.eventEndDateYear = year;
+    e.eventEndDateMonth = month;
+    e.eventEndDateDay = day;
+    return e;
+}
+
+inline DateComponents ymd(std::int64_t y, std::int64_t m, std::int64_t d) {
+    DateComponents c;
+    c.year = y;
+    c.month = m;
+    c.day = d;
+    return c;
+}
+
+inline DateComponents ymdhm(std::int64_t y, std::int64_t m, std::int64_t d, std::int64_t h,
+                            std::int64_t min) {
+    DateComponents c = ymd(y, m, d);
+    c.hour = h;
+    c.minute = min;
+    return c;
+}
+
+/// The elements f(i) for i from `first` to `last`.
+inline std::vector<DateComponents> series(int first, int last,
+                                          const std::function<DateComponents(int)>& f) {
+    std::vector<DateComponents> out;
+    for (int i = first; i <= last; ++i) {
+        out.push_back(f(i));
+    }
+    return out;
+}
+
+inline std::vector<DateComponents> concat(std::vector<DateComponents> a,
+                                          const std::vector<DateComponents>& b) {
+    a.insert(a.end(), b.begin(), b.end());
+    return a;
+}
+
+/// Element by element, in order: components (absent ones included), length and duplicates.
+inline ::testing::AssertionResult sameList(const std::vector<DateComponents>& actual,
+                                           const std::vector<DateComponents>& expected) {
+    const std::size_t common = std::min(actual.size(), expected.size());
+    for (std::size_t i = 0; i < common; ++i) {
+        if (!(actual[i] == expected[i])) {
+            return ::testing::AssertionFailure()
+                   << "element " << i << " is " << ::testing::PrintToString(actual[i])
+                   << ", expected " << ::testing::PrintToString(expected[i]);
+        }
+    }
+    if (actual.size() != expected.size()) {
+        auto failure = ::testing::AssertionFailure();
+        failure << actual.size() << " elements, expected " << expected.size();
+        if (actual.size() > common) {
+            failure << "; first extra " << ::testing::PrintToString(actual[common]);
+        } else {
+            failure << "; first missing " << ::testing::PrintToString(expected[common]);
+        }
+        return failure;
+    }
+    return ::testing::AssertionSuccess();
+}
+
+} // namespace tidemark::testing
