@@ -1,13 +1,12 @@
 #include "records/Defaults.h"
 
 #include "base/Fatal.h"
+#include "records/XdgPaths.h"
 
 #include <cstdlib>
 #include <map>
 #include <mutex>
-#include <pwd.h>
 #include <sqlite3.h>
-#include <unistd.h>
 #include <vector>
 
 namespace tidemark {
@@ -17,47 +16,6 @@ namespace fs = std::filesystem;
 namespace {
 
 constexpr int kBusyTimeoutMs = 5000;
-
-/// An XDG base folder: the variable when it holds an absolute path, else ~/<fallback>.
-fs::path xdgHome(const char* variable, const char* fallback) {
-    if (const char* xdg = std::getenv(variable); xdg && *xdg == '/') {
-        return xdg;
-    }
-    const char* home = std::getenv("HOME");
-    if (!home || !*home) {
-        if (const passwd* pw = getpwuid(getuid())) {
-            home = pw->pw_dir;
-        }
-    }
-    return fs::path(home ? home : ".") / fallback;
-}
-
-/// One observer of one key. The recursive mutex is held while the callback runs, so that
-/// cancel() on another thread waits for it, while the callback itself may still cancel its own
-/// token or write the key again on its thread.
-struct ObserverState {
-    std::recursive_mutex mutex;
-    bool alive = true;
-    std::function<void()> onChange;
-};
-
-struct Observer {
-    std::shared_ptr<ObserverState> state;
-    Dispatcher dispatcher;
-};
-
-struct ObserverTable {
-    std::mutex mutex;
-    std::uint64_t nextId = 1;
-    std::map<std::string, std::map<std::uint64_t, Observer>, std::less<>> byKey;
-};
-
-void runObserver(const std::shared_ptr<ObserverState>& state) {
-    std::lock_guard lock(state->mutex);
-    if (state->alive) {
-        state->onChange();
-    }
-}
 
 /// The suites that standard() and named() hand out. They live as long as the process, since
 /// every Setting keeps a pointer to its suite.
@@ -75,18 +33,18 @@ SuiteRegistry& suiteRegistry() {
 } // namespace
 
 fs::path standardDefaultsPath() {
-    return xdgHome("XDG_CONFIG_HOME", ".config") / "tidemark" / "defaults.sqlite";
+    return xdgConfigHome() / "tidemark" / "defaults.sqlite";
 }
 
 fs::path suiteDefaultsPath(std::string_view suiteName) {
-    return xdgHome("XDG_DATA_HOME", ".local/share") / std::string(suiteName) / "defaults.sqlite";
+    return xdgDataHome() / std::string(suiteName) / "defaults.sqlite";
 }
 
 struct DefaultsSuite::Impl {
     mutable std::mutex mutex; ///< guards path and db
     fs::path path;
     sqlite3* db = nullptr;
-    std::shared_ptr<ObserverTable> observers = std::make_shared<ObserverTable>();
+    ObserverList observers;
 
     ~Impl() { close(); }
 
@@ -149,24 +107,7 @@ struct DefaultsSuite::Impl {
         }
     }
 
-    void notify(std::string_view key) {
-        std::vector<Observer> toCall;
-        {
-            std::lock_guard lock(observers->mutex);
-            if (auto it = observers->byKey.find(key); it != observers->byKey.end()) {
-                for (const auto& entry : it->second) {
-                    toCall.push_back(entry.second);
-                }
-            }
-        }
-        for (auto& observer : toCall) {
-            if (observer.dispatcher) {
-                observer.dispatcher([state = observer.state] { runObserver(state); });
-            } else {
-                runObserver(observer.state);
-            }
-        }
-    }
+    void notify(std::string_view key) { observers.notify(key); }
 };
 
 DefaultsSuite::DefaultsSuite(fs::path path) : impl_(std::make_unique<Impl>()) {
@@ -316,30 +257,7 @@ void DefaultsSuite::removeValue(std::string_view key) {
 
 ObservationToken DefaultsSuite::observe(std::string key, std::function<void()> onChange,
                                         Dispatcher dispatcher) {
-    auto state = std::make_shared<ObserverState>();
-    state->onChange = std::move(onChange);
-    auto table = impl_->observers;
-    std::uint64_t id = 0;
-    {
-        std::lock_guard lock(table->mutex);
-        id = table->nextId++;
-        table->byKey[key].emplace(id, Observer{state, std::move(dispatcher)});
-    }
-    return ObservationToken(
-        [weakTable = std::weak_ptr<ObserverTable>(table), key = std::move(key), id, state] {
-            if (auto table = weakTable.lock()) {
-                std::lock_guard lock(table->mutex);
-                if (auto it = table->byKey.find(key); it != table->byKey.end()) {
-                    it->second.erase(id);
-                    if (it->second.empty()) {
-                        table->byKey.erase(it);
-                    }
-                }
-            }
-            // After the table lock is let go: a running callback holds this one.
-            std::lock_guard lock(state->mutex);
-            state->alive = false;
-        });
+    return impl_->observers.add(std::move(key), std::move(onChange), std::move(dispatcher));
 }
 
 } // namespace tidemark

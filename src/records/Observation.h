@@ -3,6 +3,8 @@
 
 #include <functional>
 #include <memory>
+#include <string>
+#include <string_view>
 
 namespace tidemark {
 
@@ -42,6 +44,23 @@ public:
 
 private:
     std::function<void()> cancel_;
+};
+
+/// Observers grouped by a key (a settings key, a store table), safe to use from any thread. A
+/// callback runs through its observer's dispatcher, never under the list's lock, so it may
+/// register, cancel or cause another notification. Cancelling waits for a running callback of
+/// the same observation on another thread; the observation may cancel itself from its callback.
+/// Tokens stay safe to drop after the list is gone.
+class ObserverList {
+public:
+    ObserverList();
+    ObservationToken add(std::string key, std::function<void()> onChange, Dispatcher dispatcher);
+    /// Calls every observer of `key`, each through its dispatcher.
+    void notify(std::string_view key) const;
+
+private:
+    struct Impl;
+    std::shared_ptr<Impl> impl_;
 };
 
 } // namespace tidemark

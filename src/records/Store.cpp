@@ -1,11 +1,11 @@
 #include "records/Store.h"
 
 #include "base/Fatal.h"
+#include "records/XdgPaths.h"
 
 #include <cstdlib>
 #include <map>
 #include <mutex>
-#include <pwd.h>
 #include <set>
 #include <sqlite3.h>
 #include <sys/stat.h>
@@ -19,20 +19,6 @@ namespace fs = std::filesystem;
 namespace {
 
 constexpr int kBusyTimeoutMs = 5000;
-
-/// $XDG_DATA_HOME, or ~/.local/share when it is unset, empty or relative.
-fs::path dataHome() {
-    if (const char* xdg = std::getenv("XDG_DATA_HOME"); xdg && *xdg == '/') {
-        return xdg;
-    }
-    const char* home = std::getenv("HOME");
-    if (!home || !*home) {
-        if (const passwd* pw = getpwuid(getuid())) {
-            home = pw->pw_dir;
-        }
-    }
-    return fs::path(home ? home : ".") / ".local" / "share";
-}
 
 std::mutex& overrideMutex() {
     static std::mutex m;
@@ -109,30 +95,11 @@ std::string columnList(const TableSpec& table) {
 
 // ---- Observers ------------------------------------------------------------------------------
 
-/// One registered observer. The recursive mutex is held while the callback runs, so that cancel()
-/// on another thread waits for a running callback, while a callback may still cancel itself or
-/// write to the store (which calls observers inline again) on its own thread.
-struct ObserverState {
-    std::recursive_mutex mutex;
-    bool alive = true;
-    std::function<void()> onChange;
-};
-
-struct Observer {
-    std::shared_ptr<ObserverState> state;
-    Dispatcher dispatcher;
-};
-
-struct ObserverRegistry {
-    std::mutex mutex;
-    std::uint64_t nextId = 1;
-    std::map<std::string, std::map<std::uint64_t, Observer>> byTable; ///< key: path '\0' table
-};
-
-ObserverRegistry& observerRegistry() {
-    // Never destroyed: tokens may be dropped during static destruction.
-    static auto* registry = new ObserverRegistry;
-    return *registry;
+/// The observers of every store file of the process, by file and table. Never destroyed: tokens
+/// may be dropped during static destruction.
+ObserverList& storeObservers() {
+    static auto* observers = new ObserverList;
+    return *observers;
 }
 
 std::string observerKey(const fs::path& canonicalPath, std::string_view table) {
@@ -142,35 +109,9 @@ std::string observerKey(const fs::path& canonicalPath, std::string_view table) {
     return key;
 }
 
-void runObserver(const std::shared_ptr<ObserverState>& state) {
-    std::lock_guard lock(state->mutex);
-    if (state->alive) {
-        state->onChange();
-    }
-}
-
 void notifyObservers(const fs::path& canonicalPath, const std::set<std::string>& tables) {
-    std::vector<Observer> observers;
-    {
-        auto& registry = observerRegistry();
-        std::lock_guard lock(registry.mutex);
-        for (const auto& table : tables) {
-            auto it = registry.byTable.find(observerKey(canonicalPath, table));
-            if (it == registry.byTable.end()) {
-                continue;
-            }
-            for (const auto& entry : it->second) {
-                observers.push_back(entry.second);
-            }
-        }
-    }
-    // Called without the registry lock: a callback may register, cancel or write.
-    for (auto& observer : observers) {
-        if (observer.dispatcher) {
-            observer.dispatcher([state = observer.state] { runObserver(state); });
-        } else {
-            runObserver(observer.state);
-        }
+    for (const auto& table : tables) {
+        storeObservers().notify(observerKey(canonicalPath, table));
     }
 }
 
@@ -183,7 +124,7 @@ fs::path defaultStorePath() {
         path = overridePath();
     }
     if (path.empty()) {
-        path = dataHome() / "tidemark" / "default.sqlite";
+        path = xdgDataHome() / "tidemark" / "default.sqlite";
     }
     std::error_code ignored; // a folder that can't be made shows up as a failed open
     fs::create_directories(path.parent_path(), ignored);
@@ -631,32 +572,8 @@ void Store::write(const std::function<void()>& body) {
 
 ObservationToken Store::observeTable(const fs::path& path, std::string_view table,
                                      std::function<void()> onChange, Dispatcher dispatcher) {
-    auto state = std::make_shared<ObserverState>();
-    state->onChange = std::move(onChange);
-    const std::string key = observerKey(canonicalStorePath(path), table);
-    std::uint64_t id = 0;
-    {
-        auto& registry = observerRegistry();
-        std::lock_guard lock(registry.mutex);
-        id = registry.nextId++;
-        registry.byTable[key].emplace(id, Observer{state, std::move(dispatcher)});
-    }
-    return ObservationToken([key, id, state] {
-        {
-            auto& registry = observerRegistry();
-            std::lock_guard lock(registry.mutex);
-            if (auto it = registry.byTable.find(key); it != registry.byTable.end()) {
-                it->second.erase(id);
-                if (it->second.empty()) {
-                    registry.byTable.erase(it);
-                }
-            }
-        }
-        // Taken after the registry lock is let go: a running callback holds this one and may
-        // need the registry (to write or to cancel others).
-        std::lock_guard lock(state->mutex);
-        state->alive = false;
-    });
+    return storeObservers().add(observerKey(canonicalStorePath(path), table), std::move(onChange),
+                                std::move(dispatcher));
 }
 
 } // namespace tidemark
