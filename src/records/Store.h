@@ -84,12 +84,12 @@ struct TableSpec {
 };
 
 template <StoredRecord R> const TableSpec& tableSpecOf() {
-    static const TableSpec spec = [] {
+    static const TableSpec shape = [] {
         TableSpec s{R::className, {}};
         std::apply([&](auto... f) { (s.columns.emplace_back(f.name, f.type), ...); }, R::fields());
         return s;
     }();
-    return spec;
+    return shape;
 }
 
 template <StoredRecord R> std::vector<FieldValue> rowOf(const R& record) {
