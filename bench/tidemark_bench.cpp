@@ -1,0 +1,582 @@
+// tidemark-bench: how long the engine takes for what the screens and the planner ask of it, next
+// to the walks that define its answers and to a general recurrence library (libical).
+//
+//   tidemark-bench [--events N]... [--seed S]
+//
+// For each N (default 100, 1,000 and 10,000) it makes a seeded, realistic mix of N events and
+// prints one line per measure: the month view (eventsOnDate for the 42 cells of a month and
+// eventIdsOnDate for the selected day), the occurrence work of a notification plan, and the
+// encoding of the widget publication. Figures are medians of repeated runs. Engine and walk
+// answers are compared in full (on the sampled events where the walk is sampled); libical is
+// compared with the engine, and its agreement is reported apart, since it reads some rules
+// differently.
+#include "base/Fatal.h"
+#include "calendar/Calendar.h"
+#include "engine/LocalClock.h"
+#include "engine/Occurrences.h"
+#include "engine/RuleBatch.h"
+#include "records/DayListArchive.h"
+#include "records/eventInfo.h"
+#include "widgets/widgetFunc.h"
+
+#include <algorithm>
+#include <chrono>
+#include <cstdint>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <functional>
+#include <libical/ical.h>
+#include <nlohmann/json.hpp>
+#include <random>
+#include <string>
+#include <vector>
+
+using namespace tidemark;
+
+namespace {
+
+constexpr std::uint64_t kDefaultSeed = 42;
+
+// ---------------------------------------------------------------------------------------------
+// The mix
+
+class Random {
+public:
+    explicit Random(std::uint64_t seed) : engine_(seed) {}
+    std::int64_t between(std::int64_t low, std::int64_t high) {
+        const auto span = static_cast<std::uint64_t>(high - low) + 1;
+        return low + static_cast<std::int64_t>(engine_() % span);
+    }
+    bool chance(int percent) { return between(0, 99) < percent; }
+    /// A version 4 UUID text made from this source, so that a seed gives the same ids.
+    std::string uuid() {
+        static constexpr char kHex[] = "0123456789ABCDEF";
+        std::string text;
+        for (int i = 0; i < 32; ++i) {
+            if (i == 8 || i == 12 || i == 16 || i == 20) {
+                text.push_back('-');
+            }
+            const std::int64_t digit = i == 12 ? 4 : i == 16 ? between(8, 11) : between(0, 15);
+            text.push_back(kHex[digit]);
+        }
+        return text;
+    }
+
+private:
+    std::mt19937_64 engine_;
+};
+
+/// Whether a monthly code ever finds a month long enough on its walk (the editor offers no rule
+/// that never does).
+bool lands(std::int64_t year, std::int64_t month, std::int64_t step, std::int64_t code) {
+    if (code < 29 || code > 31) {
+        return true;
+    }
+    for (std::int64_t k = 0; k < 4800; ++k) {
+        const std::int64_t n = year * 12 + month - 1 + k * step;
+        if (daysInMonth(floorDiv(n, 12), floorMod(n, 12) + 1) >= code) {
+            return true;
+        }
+    }
+    return false;
+}
+
+/// About 30% one-off, 15% yearly, 20% daily, 20% weekly (1-3 weekdays), 15% monthly (1-4 days,
+/// 29-31 and 99 among them); starts up to ten years back; some intervals and end dates; about
+/// 60% with a reminder.
+std::vector<eventInfo> makeEvents(std::int64_t count, std::uint64_t seed, std::int64_t today) {
+    Random random(seed);
+    static const char* kColors[] = {"blue", "green", "orange", "pink", "purple", "red", "yellow"};
+    std::vector<eventInfo> events;
+    events.reserve(static_cast<std::size_t>(count));
+    for (std::int64_t n = 0; n < count; ++n) {
+        eventInfo e;
+        e.eventId = random.uuid();
+        e.eventTitle = "Event " + std::to_string(n + 1);
+        e.eventContent = n % 3 == 0 ? "" : "Notes for event " + std::to_string(n + 1);
+        e.timeStampGenerate = "20260101120000";
+        e.eventColorString = kColors[n % 7];
+        e.eventStarOrNot = random.chance(10);
+        const std::int64_t roll = random.between(0, 99);
+        e.eventType = roll < 30 ? 0 : roll < 45 ? 4 : roll < 65 ? 1 : roll < 85 ? 2 : 3;
+        e.eventRepeatOrNot = e.eventType != 0;
+
+        std::int64_t startDay = today - random.between(0, 3652);
+        if (e.eventType == 0 && random.chance(30)) {
+            startDay = today + random.between(1, 365); // a count-down
+        }
+        const CivilDate start = civilFromDays(startDay);
+        e.eventStartDateYear = start.year;
+        e.eventStartDateMonth = start.month;
+        e.eventStartDateDay = start.day;
+        e.eventDateWhenEveryDayHour = random.between(6, 22);
+        e.eventDateWhenEveryDayMin = random.between(0, 3) * 15;
+
+        if (e.eventType != 0 && random.chance(25)) {
+            e.eventHaveCustomizeInterval = true;
+            e.eventDateWhenCustomizeRepeatTimes = random.between(1, e.eventType == 1 ? 6 : 3);
+        }
+        const std::int64_t step =
+            e.eventHaveCustomizeInterval ? e.eventDateWhenCustomizeRepeatTimes + 1 : 1;
+        if (e.eventType == 2) {
+            std::vector<std::int64_t> codes;
+            const std::int64_t days = random.between(1, 3);
+            while (static_cast<std::int64_t>(codes.size()) < days) {
+                const std::int64_t code = random.between(1, 7);
+                if (std::find(codes.begin(), codes.end(), code) == codes.end()) {
+                    codes.push_back(code);
+                }
+            }
+            e.eventDateWhenEveryWeek = encodeDayListArchive(codes);
+        }
+        if (e.eventType == 3) {
+            std::vector<std::int64_t> codes;
+            const std::int64_t days = random.between(1, 4);
+            while (static_cast<std::int64_t>(codes.size()) < days) {
+                const std::int64_t pick = random.between(0, 9);
+                const std::int64_t code = pick == 0   ? 99
+                                          : pick <= 2 ? random.between(29, 31)
+                                                      : random.between(1, 28);
+                if (std::find(codes.begin(), codes.end(), code) == codes.end() &&
+                    lands(start.year, start.month, step, code)) {
+                    codes.push_back(code);
+                }
+            }
+            e.eventDateWhenEveryMonth = encodeDayListArchive(codes);
+        }
+        if (e.eventType != 0 && random.chance(15)) {
+            const CivilDate end = civilFromDays(startDay + random.between(30, 15 * 365));
+            e.eventHaveEndDateOrNot = true;
+            e.eventEndDateYear = end.year;
+            e.eventEndDateMonth = end.month;
+            e.eventEndDateDay = end.day;
+        }
+        if (random.chance(60)) {
+            static const std::vector<std::vector<std::int64_t>> kLeads = {
+                {4, 5, 7, 9}, {0, 1, 2, 3}, {4, 5}, {4, 5}, {4, 5, 7, 9}};
+            const auto& leads = kLeads[static_cast<std::size_t>(e.eventType)];
+            e.eventNotiOrNot = true;
+            e.eventNotiType = leads[static_cast<std::size_t>(
+                random.between(0, static_cast<std::int64_t>(leads.size()) - 1))];
+            e.eventNotiDateDayHour = 9;
+            e.eventNotiId = random.uuid();
+        }
+        e.backupDataType02 = "reserved";
+        events.push_back(std::move(e));
+    }
+    return events;
+}
+
+// ---------------------------------------------------------------------------------------------
+// Timing
+
+using Clock = std::chrono::steady_clock;
+
+double millisSince(Clock::time_point start) {
+    return std::chrono::duration<double, std::milli>(Clock::now() - start).count();
+}
+
+double median(std::vector<double> values) {
+    std::sort(values.begin(), values.end());
+    const std::size_t n = values.size();
+    return n % 2 == 1 ? values[n / 2] : (values[n / 2 - 1] + values[n / 2]) / 2;
+}
+
+/// Median of `runs` timed calls.
+double medianMillis(int runs, const std::function<void()>& work) {
+    std::vector<double> times;
+    for (int i = 0; i < runs; ++i) {
+        const auto start = Clock::now();
+        work();
+        times.push_back(millisSince(start));
+    }
+    return median(times);
+}
+
+std::string millisText(double ms) {
+    char text[32];
+    std::snprintf(text, sizeof text, ms < 10 ? "%.2f" : "%.1f", ms);
+    return text;
+}
+
+std::string ratioText(double slow, double fast) {
+    char text[32];
+    std::snprintf(text, sizeof text, "%.0fx", fast > 0 ? slow / fast : 0.0);
+    return text;
+}
+
+// ---------------------------------------------------------------------------------------------
+// The month view
+
+/// The answers of one month view: the events of each cell, then the ids of the selected day.
+struct MonthAnswers {
+    std::vector<std::vector<std::size_t>> cells;
+    std::vector<std::string> selected;
+    bool operator==(const MonthAnswers&) const = default;
+};
+
+MonthAnswers monthByEngine(const std::vector<eventInfo>& events, const std::vector<Date>& cells,
+                           Date selected, const Calendar& calendar) {
+    MonthAnswers answers;
+    const RuleBatch batch(events, calendar);
+    for (const Date cell : cells) {
+        answers.cells.push_back(batch.indicesOnDate(cell));
+    }
+    answers.selected = batch.eventIdsOnDate(selected);
+    return answers;
+}
+
+/// The walks, over the events at positions `sample` only.
+MonthAnswers monthByWalk(const std::vector<eventInfo>& events,
+                         const std::vector<std::size_t>& sample, const std::vector<Date>& cells,
+                         Date selected, const Calendar& calendar) {
+    MonthAnswers answers;
+    for (const Date cell : cells) {
+        std::vector<std::size_t> on;
+        for (const std::size_t i : sample) {
+            if (eventHappensOnDay(events[i], cell, calendar)) {
+                on.push_back(i);
+            }
+        }
+        answers.cells.push_back(std::move(on));
+    }
+    for (const std::size_t i : sample) {
+        if (eventHappensOnDay(events[i], selected, calendar)) {
+            answers.selected.push_back(events[i].eventId);
+        }
+    }
+    return answers;
+}
+
+MonthAnswers restrictTo(const MonthAnswers& answers, const std::vector<std::size_t>& sample,
+                        const std::vector<eventInfo>& events) {
+    std::vector<bool> inSample(events.size(), false);
+    for (const std::size_t i : sample) {
+        inSample[i] = true;
+    }
+    MonthAnswers result;
+    for (const auto& cell : answers.cells) {
+        std::vector<std::size_t> kept;
+        for (const std::size_t i : cell) {
+            if (inSample[i]) {
+                kept.push_back(i);
+            }
+        }
+        result.cells.push_back(std::move(kept));
+    }
+    std::vector<std::string> sampledIds;
+    for (const std::size_t i : sample) {
+        sampledIds.push_back(events[i].eventId);
+    }
+    std::sort(sampledIds.begin(), sampledIds.end());
+    for (const std::string& id : answers.selected) {
+        if (std::binary_search(sampledIds.begin(), sampledIds.end(), id)) {
+            result.selected.push_back(id);
+        }
+    }
+    return result;
+}
+
+/// The same rules as RRULEs for libical, with floating local times.
+struct IcalRule {
+    icalrecurrencetype recurrence{};
+    icaltimetype start{};
+    bool oneOff = false;
+};
+
+icaltimetype icalTime(std::int64_t days, int hour, int minute, int second = 0) {
+    const CivilDate date = civilFromDays(days);
+    icaltimetype t = icaltime_null_time();
+    t.year = static_cast<int>(date.year);
+    t.month = static_cast<int>(date.month);
+    t.day = static_cast<int>(date.day);
+    t.hour = hour;
+    t.minute = minute;
+    t.second = second;
+    t.is_date = 0;
+    return t;
+}
+
+IcalRule icalRule(const eventInfo& e, int firstWeekday) {
+    static const char* kDays[] = {"", "MO", "TU", "WE", "TH", "FR", "SA", "SU"};
+    IcalRule rule;
+    const std::int64_t startDay =
+        daysFromCivil(e.eventStartDateYear, e.eventStartDateMonth, e.eventStartDateDay);
+    const bool daily = e.eventType == 1;
+    rule.start = icalTime(startDay, daily ? static_cast<int>(e.eventDateWhenEveryDayHour) : 0,
+                          daily ? static_cast<int>(e.eventDateWhenEveryDayMin) : 0);
+    if (e.eventType == 0) {
+        rule.oneOff = true;
+        return rule;
+    }
+    std::string text = e.eventType == 1   ? "FREQ=DAILY"
+                       : e.eventType == 2 ? "FREQ=WEEKLY"
+                       : e.eventType == 3 ? "FREQ=MONTHLY"
+                                          : "FREQ=YEARLY";
+    if (e.eventHaveCustomizeInterval) {
+        text += ";INTERVAL=" + std::to_string(e.eventDateWhenCustomizeRepeatTimes + 1);
+    }
+    if (e.eventType == 2) {
+        text += ";BYDAY=";
+        bool first = true;
+        for (const std::int64_t code : decodeDayListArchive(e.eventDateWhenEveryWeek)) {
+            text += (first ? "" : ",") + std::string(kDays[code]);
+            first = false;
+        }
+        text += firstWeekday == 1 ? ";WKST=SU" : ";WKST=MO";
+    }
+    if (e.eventType == 3) {
+        text += ";BYMONTHDAY=";
+        bool first = true;
+        for (const std::int64_t code : decodeDayListArchive(e.eventDateWhenEveryMonth)) {
+            text += (first ? "" : ",") + (code == 99 ? std::string("-1") : std::to_string(code));
+            first = false;
+        }
+    }
+    if (e.eventHaveEndDateOrNot) {
+        const CivilDate end = civilFromDays(
+            daysFromCivil(e.eventEndDateYear, e.eventEndDateMonth, e.eventEndDateDay));
+        char until[32];
+        std::snprintf(until, sizeof until, ";UNTIL=%04d%02d%02dT235959", static_cast<int>(end.year),
+                      static_cast<int>(end.month), static_cast<int>(end.day));
+        text += until;
+    }
+    rule.recurrence = icalrecurrencetype_from_string(text.c_str());
+    return rule;
+}
+
+/// libical's answer for every cell: an instance on that day, skipping ahead to its start.
+MonthAnswers monthByLibical(const std::vector<eventInfo>& events,
+                            const std::vector<std::int64_t>& cellDays, std::int64_t selectedDay,
+                            int firstWeekday) {
+    MonthAnswers answers;
+    answers.cells.resize(cellDays.size());
+    for (std::size_t i = 0; i < events.size(); ++i) {
+        const IcalRule rule = icalRule(events[i], firstWeekday);
+        const auto onDay = [&](std::int64_t day) {
+            const icaltimetype dayStart = icalTime(day, 0, 0);
+            if (rule.oneOff) {
+                return icaltime_compare_date_only(rule.start, dayStart) == 0;
+            }
+            if (icaltime_compare_date_only(dayStart, rule.start) < 0) {
+                return false;
+            }
+            icalrecur_iterator* it = icalrecur_iterator_new(rule.recurrence, rule.start);
+            if (it == nullptr) {
+                return false;
+            }
+            bool found = false;
+            if (icalrecur_iterator_set_start(it, dayStart) != 0) {
+                const icaltimetype next = icalrecur_iterator_next(it);
+                found =
+                    !icaltime_is_null_time(next) && icaltime_compare_date_only(next, dayStart) == 0;
+            }
+            icalrecur_iterator_free(it);
+            return found;
+        };
+        for (std::size_t c = 0; c < cellDays.size(); ++c) {
+            if (onDay(cellDays[c])) {
+                answers.cells[c].push_back(i);
+            }
+        }
+        if (onDay(selectedDay)) {
+            answers.selected.push_back(events[i].eventId);
+        }
+    }
+    return answers;
+}
+
+/// The share of (event, day) answers on which two month views agree, and the events' types
+/// where they differ.
+struct Agreement {
+    double percent = 100;
+    std::int64_t differingByType[5] = {};
+};
+
+Agreement agreement(const MonthAnswers& a, const MonthAnswers& b,
+                    const std::vector<eventInfo>& events) {
+    Agreement result;
+    const std::size_t n = events.size();
+    std::size_t same = 0;
+    std::size_t total = 0;
+    for (std::size_t c = 0; c < a.cells.size(); ++c) {
+        std::vector<bool> inA(n, false), inB(n, false);
+        for (const std::size_t i : a.cells[c]) {
+            inA[i] = true;
+        }
+        for (const std::size_t i : b.cells[c]) {
+            inB[i] = true;
+        }
+        for (std::size_t i = 0; i < n; ++i) {
+            if (inA[i] == inB[i]) {
+                ++same;
+            } else if (events[i].eventType >= 0 && events[i].eventType <= 4) {
+                ++result.differingByType[events[i].eventType];
+            }
+            ++total;
+        }
+    }
+    if (total > 0) {
+        result.percent = 100.0 * static_cast<double>(same) / static_cast<double>(total);
+    }
+    return result;
+}
+
+// ---------------------------------------------------------------------------------------------
+
+void benchmark(std::int64_t count, std::uint64_t seed, const Calendar& calendar, Date now) {
+    const DateComponents todayParts = calendar.dateComponents(kYear | kMonth | kDay, now);
+    const std::int64_t today = daysFromCivil(*todayParts.year, *todayParts.month, *todayParts.day);
+    const std::vector<eventInfo> events = makeEvents(count, seed, today);
+    const std::size_t n = events.size();
+
+    // The month of today as the calendar page draws it: 6 weeks from the first weekday on or
+    // before the 1st; the selected day is today.
+    const std::int64_t first = daysFromCivil(*todayParts.year, *todayParts.month, 1);
+    const std::int64_t gridStart =
+        first - floorMod(weekdayOfDays(first) - calendar.firstWeekday(), 7);
+    std::vector<std::int64_t> cellDays;
+    std::vector<Date> cells;
+    for (std::int64_t c = 0; c < 42; ++c) {
+        const CivilDate d = civilFromDays(gridStart + c);
+        DateComponents parts;
+        parts.year = d.year;
+        parts.month = d.month;
+        parts.day = d.day;
+        cellDays.push_back(gridStart + c);
+        cells.push_back(unwrap(calendar.date(parts)));
+    }
+
+    // The walk costs about a millisecond per event at this scale: sample it beyond 1,000.
+    const std::size_t sampleEvery = n > 1000 ? n / 1000 : 1;
+    std::vector<std::size_t> sample;
+    for (std::size_t i = 0; i < n; i += sampleEvery) {
+        sample.push_back(i);
+    }
+    const int engineRuns = n <= 1000 ? 21 : 9;
+    const int walkRuns = n <= 100 ? 5 : n <= 1000 ? 3 : 1;
+    const int libicalRuns = n <= 1000 ? 3 : 1;
+
+    MonthAnswers engine;
+    const double engineMs =
+        medianMillis(engineRuns, [&] { engine = monthByEngine(events, cells, now, calendar); });
+    MonthAnswers walk;
+    const double walkSampleMs =
+        medianMillis(walkRuns, [&] { walk = monthByWalk(events, sample, cells, now, calendar); });
+    const double walkMs =
+        walkSampleMs * static_cast<double>(n) / static_cast<double>(sample.size());
+    MonthAnswers ical;
+    const double icalMs = medianMillis(libicalRuns, [&] {
+        ical = monthByLibical(events, cellDays, today, calendar.firstWeekday());
+    });
+    const bool identical = restrictTo(engine, sample, events) == walk;
+    const std::string sampled = sample.size() < n
+                                    ? " (sampled: " + std::to_string(sample.size()) + " of " +
+                                          std::to_string(n) + " events, scaled)"
+                                    : "";
+    std::printf("month-view N=%lld: engine %s ms, reference %s ms%s, libical %s ms, "
+                "reference/engine %s, libical/engine %s, answers identical: %s%s\n",
+                static_cast<long long>(n), millisText(engineMs).c_str(), millisText(walkMs).c_str(),
+                sampled.c_str(), millisText(icalMs).c_str(), ratioText(walkMs, engineMs).c_str(),
+                ratioText(icalMs, engineMs).c_str(), identical ? "yes" : "NO",
+                sample.size() < n ? " (on the sampled events)" : "");
+    const Agreement agreed = agreement(engine, ical, events);
+    std::printf("# month-view N=%lld: libical agrees with the engine on %.2f%% of the %zu "
+                "(event, cell) answers; differing answers by type: one-off %lld, daily %lld, "
+                "weekly %lld, monthly %lld, yearly %lld\n",
+                static_cast<long long>(n), agreed.percent, n * cells.size(),
+                static_cast<long long>(agreed.differingByType[0]),
+                static_cast<long long>(agreed.differingByType[1]),
+                static_cast<long long>(agreed.differingByType[2]),
+                static_cast<long long>(agreed.differingByType[3]),
+                static_cast<long long>(agreed.differingByType[4]));
+
+    // The plan's occurrence work, with a reminder on every event.
+    std::vector<eventInfo> reminded = events;
+    for (eventInfo& e : reminded) {
+        e.eventNotiOrNot = true;
+    }
+    std::vector<const EventFields*> pointers;
+    for (const eventInfo& e : reminded) {
+        pointers.push_back(&e);
+    }
+    std::vector<PlannedOccurrence> fastPlan;
+    const double planMs = medianMillis(engineRuns, [&] {
+        const RuleBatch batch(reminded, calendar);
+        fastPlan = batch.planOccurrences(now);
+    });
+    std::vector<PlannedOccurrence> walkPlan;
+    const double walkPlanMs = medianMillis(
+        n <= 1000 ? 5 : 3, [&] { walkPlan = planOccurrencesByWalk(pointers, now, calendar); });
+    std::printf("plan-occurrences N=%lld: engine %s ms, reference %s ms, reference/engine %s, "
+                "answers identical: %s (every event with a reminder, %zu occurrences)\n",
+                static_cast<long long>(n), millisText(planMs).c_str(),
+                millisText(walkPlanMs).c_str(), ratioText(walkPlanMs, planMs).c_str(),
+                fastPlan == walkPlan ? "yes" : "NO", fastPlan.size());
+
+    // The widget publication's encoding.
+    std::string json;
+    const double widgetMs = medianMillis(engineRuns, [&] { json = encodeWidgetData(events); });
+    const nlohmann::json parsed = nlohmann::json::parse(json, nullptr, false);
+    const bool complete = parsed.is_array() && parsed.size() == n &&
+                          std::all_of(parsed.begin(), parsed.end(), [](const nlohmann::json& e) {
+                              return e.size() == 32 && e.at("backupDataType02") == "";
+                          });
+    std::printf("widget-publication N=%lld: encodeWidgetData %s ms, %zu bytes, a complete JSON "
+                "array of the events: %s\n",
+                static_cast<long long>(n), millisText(widgetMs).c_str(), json.size(),
+                complete ? "yes" : "NO");
+    std::fflush(stdout);
+}
+
+} // namespace
+
+int main(int argc, char** argv) {
+    std::vector<std::int64_t> counts;
+    std::uint64_t seed = kDefaultSeed;
+    for (int i = 1; i < argc; ++i) {
+        const std::string arg = argv[i];
+        if ((arg == "--events" || arg == "--seed") && i + 1 < argc) {
+            char* end = nullptr;
+            const long long value = std::strtoll(argv[++i], &end, 10);
+            if (end == nullptr || *end != '\0' || value <= 0) {
+                std::fprintf(stderr, "tidemark-bench: %s needs a positive number\n", arg.c_str());
+                return 2;
+            }
+            if (arg == "--events") {
+                counts.push_back(value);
+            } else {
+                seed = static_cast<std::uint64_t>(value);
+            }
+        } else {
+            std::fprintf(stderr, "usage: tidemark-bench [--events N]... [--seed S]\n");
+            return arg == "--help" || arg == "-h" ? 0 : 2;
+        }
+    }
+    if (counts.empty()) {
+        counts = {100, 1000, 10000};
+    }
+
+    // A fixed place and moment, so that runs compare: Berlin, German week rules, the Friday
+    // before the clocks go forward in 2026.
+    CalendarEnvironment environment;
+    environment.timeZoneId = "Europe/Berlin";
+    environment.localeId = "de_DE";
+    const Calendar calendar(environment);
+    DateComponents nowParts;
+    nowParts.year = 2026;
+    nowParts.month = 3;
+    nowParts.day = 27;
+    nowParts.hour = 9;
+    nowParts.minute = 30;
+    const Date now = unwrap(calendar.date(nowParts));
+    std::printf("# tidemark-bench: seed %llu, %s, %s, now 2026-03-27 09:30, medians of repeated "
+                "runs; the reference is the walk of each rule from its start\n",
+                static_cast<unsigned long long>(seed), calendar.timeZoneId().c_str(),
+                calendar.localeId().c_str());
+    for (const std::int64_t count : counts) {
+        benchmark(count, seed, calendar, now);
+    }
+    return 0;
+}

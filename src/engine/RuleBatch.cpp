@@ -1,0 +1,843 @@
+#include "engine/RuleBatch.h"
+
+#include "base/Fatal.h"
+#include "engine/CanonicalDayList.h"
+#include "engine/LocalClock.h"
+#include "engine/Occurrences.h"
+#include "records/DayListArchive.h"
+
+#include <algorithm>
+#include <cmath>
+#include <string>
+#include <unordered_map>
+
+namespace tidemark {
+
+namespace {
+
+enum class Kind : std::uint8_t {
+    Walk,    ///< answered by the walks of Occurrences.h
+    Nothing, ///< an eventType without a rule: never on a day, no list
+    OneOff,
+    Daily,
+    Weekly,
+    Monthly,
+    Yearly,
+};
+
+/// One event, compiled: what its questions need, as day numbers and moments.
+struct Rule {
+    Kind kind = Kind::Walk;
+    bool hasEnd = false;
+    bool customised = false;
+    std::int64_t step = 1;      ///< the walk's step in its own unit
+    std::int64_t timeOfDay = 0; ///< the daily time, ms after midnight
+    std::int64_t startDay = 0;  ///< local day number of the start date
+    double startDate = 0;       ///< its midnight
+    std::int64_t endDay = 0;    ///< local day number of the end date
+    double endDate = 0;         ///< its midnight
+    std::vector<std::int64_t> codes;
+    std::vector<std::int64_t> firstDays; ///< weekly: each code's day in the start week
+    std::vector<bool> lands;             ///< monthly: whether each code ever finds a month
+    std::int64_t firstMonth = 0;         ///< monthly: year * 12 + month - 1 where the walk starts
+    bool plainYearly = false;            ///< yearly: start month 1 to 12 and day 1 to 31
+    std::int64_t firstYear = 0;          ///< yearly: the year of the first pass's composed date
+};
+
+/// The ranges inside which the arithmetic below is known to match the calendar; anything else
+/// is left to the walks.
+constexpr std::int64_t kMaxYear = 100'000;
+constexpr std::int64_t kMaxMonth = 1'000;
+constexpr std::int64_t kMaxDay = 10'000;
+constexpr std::int64_t kMaxSkippedUnits = 999;
+
+bool saneDate(std::int64_t year, std::int64_t month, std::int64_t day) {
+    static const std::int64_t kFirstDay = daysFromCivil(LocalClock::kFirstYear, 1, 1);
+    return year >= LocalClock::kFirstYear && year <= kMaxYear && month >= -kMaxMonth &&
+           month <= kMaxMonth && day >= -kMaxDay && day <= kMaxDay &&
+           daysFromCivil(year, month, day) >= kFirstDay;
+}
+
+bool saneTime(std::int64_t hour, std::int64_t minute) {
+    return hour >= 0 && hour <= 23 && minute >= 0 && minute <= 59;
+}
+
+/// Whether a month-day code of 29, 30 or 31 ever finds a month long enough when the walk
+/// starts at month number `first` and moves by `step` months. The months visited and their
+/// leap years repeat within 4,800 passes.
+bool codeLands(std::int64_t first, std::int64_t step, std::int64_t code) {
+    if (code < 29 || code > 31) {
+        return true;
+    }
+    for (std::int64_t k = 0; k < 4800; ++k) {
+        const std::int64_t n = first + k * step;
+        if (daysInMonth(floorDiv(n, 12), floorMod(n, 12) + 1) >= code) {
+            return true;
+        }
+    }
+    return false;
+}
+
+std::int64_t ceilDiv(std::int64_t a, std::int64_t b) {
+    return -floorDiv(-a, b);
+}
+
+DateComponents dayElement(std::int64_t year, std::int64_t month, std::int64_t day) {
+    DateComponents c;
+    c.year = year;
+    c.month = month;
+    c.day = day;
+    return c;
+}
+
+DateComponents momentElement(std::int64_t year, std::int64_t month, std::int64_t day,
+                             std::int64_t hour, std::int64_t minute) {
+    DateComponents c = dayElement(year, month, day);
+    c.hour = hour;
+    c.minute = minute;
+    return c;
+}
+
+/// The day asked about, once per question.
+struct DayKey {
+    Date date;
+    Date dayStart;
+    bool fast = false;
+    std::int64_t day = 0;   ///< local day number
+    std::int64_t month = 0; ///< year * 12 + month - 1
+    std::int64_t year = 0;
+    /// Whether one offset holds from three days before the day to three days after it.
+    bool steady = false;
+    std::int64_t offset = 0;
+    /// First day and length of the months from two before the day's month to one after it.
+    std::int64_t monthStart[4] = {};
+    std::int64_t monthLength[4] = {};
+    /// First day of each month of the year before the day's year, that year and the next.
+    std::int64_t yearMonthStart[3][12] = {};
+};
+
+/// The clock reading of a list question.
+struct Today {
+    Date now;
+    bool fast = false;
+    std::int64_t year = 0, month = 0, day = 0;
+};
+
+/// What a pass of a day walk decides: the day is matched, the walk has passed the day (missed),
+/// or it goes on.
+enum class Window { Matched, Missed, Next };
+
+} // namespace
+
+struct RuleBatch::State {
+    explicit State(const Calendar& calendar) : clock(calendar) {}
+
+    LocalClock clock;
+    std::vector<std::optional<Rule>> rules;
+    std::unordered_map<std::string, DayListReadResult> lists;
+
+    const DayListReadResult& decoded(const Bytes& bytes) {
+        std::string key(bytes.begin(), bytes.end());
+        auto found = lists.find(key);
+        if (found == lists.end()) {
+            DayListReadResult result;
+            if (auto values = readCanonicalDayList(bytes)) {
+                result.values = std::move(*values);
+            } else {
+                result = readDayListArchive(bytes);
+            }
+            found = lists.emplace(std::move(key), std::move(result)).first;
+        }
+        return found->second;
+    }
+
+    Rule compile(const EventFields& event);
+    DayKey dayKey(Date date, const Calendar& calendar) const;
+    bool happens(const EventFields& event, const Rule& rule, const DayKey& key) const;
+    /// The walk's two tests on the occurrence at `timeOfDay` of local day `day`.
+    Window judge(const DayKey& key, std::int64_t day, std::int64_t timeOfDay) const {
+        double seconds = 0;
+        if (key.steady && day >= key.day - 3 && day <= key.day + 3) {
+            // The clock's own formula, with the offset that holds around the day.
+            seconds = static_cast<double>(day * kMillisPerDay + timeOfDay - key.offset) / 1000.0;
+        } else {
+            seconds = clock.moment(day, timeOfDay).secondsSince1970;
+        }
+        const double x = key.dayStart.secondsSince1970 - seconds;
+        if (x > kOverInterval && x <= 0) {
+            return Window::Matched;
+        }
+        return x >= kOverInterval ? Window::Next : Window::Missed;
+    }
+    Window window(std::int64_t firstDay, std::int64_t stepDays, std::int64_t timeOfDay,
+                  const DayKey& key) const;
+    Window monthWindow(const Rule& rule, std::int64_t code, const DayKey& key) const;
+    Window yearWindow(const EventFields& event, const Rule& rule, const DayKey& key) const;
+    Today today(Date now, const Calendar& calendar) const;
+    bool list(const EventFields& event, const Rule& rule, const Today& today,
+              std::vector<DateComponents>* elements, std::vector<Date>& dates) const;
+};
+
+Rule RuleBatch::State::compile(const EventFields& event) {
+    Rule rule;
+    if (event.eventType < 0 || event.eventType > 4) {
+        rule.kind = Kind::Nothing;
+        return rule;
+    }
+    if (!clock.usable() ||
+        !saneDate(event.eventStartDateYear, event.eventStartDateMonth, event.eventStartDateDay)) {
+        return rule;
+    }
+    rule.hasEnd = event.eventHaveEndDateOrNot;
+    if (rule.hasEnd &&
+        !saneDate(event.eventEndDateYear, event.eventEndDateMonth, event.eventEndDateDay)) {
+        return rule;
+    }
+    // The daily time is read by the daily rule and by the end cut of every list.
+    if (saneTime(event.eventDateWhenEveryDayHour, event.eventDateWhenEveryDayMin)) {
+        rule.timeOfDay = event.eventDateWhenEveryDayHour * kMillisPerHour +
+                         event.eventDateWhenEveryDayMin * kMillisPerMinute;
+    } else if (event.eventType == 1 || rule.hasEnd) {
+        return rule;
+    }
+    rule.customised = event.eventHaveCustomizeInterval;
+    if (rule.customised) {
+        const std::int64_t times = event.eventDateWhenCustomizeRepeatTimes;
+        if (times < 0 || times > kMaxSkippedUnits) {
+            return rule;
+        }
+        rule.step = times + 1;
+    }
+    rule.startDay =
+        daysFromCivil(event.eventStartDateYear, event.eventStartDateMonth, event.eventStartDateDay);
+    rule.startDate = clock.moment(rule.startDay, 0).secondsSince1970;
+    if (rule.hasEnd) {
+        rule.endDay =
+            daysFromCivil(event.eventEndDateYear, event.eventEndDateMonth, event.eventEndDateDay);
+        rule.endDate = clock.moment(rule.endDay, 0).secondsSince1970;
+    }
+
+    switch (event.eventType) {
+    case 0:
+        rule.kind = Kind::OneOff;
+        break;
+    case 1:
+        rule.kind = Kind::Daily;
+        break;
+    case 4:
+        rule.kind = Kind::Yearly;
+        rule.plainYearly = event.eventStartDateMonth >= 1 && event.eventStartDateMonth <= 12 &&
+                           event.eventStartDateDay >= 1 && event.eventStartDateDay <= 31;
+        rule.firstYear = civilFromDays(rule.startDay).year;
+        break;
+    case 2: {
+        const DayListReadResult& codes = decoded(event.eventDateWhenEveryWeek);
+        if (codes.error) {
+            return rule; // the walk stops the program at the moment it reads them
+        }
+        for (const std::int64_t code : codes.values) {
+            if (code < 1 || code > 7) {
+                return rule;
+            }
+        }
+        // The start's calendar year with the week number of the start: near the turn of the
+        // year that names a week of another year, as the walk does.
+        const std::int64_t startWeek = clock.weekRules().weekOfYear(rule.startDay);
+        for (const std::int64_t code : codes.values) {
+            rule.firstDays.push_back(clock.weekRules().dayOfWeek(event.eventStartDateYear,
+                                                                 startWeek, calendarWeekday(code)));
+        }
+        rule.codes = codes.values;
+        rule.kind = Kind::Weekly;
+        break;
+    }
+    case 3: {
+        const DayListReadResult& codes = decoded(event.eventDateWhenEveryMonth);
+        if (codes.error) {
+            return rule;
+        }
+        for (const std::int64_t code : codes.values) {
+            if ((code < 1 || code > 31) && code != 99) {
+                return rule;
+            }
+        }
+        // The walk runs in the start's stored year from the month of the composed start date.
+        rule.firstMonth = event.eventStartDateYear * 12 + (civilFromDays(rule.startDay).month - 1);
+        for (const std::int64_t code : codes.values) {
+            rule.lands.push_back(codeLands(rule.firstMonth, rule.step, code));
+        }
+        rule.codes = codes.values;
+        rule.kind = Kind::Monthly;
+        break;
+    }
+    default:
+        break;
+    }
+    return rule;
+}
+
+DayKey RuleBatch::State::dayKey(Date date, const Calendar& calendar) const {
+    DayKey key;
+    key.date = date;
+    key.dayStart = dayStartOf(date, calendar);
+    if (!clock.usable()) {
+        return key;
+    }
+    const DateComponents parts = calendar.dateComponents(kYear | kMonth | kDay, date);
+    if (!parts.year || !parts.month || !parts.day || *parts.year < LocalClock::kFirstYear ||
+        *parts.year > kMaxYear) {
+        return key;
+    }
+    key.year = *parts.year;
+    key.month = *parts.year * 12 + *parts.month - 1;
+    key.day = daysFromCivil(*parts.year, *parts.month, *parts.day);
+    key.fast = clock.moment(key.day, 0) == key.dayStart && clock.consistent();
+    if (const auto offset = clock.steadyOffset(key.day - 3, key.day + 4)) {
+        key.steady = true;
+        key.offset = *offset;
+    }
+    for (std::int64_t j = 0; j < 4; ++j) {
+        const std::int64_t n = key.month - 2 + j;
+        key.monthStart[j] = daysFromCivil(floorDiv(n, 12), floorMod(n, 12) + 1, 1);
+        key.monthLength[j] = daysInMonth(floorDiv(n, 12), floorMod(n, 12) + 1);
+    }
+    for (std::int64_t j = 0; j < 3; ++j) {
+        for (std::int64_t m = 0; m < 12; ++m) {
+            key.yearMonthStart[j][m] = daysFromCivil(key.year - 1 + j, m + 1, 1);
+        }
+    }
+    key.fast = key.fast && clock.consistent();
+    return key;
+}
+
+// The walks go forward from the start; the occurrences they compose grow with every pass, and
+// only those within two days of the day asked about can decide: earlier ones lie more than a
+// day before its midnight (the walk goes on), later ones more than a day after it (the walk
+// ends). So each window below composes just those passes, with the walk's own two tests.
+
+Window RuleBatch::State::window(std::int64_t firstDay, std::int64_t stepDays,
+                                std::int64_t timeOfDay, const DayKey& key) const {
+    const std::int64_t low = key.day - 2;
+    const std::int64_t high = key.day + 2;
+    std::int64_t day = firstDay;
+    if (day < low) {
+        // The common steps of a day and a week spelled out, so that they need no division.
+        const std::int64_t behind = low - day;
+        day += stepDays == 1   ? behind
+               : stepDays == 7 ? ceilDiv(behind, 7) * 7
+                               : ceilDiv(behind, stepDays) * stepDays;
+    }
+    for (; day <= high; day += stepDays) {
+        const Window pass = judge(key, day, timeOfDay);
+        if (pass != Window::Next) {
+            return pass;
+        }
+    }
+    return Window::Missed;
+}
+
+Window RuleBatch::State::monthWindow(const Rule& rule, std::int64_t code, const DayKey& key) const {
+    // The passes of the months around the day's month, from the day's tables.
+    for (std::int64_t j = 0; j < 4; ++j) {
+        const std::int64_t n = key.month - 2 + j;
+        if (n < rule.firstMonth || (rule.step != 1 && (n - rule.firstMonth) % rule.step != 0)) {
+            continue;
+        }
+        const std::int64_t length = key.monthLength[j];
+        std::int64_t day = code;
+        if (code == 99) {
+            day = length;
+        } else if (code >= 29 && code <= 31 && length < code) {
+            continue; // too short: the walk passes this month without a test
+        }
+        const Window pass = judge(key, key.monthStart[j] + day - 1, 0);
+        if (pass != Window::Next) {
+            return pass;
+        }
+    }
+    return Window::Missed;
+}
+
+Window RuleBatch::State::yearWindow(const EventFields& event, const Rule& rule,
+                                    const DayKey& key) const {
+    if (rule.plainYearly) {
+        // A date of the year itself: only the passes of the day's year and its neighbours can
+        // come within two days of it.
+        for (std::int64_t j = 0; j < 3; ++j) {
+            const std::int64_t passed = key.year - 1 + j - event.eventStartDateYear;
+            if (passed < 0 || (rule.step != 1 && passed % rule.step != 0)) {
+                continue;
+            }
+            const std::int64_t day =
+                key.yearMonthStart[j][event.eventStartDateMonth - 1] + event.eventStartDateDay - 1;
+            if (day < key.day - 2) {
+                continue;
+            }
+            if (day > key.day + 2) {
+                return Window::Missed;
+            }
+            const Window pass = judge(key, day, 0);
+            if (pass != Window::Next) {
+                return pass;
+            }
+        }
+        return Window::Missed;
+    }
+    const auto occurrenceDay = [&](std::int64_t k) {
+        return daysFromCivil(event.eventStartDateYear + k * rule.step, event.eventStartDateMonth,
+                             event.eventStartDateDay);
+    };
+    // The lenient month and day shift every pass's year by the same amount, give or take one.
+    std::int64_t k = std::max<std::int64_t>(0, floorDiv(key.year - rule.firstYear, rule.step) - 2);
+    for (;; ++k) {
+        const std::int64_t day = occurrenceDay(k);
+        if (day > key.day + 2) {
+            return Window::Missed;
+        }
+        if (day < key.day - 2) {
+            continue;
+        }
+        const Window pass = judge(key, day, 0);
+        if (pass != Window::Next) {
+            return pass;
+        }
+    }
+}
+
+bool RuleBatch::State::happens(const EventFields& event, const Rule& rule,
+                               const DayKey& key) const {
+    const double dayStart = key.dayStart.secondsSince1970;
+    // The day must not lie before the start nor after the end date; without that no
+    // occurrence matches, whatever the walk composes.
+    const bool notAfterEnd = !rule.hasEnd || dayStart - rule.endDate <= 0;
+    if (rule.kind == Kind::OneOff) {
+        const double x = dayStart - rule.startDate;
+        return x > kOverInterval && x <= 0 && notAfterEnd;
+    }
+    if (!(dayStart - rule.startDate >= 0) || !notAfterEnd) {
+        return false;
+    }
+    switch (rule.kind) {
+    case Kind::Daily:
+        return window(rule.startDay, rule.step, rule.timeOfDay, key) == Window::Matched;
+    case Kind::Weekly:
+        for (const std::int64_t firstDay : rule.firstDays) {
+            if (window(firstDay, 7 * rule.step, 0, key) == Window::Matched) {
+                return true;
+            }
+        }
+        return false;
+    case Kind::Monthly:
+        for (std::size_t i = 0; i < rule.codes.size(); ++i) {
+            if (!rule.lands[i]) {
+                // The walk gives up on a code that never finds a month, and with it the query.
+                return false;
+            }
+            if (monthWindow(rule, rule.codes[i], key) == Window::Matched) {
+                return true;
+            }
+        }
+        return false;
+    case Kind::Yearly:
+        return yearWindow(event, rule, key) == Window::Matched;
+    default:
+        return false;
+    }
+}
+
+Today RuleBatch::State::today(Date now, const Calendar& calendar) const {
+    Today today;
+    today.now = now;
+    const DateComponents parts = calendar.dateComponents(kYear | kMonth | kDay, now);
+    if (clock.usable() && parts.year && parts.month && parts.day &&
+        *parts.year >= LocalClock::kFirstYear && *parts.year <= kMaxYear) {
+        today.year = *parts.year;
+        today.month = *parts.month;
+        today.day = *parts.day;
+        today.fast = true;
+    }
+    return today;
+}
+
+bool RuleBatch::State::list(const EventFields& event, const Rule& rule, const Today& today,
+                            std::vector<DateComponents>* elements, std::vector<Date>& dates) const {
+    const double now = today.now.secondsSince1970;
+    const auto isOpen = [now](Date date) { return date.secondsSince1970 - now > kOverInterval; };
+    const std::int64_t year = event.eventStartDateYear;
+    const std::int64_t month = event.eventStartDateMonth;
+    const std::int64_t day = event.eventStartDateDay;
+    const std::int64_t hour = event.eventDateWhenEveryDayHour;
+    const std::int64_t minute = event.eventDateWhenEveryDayMin;
+    const std::int64_t times = event.eventDateWhenCustomizeRepeatTimes;
+    const bool startOpen = rule.startDate - now > kOverInterval;
+    const auto count = [&] { return static_cast<std::int64_t>(dates.size()); };
+    // Appends one element; its components are made only when the caller wants them.
+    const auto keep = [&](Date date, const auto& element) {
+        if (elements != nullptr) {
+            elements->push_back(element());
+        }
+        dates.push_back(date);
+    };
+
+    switch (rule.kind) {
+    case Kind::Nothing:
+        return true;
+    case Kind::Daily: {
+        const double startMoment = clock.moment(rule.startDay, rule.timeOfDay).secondsSince1970;
+        if (!rule.customised) {
+            if (startMoment - now > 0) {
+                for (std::int64_t i = 0; i <= 99; ++i) {
+                    keep(clock.moment(rule.startDay + i, rule.timeOfDay),
+                         [&] { return momentElement(year, month, day + i, hour, minute); });
+                }
+                break;
+            }
+            const std::int64_t todayDay = daysFromCivil(today.year, today.month, today.day);
+            const double todayMoment = clock.moment(todayDay, rule.timeOfDay).secondsSince1970;
+            for (std::int64_t i = todayMoment - now > 0 ? 0 : 1; i <= 99; ++i) {
+                keep(clock.moment(todayDay + i, rule.timeOfDay), [&] {
+                    return momentElement(today.year, today.month, today.day + i, hour, minute);
+                });
+            }
+            break;
+        }
+        const double interval = startMoment - now;
+        if (interval > 0) {
+            for (std::int64_t i = 0; i <= 99; ++i) {
+                keep(clock.moment(rule.startDay + i * rule.step, rule.timeOfDay),
+                     [&] { return momentElement(year, month, day + i * rule.step, hour, minute); });
+            }
+            break;
+        }
+        const std::int64_t daysPassed = -truncatingToInt(interval / 60 / 60 / 24);
+        for (std::int64_t i = 1; i <= 99; ++i) {
+            const std::int64_t k = daysPassed / rule.step + i;
+            keep(clock.moment(rule.startDay + k * rule.step, rule.timeOfDay),
+                 [&] { return momentElement(year, month, day + k * rule.step, hour, minute); });
+        }
+        break;
+    }
+    case Kind::Weekly: {
+        const std::int64_t unit = rule.customised ? rule.step * 7 : 7;
+        for (const std::int64_t firstDay : rule.firstDays) {
+            const CivilDate first = civilFromDays(firstDay);
+            if (startOpen) {
+                for (std::int64_t i = 0; i <= 19; ++i) {
+                    const Date date = clock.moment(firstDay + i * unit, 0);
+                    if (isOpen(date) && date.secondsSince1970 - rule.startDate > kOverInterval) {
+                        keep(date, [&] {
+                            return dayElement(first.year, first.month, first.day + i * unit);
+                        });
+                    }
+                }
+                continue;
+            }
+            const double sinceNow = clock.moment(firstDay, 0).secondsSince1970 - now;
+            const std::int64_t weeksPassed = -truncatingToInt(sinceNow / 60 / 60 / 24 / 7);
+            for (std::int64_t i = 0; i <= 19; ++i) {
+                const std::int64_t offset = rule.customised
+                                                ? (weeksPassed / rule.step) * unit + unit * i
+                                                : (i + weeksPassed) * 7;
+                const Date date = clock.moment(firstDay + offset, 0);
+                if (isOpen(date)) {
+                    keep(date,
+                         [&] { return dayElement(first.year, first.month, first.day + offset); });
+                }
+            }
+        }
+        break;
+    }
+    case Kind::Monthly: {
+        std::int64_t monthsPassed = 0;
+        if (rule.customised && !startOpen) {
+            monthsPassed = (today.year - year) * 12 + (today.month - month);
+        }
+        // How many elements each loop lets in before it stops.
+        const std::int64_t monthLoop = rule.customised ? 100 : 5;
+        const std::int64_t codeLoop = !rule.customised && !startOpen ? 100 : 5;
+        for (std::int64_t i = 0; i <= 99; ++i) {
+            if (count() > monthLoop) {
+                break;
+            }
+            std::int64_t y = year;
+            std::int64_t m = 0;
+            if (!rule.customised) {
+                y = startOpen ? year : today.year;
+                m = (startOpen ? month : today.month) + i;
+            } else {
+                m = month + i * (times + 1) + monthsPassed;
+            }
+            const std::int64_t length = daysInMonth(y, m);
+            for (const std::int64_t code : rule.codes) {
+                if (count() > codeLoop) {
+                    break;
+                }
+                std::int64_t d = code;
+                if (code == 99) {
+                    d = length;
+                } else if (code >= 29 && code <= 31 && length < code) {
+                    continue;
+                }
+                const Date date = clock.moment(daysFromCivil(y, m, d), 0);
+                if (isOpen(date)) {
+                    keep(date, [&] { return dayElement(y, m, d); });
+                }
+            }
+        }
+        break;
+    }
+    case Kind::OneOff:
+    case Kind::Yearly: {
+        std::int64_t skip = 0;
+        if (rule.customised && !startOpen) {
+            skip = (today.year - year) / (times + 1) + 1;
+        }
+        for (std::int64_t i = 0; i <= 99; ++i) {
+            if (count() > 100) {
+                break;
+            }
+            std::int64_t y = 0;
+            if (!rule.customised) {
+                y = (startOpen ? year : today.year) + i;
+            } else if (startOpen) {
+                y = year + i * (times + 1);
+            } else {
+                y = year + (i + skip) * (times + 1);
+            }
+            const Date date = clock.moment(daysFromCivil(y, month, day), 0);
+            if (isOpen(date)) {
+                keep(date, [&] { return dayElement(y, month, day); });
+            }
+        }
+        break;
+    }
+    default:
+        return false;
+    }
+
+    if (rule.hasEnd && !dates.empty()) {
+        // Every element after the end moment (the end date at the daily time) goes; removing one
+        // equal element per such element, as the walk does, removes all of them.
+        const double end = clock.moment(rule.endDay, rule.timeOfDay).secondsSince1970;
+        std::size_t kept = 0;
+        for (std::size_t i = 0; i < dates.size(); ++i) {
+            if (!(end - dates[i].secondsSince1970 < 0)) {
+                if (elements != nullptr) {
+                    (*elements)[kept] = std::move((*elements)[i]);
+                }
+                dates[kept] = dates[i];
+                ++kept;
+            }
+        }
+        if (elements != nullptr) {
+            elements->resize(kept);
+        }
+        dates.resize(kept);
+    }
+    return clock.consistent();
+}
+
+// ---------------------------------------------------------------------------------------------
+
+RuleBatch::RuleBatch(std::vector<const EventFields*> events, const Calendar& calendar)
+    : events_(std::move(events)), calendar_(calendar), state_(std::make_unique<State>(calendar)) {
+    state_->rules.resize(events_.size());
+}
+
+RuleBatch::~RuleBatch() = default;
+
+namespace {
+
+/// The rule of one event, compiled the first time the batch needs it.
+const Rule& compiled(std::vector<std::optional<Rule>>& rules, std::size_t index,
+                     const auto& compile) {
+    std::optional<Rule>& slot = rules[index];
+    if (!slot) {
+        slot = compile();
+    }
+    return *slot;
+}
+
+} // namespace
+
+bool RuleBatch::happensOnDay(std::size_t index, Date date) const {
+    const DayKey key = state_->dayKey(date, calendar_);
+    const EventFields& event = *events_[index];
+    const Rule& rule = compiled(state_->rules, index, [&] { return state_->compile(event); });
+    if (rule.kind == Kind::Nothing) {
+        return false;
+    }
+    if (key.fast && rule.kind != Kind::Walk) {
+        const bool answer = state_->happens(event, rule, key);
+        if (state_->clock.consistent()) {
+            return answer;
+        }
+    }
+    return eventHappensOnDay(event, date, calendar_);
+}
+
+std::vector<std::size_t> RuleBatch::indicesOnDate(Date date) const {
+    std::vector<std::size_t> result;
+    if (events_.empty()) {
+        return result;
+    }
+    const DayKey key = state_->dayKey(date, calendar_);
+    State& state = *state_;
+    for (std::size_t index = 0; index < events_.size(); ++index) {
+        const EventFields& event = *events_[index];
+        const Rule& rule = compiled(state.rules, index, [&] { return state.compile(event); });
+        bool answer = false;
+        if (rule.kind != Kind::Nothing) {
+            bool answered = false;
+            if (key.fast && rule.kind != Kind::Walk) {
+                answer = state.happens(event, rule, key);
+                answered = state.clock.consistent();
+            }
+            if (!answered) {
+                answer = eventHappensOnDay(event, date, calendar_);
+            }
+        }
+        if (answer) {
+            result.push_back(index);
+        }
+    }
+    return result;
+}
+
+std::vector<std::string> RuleBatch::eventIdsOnDate(Date date) const {
+    std::vector<std::string> ids;
+    for (const std::size_t index : indicesOnDate(date)) {
+        ids.push_back(events_[index]->eventId);
+    }
+    return ids;
+}
+
+std::vector<DateComponents> RuleBatch::occurrences(std::size_t index, Date now) const {
+    const EventFields& event = *events_[index];
+    const Rule& rule = compiled(state_->rules, index, [&] { return state_->compile(event); });
+    const Today today = state_->today(now, calendar_);
+    if (today.fast && rule.kind != Kind::Walk) {
+        std::vector<DateComponents> elements;
+        std::vector<Date> dates;
+        if (state_->list(event, rule, today, &elements, dates)) {
+            return elements;
+        }
+    }
+    return occurrenceList(event, now, calendar_);
+}
+
+namespace {
+
+/// Sorts a plan by moment; entries of equal moments stay in the order they were made. Entries
+/// are made event by event, and entries of one event with equal moments are equal, so ordering
+/// by moment and then by event gives that order. A plan is long (a hundred entries for each
+/// daily or yearly event), so its entries are first counted into buckets and copied there in
+/// order, and only each bucket is then sorted: hours over the first 200 days, where the daily
+/// and weekly lists crowd, and weeks beyond.
+void sortPlan(std::vector<PlannedOccurrence>& plan) {
+    const auto before = [](const PlannedOccurrence& a, const PlannedOccurrence& b) {
+        if (a.date.secondsSince1970 != b.date.secondsSince1970) {
+            return a.date.secondsSince1970 < b.date.secondsSince1970;
+        }
+        return a.eventIndex < b.eventIndex;
+    };
+    const std::size_t n = plan.size();
+    double low = 0, high = 0;
+    bool finite = true;
+    for (std::size_t i = 0; i < n; ++i) {
+        const double seconds = plan[i].date.secondsSince1970;
+        finite = finite && std::isfinite(seconds);
+        low = i == 0 ? seconds : std::min(low, seconds);
+        high = i == 0 ? seconds : std::max(high, seconds);
+    }
+    if (n < 256 || !finite || high - low > 1.0e11) {
+        std::sort(plan.begin(), plan.end(), before);
+        return;
+    }
+    constexpr double kFineWidth = 3600.0;
+    constexpr double kFineSpan = 200 * 86400.0;
+    const double fineBuckets = kFineSpan / kFineWidth;
+    double coarseWidth = 7 * 86400.0;
+    while ((high - low) / coarseWidth >= 60000.0) {
+        coarseWidth *= 2;
+    }
+    const double fineScale = 1.0 / kFineWidth;
+    const double coarseScale = 1.0 / coarseWidth;
+    // Rises with the moment (never falls), which is all the buckets need.
+    const auto bucketOf = [&](const PlannedOccurrence& entry) {
+        const double since = entry.date.secondsSince1970 - low;
+        return static_cast<std::size_t>(since < kFineSpan
+                                            ? since * fineScale
+                                            : fineBuckets + (since - kFineSpan) * coarseScale);
+    };
+    const std::size_t buckets = bucketOf(PlannedOccurrence{0, Date{high}}) + 1;
+    std::vector<std::uint32_t> next(buckets + 1, 0);
+    for (const PlannedOccurrence& entry : plan) {
+        ++next[bucketOf(entry) + 1];
+    }
+    for (std::size_t b = 1; b <= buckets; ++b) {
+        next[b] += next[b - 1];
+    }
+    // Each entry goes to the next free place of its bucket, in order.
+    std::vector<PlannedOccurrence> sorted(n);
+    for (const PlannedOccurrence& entry : plan) {
+        sorted[next[bucketOf(entry)]++] = entry;
+    }
+    std::size_t from = 0;
+    for (std::size_t b = 0; b < buckets; ++b) {
+        if (next[b] - from > 1) {
+            std::sort(sorted.begin() + static_cast<std::ptrdiff_t>(from),
+                      sorted.begin() + static_cast<std::ptrdiff_t>(next[b]), before);
+        }
+        from = next[b];
+    }
+    plan.swap(sorted);
+}
+
+} // namespace
+
+std::vector<PlannedOccurrence> RuleBatch::planOccurrences(Date now) const {
+    std::vector<PlannedOccurrence> plan;
+    plan.reserve(events_.size() * 72);
+    State& state = *state_;
+    const Today today = state.today(now, calendar_);
+    std::vector<Date> dates;
+    for (std::size_t index = 0; index < events_.size(); ++index) {
+        const EventFields& event = *events_[index];
+        if (!event.eventNotiOrNot) {
+            continue;
+        }
+        const Rule& rule = compiled(state.rules, index, [&] { return state.compile(event); });
+        dates.clear();
+        if (!(today.fast && rule.kind != Kind::Walk &&
+              state.list(event, rule, today, nullptr, dates))) {
+            dates.clear();
+            for (const DateComponents& element : occurrenceList(event, now, calendar_)) {
+                dates.push_back(unwrap(calendar_.date(element)));
+            }
+        }
+        for (const Date date : dates) {
+            plan.push_back(PlannedOccurrence{index, date});
+        }
+    }
+    sortPlan(plan);
+    return plan;
+}
+
+std::vector<PlannedOccurrence> planOccurrencesByWalk(const std::vector<const EventFields*>& events,
+                                                     Date now, const Calendar& calendar) {
+    std::vector<PlannedOccurrence> plan;
+    for (std::size_t index = 0; index < events.size(); ++index) {
+        const EventFields& event = *events[index];
+        if (!event.eventNotiOrNot) {
+            continue;
+        }
+        for (const DateComponents& element : occurrenceList(event, now, calendar)) {
+            plan.push_back(PlannedOccurrence{index, unwrap(calendar.date(element))});
+        }
+    }
+    sortPlan(plan);
+    return plan;
+}
+
+} // namespace tidemark
