@@ -3,10 +3,12 @@
 #include "base/Fatal.h"
 #include "base/Localize.h"
 #include "engine/Occurrences.h"
+#include "engine/RuleBatch.h"
 #include "records/DayListArchive.h"
 
 #include <algorithm>
 #include <optional>
+#include <unordered_map>
 #include <utility>
 
 namespace tidemark {
@@ -72,18 +74,19 @@ std::string nearestEventId(const std::vector<eventInfo>& events, Date now,
     // to the earliest event in store order. (Any order would do for the tie; store order is the
     // one that is stable from call to call.)
     std::vector<std::pair<std::string, double>> intervals;
-    for (const auto& event : events) {
-        const auto list = occurrenceList(event, now, calendar);
+    std::unordered_map<std::string, std::size_t> positionOf;
+    const RuleBatch batch(events, calendar);
+    for (std::size_t i = 0; i < events.size(); ++i) {
+        const auto list = batch.occurrences(i, now);
         if (list.empty()) {
             continue;
         }
         const double interval = unwrap(calendar.date(list.front())).timeIntervalSince(now);
-        auto found = std::find_if(intervals.begin(), intervals.end(),
-                                  [&](const auto& entry) { return entry.first == event.eventId; });
-        if (found != intervals.end()) {
-            found->second = interval;
+        const auto [found, added] = positionOf.try_emplace(events[i].eventId, intervals.size());
+        if (added) {
+            intervals.emplace_back(events[i].eventId, interval);
         } else {
-            intervals.emplace_back(event.eventId, interval);
+            intervals[found->second].second = interval;
         }
     }
     if (intervals.empty()) {
@@ -157,8 +160,10 @@ std::vector<eventInfo> eventsOnDateComponents(const std::vector<eventInfo>& even
     // The target is composed only once an element needs it, so that components without a date
     // stop the program only when there is something to compare them with.
     std::optional<Date> target;
-    for (const auto& event : events) {
-        for (const auto& element : occurrenceList(event, now, calendar)) {
+    const RuleBatch batch(events, calendar);
+    for (std::size_t i = 0; i < events.size(); ++i) {
+        const eventInfo& event = events[i];
+        for (const auto& element : batch.occurrences(i, now)) {
             if (!target) {
                 target = unwrap(calendar.date(components));
             }

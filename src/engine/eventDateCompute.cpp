@@ -2,6 +2,7 @@
 
 #include "base/Fatal.h"
 #include "engine/Occurrences.h"
+#include "engine/RuleBatch.h"
 #include "records/DayListArchive.h"
 
 #include <algorithm>
@@ -16,6 +17,12 @@ std::optional<Date> composeDay(std::int64_t year, std::int64_t month, std::int64
     c.month = month;
     c.day = day;
     return Calendar::current().date(c);
+}
+
+/// The occurrence list of one event (its type already checked), through the engine's batch.
+std::vector<DateComponents> occurrencesOf(const eventInfo& event) {
+    const Calendar& calendar = Calendar::current();
+    return RuleBatch(std::vector<const EventFields*>{&event}, calendar).occurrences(0, now());
 }
 
 } // namespace
@@ -70,29 +77,25 @@ eventDateCompute::eventOfType(const std::string& eventId,
 std::vector<DateComponents>
 eventDateCompute::nextEventDateForType1Event(const std::string& eventId) const {
     const auto event = eventOfType(eventId, {1});
-    return event ? dailyOccurrences(*event, now(), Calendar::current())
-                 : std::vector<DateComponents>{};
+    return event ? occurrencesOf(*event) : std::vector<DateComponents>{};
 }
 
 std::vector<DateComponents>
 eventDateCompute::nextEventDateForType2Event(const std::string& eventId) const {
     const auto event = eventOfType(eventId, {2});
-    return event ? weeklyOccurrences(*event, now(), Calendar::current())
-                 : std::vector<DateComponents>{};
+    return event ? occurrencesOf(*event) : std::vector<DateComponents>{};
 }
 
 std::vector<DateComponents>
 eventDateCompute::nextEventDateForType3Event(const std::string& eventId) const {
     const auto event = eventOfType(eventId, {3});
-    return event ? monthlyOccurrences(*event, now(), Calendar::current())
-                 : std::vector<DateComponents>{};
+    return event ? occurrencesOf(*event) : std::vector<DateComponents>{};
 }
 
 std::vector<DateComponents>
 eventDateCompute::nextEventDateForType4Event(const std::string& eventId) const {
     const auto event = eventOfType(eventId, {4, 0});
-    return event ? yearlyOccurrences(*event, now(), Calendar::current())
-                 : std::vector<DateComponents>{};
+    return event ? occurrencesOf(*event) : std::vector<DateComponents>{};
 }
 
 bool eventDateCompute::eventHappensOnDate(const std::string& eventId, Date date) const {
@@ -101,26 +104,41 @@ bool eventDateCompute::eventHappensOnDate(const std::string& eventId, Date date)
     // even for an unknown id.
     dayStartOf(date, calendar);
     const std::optional<eventInfo> event = realm.object<eventInfo>(eventId);
-    return event && eventHappensOnDay(*event, date, calendar);
+    return event &&
+           RuleBatch(std::vector<const EventFields*>{&*event}, calendar).happensOnDay(0, date);
 }
 
 std::vector<eventInfo> eventDateCompute::eventsOnDate(Date date) const {
+    std::vector<eventInfo> events = eventInfoData.snapshot();
+    if (events.empty()) {
+        return {};
+    }
+    const Calendar& calendar = Calendar::current();
+    dayStartOf(date, calendar);
     std::vector<eventInfo> result;
-    for (const eventInfo& event : eventInfoData.snapshot()) {
-        if (eventHappensOnDate(event.eventId, date)) {
-            result.push_back(event);
-        }
+    for (const std::size_t index : RuleBatch(events, calendar).indicesOnDate(date)) {
+        result.push_back(std::move(events[index]));
     }
     return result;
 }
 
 std::vector<std::string> eventDateCompute::eventIdsOnDate(std::optional<Date> date) const {
+    const std::vector<eventInfo> events = eventInfoData.snapshot();
+    if (events.empty()) {
+        return {};
+    }
+    const Calendar& calendar = Calendar::current();
+    const RuleBatch batch(events, calendar);
+    if (date) {
+        dayStartOf(*date, calendar);
+        return batch.eventIdsOnDate(*date);
+    }
+    // Without a date the clock is read once per event, so a query that runs across midnight
+    // answers the later events for the new day.
     std::vector<std::string> ids;
-    for (const eventInfo& event : eventInfoData.snapshot()) {
-        // Without a date the clock is read once per event, so a query that runs across midnight
-        // answers the later events for the new day.
-        if (eventHappensOnDate(event.eventId, date ? *date : now())) {
-            ids.push_back(event.eventId);
+    for (std::size_t i = 0; i < events.size(); ++i) {
+        if (batch.happensOnDay(i, now())) {
+            ids.push_back(events[i].eventId);
         }
     }
     return ids;

@@ -115,7 +115,10 @@ private:
         const std::uint8_t marker = data_[pos++];
         const unsigned kind = marker >> 4, low = marker & 0x0F;
         const auto fits = [&](std::uint64_t length) { return length <= end - pos; };
-        const auto damaged = formatError("An object runs past the end of the property list.");
+        // Made only when needed: this runs for every object of every archive read.
+        const auto damaged = [] {
+            return formatError("An object runs past the end of the property list.");
+        };
         frame = Frame{index, 0, 0};
 
         // The length of data, strings and containers: the low nibble, or an integer after it.
@@ -123,12 +126,12 @@ private:
         if (low == 0x0F && (kind == 0x4 || kind == 0x5 || kind == 0x6 || kind == 0xA ||
                             kind == 0xC || kind == 0xD)) {
             if (!fits(1) || (data_[pos] & 0xF0) != 0x10 || (data_[pos] & 0x0F) > 3) {
-                return damaged;
+                return damaged();
             }
             const std::size_t n = std::size_t{1} << (data_[pos] & 0x0F);
             ++pos;
             if (!fits(n)) {
-                return damaged;
+                return damaged();
             }
             length = readBigEndian(data_ + pos, n);
             pos += n;
@@ -139,7 +142,7 @@ private:
         case 0x1: { // integers of 1, 2, 4, 8 or 16 bytes
             const std::uint64_t n = std::uint64_t{1} << (low & 0x07);
             if (low > 4 || !fits(n)) {
-                return damaged;
+                return damaged();
             }
             if (n == 16) {
                 const std::uint64_t high = readBigEndian(data_ + pos, 8);
@@ -154,13 +157,13 @@ private:
         case 0x2: // reals of 4 or 8 bytes
         case 0x3: // dates
             return fits(std::uint64_t{1} << (low & 0x07)) ? std::nullopt
-                                                          : std::optional<std::string>(damaged);
+                                                          : std::optional<std::string>(damaged());
         case 0x4: // data
         case 0x5: // ASCII string
-            return fits(length) ? std::nullopt : std::optional<std::string>(damaged);
+            return fits(length) ? std::nullopt : std::optional<std::string>(damaged());
         case 0x6: // UTF-16 string
             if (length > (end - pos) / 2) {
-                return damaged;
+                return damaged();
             }
             // libplist asserts that its strings hold no NUL, so one is refused here.
             for (std::uint64_t i = 0; i < length; ++i) {
@@ -170,13 +173,13 @@ private:
             }
             return std::nullopt;
         case 0x8: // UID
-            return fits(low + 1u) ? std::nullopt : std::optional<std::string>(damaged);
+            return fits(low + 1u) ? std::nullopt : std::optional<std::string>(damaged());
         case 0xA:   // array
         case 0xC:   // set
         case 0xD: { // dictionary: keys, then values
             const std::uint64_t perEntry = kind == 0xD ? 2 : 1;
             if (length > (end - pos) / refSize_ / perEntry) {
-                return damaged;
+                return damaged();
             }
             frame.refs = pos;
             frame.refCount = length * perEntry;
