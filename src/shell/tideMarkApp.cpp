@@ -3,6 +3,7 @@
 #include "platform/linux/QtDispatcher.h"
 #include "shell/CalendarPage.h"
 #include "shell/EventListModel.h"
+#include "shell/QmlTypes.h"
 
 #include <QQmlApplicationEngine>
 #include <QQmlContext>
@@ -41,9 +42,7 @@ bool tideMarkApp::launch(QQmlApplicationEngine& engine) {
 
     qmlRegisterSingletonInstance("TideMark", 1, 0, "DataStore", dataStore());
     qmlRegisterSingletonInstance("TideMark", 1, 0, "TideMarkApp", this);
-    qmlRegisterType<EventListModel>("TideMark", 1, 0, "EventListModel");
-    qmlRegisterUncreatableType<CalendarPage>("TideMark", 1, 0, "CalendarPage",
-                                             "made by the app for its window");
+    registerQmlTypes();
     auto* calendarPage = new CalendarPage(dataStore(), this);
     engine.rootContext()->setContextProperty("calendarPage", calendarPage);
 

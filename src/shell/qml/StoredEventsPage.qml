@@ -54,7 +54,7 @@ Page {
                     Layout.preferredWidth: 6
                     Layout.fillHeight: true
                     radius: 3
-                    color: EventColors.eventColor(model.eventColorString, window.Material.theme === Material.Dark)
+                    color: NamedColors.color(model.eventColorString, window.Material.theme === Material.Dark)
                 }
                 ColumnLayout {
                     Layout.fillWidth: true
@@ -70,9 +70,10 @@ Page {
                         }
                         Label {
                             visible: model.eventStarOrNot
-                            text: "\u2605"
+                            text: Symbols.glyph("star.fill")
+                            font.family: Symbols.fontFamily
                             color: Material.color(Material.Amber)
-                            font.pixelSize: 17
+                            font.pixelSize: 18
                         }
                     }
                     Label {

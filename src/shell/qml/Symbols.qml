@@ -1,0 +1,46 @@
+pragma Singleton
+import QtQuick
+
+// The symbols the screens name ("star.fill", "bell.badge", ...) as glyphs of the Material Icons
+// font (Debian's fonts-material-design-icons-iconfont). Show one with
+//     Text { font.family: Symbols.fontFamily; text: Symbols.glyph("star.fill") }
+// An unknown name gives "" (nothing drawn), never a wrong picture.
+QtObject {
+    readonly property string fontFamily: "Material Icons"
+    readonly property var glyphs: ({
+        "star.fill": "\ue838",
+        "bell.badge": "\ue7f7",
+        "repeat": "\ue040",
+        "shareplay": "\ue0e2",
+        "calendar": "\ue935",
+        "calendar.badge.clock": "\ueb7b",
+        "rectangle.stack": "\ue8e9",
+        "rectangle.3.group": "\ue871",
+        "plus": "\ue145",
+        "arrowtriangle.backward": "\ue5de",
+        "arrowtriangle.forward": "\ue5df",
+        "chevron.left": "\ue5cb",
+        "chevron.right": "\ue5cc",
+        "chevron.down": "\ue5cf",
+        "chevron.up": "\ue5ce",
+        "list.clipboard": "\ue85d",
+        "square.and.pencil": "\ue745",
+        "square.and.arrow.up": "\ue6b8",
+        "checkmark": "\ue5ca",
+        "eraser.line.dashed.fill": "\ue23b",
+        "sun.min": "\ue518",
+        "moon.zzz": "\uef44",
+        "light.max": "\ue1ab",
+        "keyboard.badge.ellipsis": "\ue312",
+        "delete.left": "\ue14a",
+        "trash": "\ue872",
+        "line.3.horizontal.decrease.circle": "\ue152",
+        "ellipsis": "\ue5d3",
+        "gearshape": "\ue8b8",
+        "clock": "\ue8b5"
+    })
+
+    function glyph(name) {
+        return glyphs[name] !== undefined ? glyphs[name] : ""
+    }
+}
