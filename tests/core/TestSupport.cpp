@@ -40,6 +40,30 @@ CalendarEnvironment fixedEnvironment(const std::string& timeZoneId, const std::s
     return env;
 }
 
+CalendarEnvironment zoneEnvironment(const std::string& timeZoneId, const std::string& localeId,
+                                    std::optional<int> firstWeekday,
+                                    std::optional<int> minimumDaysInFirstWeek) {
+    CalendarEnvironment env;
+    env.timeZoneId = timeZoneId;
+    env.localeId = localeId;
+    env.firstWeekday = firstWeekday;
+    env.minimumDaysInFirstWeek = minimumDaysInFirstWeek;
+    return env;
+}
+
+DateComponents dateParts(std::int64_t year, std::int64_t month, std::int64_t day,
+                         std::optional<std::int64_t> hour, std::optional<std::int64_t> minute,
+                         std::optional<std::int64_t> second) {
+    DateComponents c;
+    c.year = year;
+    c.month = month;
+    c.day = day;
+    c.hour = hour;
+    c.minute = minute;
+    c.second = second;
+    return c;
+}
+
 Date localDate(int year, int month, int day, int hour, int minute, int second) {
     DateComponents c;
     c.year = year;

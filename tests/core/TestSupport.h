@@ -5,6 +5,7 @@
 
 #include <filesystem>
 #include <memory>
+#include <optional>
 #include <string>
 
 namespace tidemark::testing {
@@ -45,6 +46,18 @@ private:
 CalendarEnvironment fixedEnvironment(const std::string& timeZoneId, const std::string& localeId,
                                      int year, int month, int day, int hour = 0, int minute = 0,
                                      int second = 0);
+
+/// An environment with the given zone, locale and week rules, on the real clock.
+CalendarEnvironment zoneEnvironment(const std::string& timeZoneId,
+                                    const std::string& localeId = "en_US",
+                                    std::optional<int> firstWeekday = std::nullopt,
+                                    std::optional<int> minimumDaysInFirstWeek = std::nullopt);
+
+/// Components with year, month and day, and whichever time fields are given.
+DateComponents dateParts(std::int64_t year, std::int64_t month, std::int64_t day,
+                         std::optional<std::int64_t> hour = std::nullopt,
+                         std::optional<std::int64_t> minute = std::nullopt,
+                         std::optional<std::int64_t> second = std::nullopt);
 
 /// The moment of a local wall time in the current environment's calendar.
 Date localDate(int year, int month, int day, int hour = 0, int minute = 0, int second = 0);

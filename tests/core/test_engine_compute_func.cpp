@@ -16,42 +16,21 @@
 #include <vector>
 
 using namespace tidemark;
+using tidemark::testing::dateParts;
 using tidemark::testing::fixedEnvironment;
 using tidemark::testing::IsolatedStorage;
-using tidemark::testing::localDate;
+using tidemark::testing::zoneEnvironment;
 
 namespace {
 
 const std::string kSuffix = "StringAtComputeFuncPageForNextEventDate";
 
-CalendarEnvironment zoneOnly(const std::string& zone) {
-    CalendarEnvironment env;
-    env.timeZoneId = zone;
-    env.localeId = "en_US";
-    return env;
-}
-
 /// A local wall time in `calendar`, plus a fraction of a second.
 Date wall(const Calendar& calendar, int y, int m, int d, int h = 0, int mi = 0, int s = 0,
           double fraction = 0) {
-    DateComponents c;
-    c.year = y;
-    c.month = m;
-    c.day = d;
-    c.hour = h;
-    c.minute = mi;
-    c.second = s;
-    auto date = calendar.date(c);
+    auto date = calendar.date(dateParts(y, m, d, h, mi, s));
     EXPECT_TRUE(date.has_value());
     return date.value_or(Date{}).addingTimeInterval(fraction);
-}
-
-DateComponents ymd(std::int64_t y, std::int64_t m, std::int64_t d) {
-    DateComponents c;
-    c.year = y;
-    c.month = m;
-    c.day = d;
-    return c;
 }
 
 eventInfo oneOff(const std::string& id, int y, int m, int d) {
@@ -91,83 +70,53 @@ std::vector<std::string> idsOf(const std::vector<eventInfo>& events) {
     return ids;
 }
 
-// ---- Day counts ------------------------------------------------------------------------------
-
-struct DayCountCase {
+struct ClockCase {
     const char* zone;
     int y, m, d, h, mi, s;
     double fraction;
-    int startY, startM, startD;
-    const char* expected;
+    int dayY, dayM, dayD; // the start (for counts) or end (for over tests)
+
+    std::string describe() const {
+        return std::string(zone) + " now " + std::to_string(y) + "-" + std::to_string(m) + "-" +
+               std::to_string(d) + " " + std::to_string(h) + ":" + std::to_string(mi) + ":" +
+               std::to_string(s + fraction) + ", day " + std::to_string(dayY) + "-" +
+               std::to_string(dayM) + "-" + std::to_string(dayD);
+    }
 };
 
 TEST(DayCountString, CountsFromTheStartMidnightInWholeDaySpans) {
-    const DayCountCase cases[] = {
-        // Around 10:00 on 10 March 2026.
-        {"Europe/Berlin", 2026, 3, 10, 10, 0, 0, 0, 2026, 3, 10, "0"},
-        {"Europe/Berlin", 2026, 3, 10, 10, 0, 0, 0, 2026, 3, 11, "1"},
-        {"Europe/Berlin", 2026, 3, 10, 10, 0, 0, 0, 2026, 3, 9, "1"},
-        {"Europe/Berlin", 2026, 3, 10, 10, 0, 0, 0, 2026, 3, 20, "10"},
-        {"Europe/Berlin", 2026, 3, 10, 10, 0, 0, 0, 2026, 3, 1, "9"},
-        {"Europe/Berlin", 2026, 3, 10, 10, 0, 0, 0, 2027, 3, 10, "365"},
+    const std::pair<ClockCase, const char*> cases[] = {
+        {{"Europe/Berlin", 2026, 3, 10, 10, 0, 0, 0, 2026, 3, 10}, "0"},
+        {{"Europe/Berlin", 2026, 3, 10, 10, 0, 0, 0, 2026, 3, 11}, "1"},
+        {{"Europe/Berlin", 2026, 3, 10, 10, 0, 0, 0, 2026, 3, 1}, "9"},
         // Exactly at a midnight, a coming date counts one more than the whole days ahead.
-        {"Europe/Berlin", 2026, 3, 12, 0, 0, 0, 0, 2026, 3, 20, "9"},
-        {"Europe/Berlin", 2026, 3, 12, 0, 0, 1, 0, 2026, 3, 20, "8"},
-        {"Europe/Berlin", 2026, 3, 10, 0, 0, 0, 0, 2026, 3, 11, "2"},
-        {"Europe/Berlin", 2026, 3, 10, 0, 0, 0, 0, 2026, 3, 9, "1"},
+        {{"Europe/Berlin", 2026, 3, 12, 0, 0, 0, 0, 2026, 3, 20}, "9"},
+        {{"Europe/Berlin", 2026, 3, 12, 0, 0, 1, 0, 2026, 3, 20}, "8"},
+        {{"Europe/Berlin", 2026, 3, 10, 0, 0, 0, 0, 2026, 3, 9}, "1"},
         // Within one second either side of the start's own midnight.
-        {"Europe/Berlin", 2026, 3, 10, 0, 0, 0, 0, 2026, 3, 10, "error"},
-        {"Europe/Berlin", 2026, 3, 10, 0, 0, 0, 0.5, 2026, 3, 10, "error"},
-        {"Europe/Berlin", 2026, 3, 9, 23, 59, 59, 0.5, 2026, 3, 10, "error"},
-        {"Europe/Berlin", 2026, 3, 9, 23, 59, 59, 0, 2026, 3, 10, "1"},
-        {"Europe/Berlin", 2026, 3, 10, 0, 0, 1, 0, 2026, 3, 10, "0"},
-        {"Europe/Berlin", 2026, 3, 10, 23, 59, 59, 0.5, 2026, 3, 10, "0"},
-        // Berlin's own 23-hour day.
-        {"Europe/Berlin", 2026, 3, 29, 0, 0, 0, 0, 2026, 3, 30, "1"},
-        // New York springs forward on 8 March 2026: that day has 23 hours.
-        {"America/New_York", 2026, 3, 8, 0, 0, 0, 0, 2026, 3, 9, "1"},
-        {"America/New_York", 2026, 3, 8, 0, 0, 0, 0, 2026, 3, 10, "2"},
-        {"America/New_York", 2026, 3, 7, 0, 0, 0, 0, 2026, 3, 9, "2"},
-        {"America/New_York", 2026, 3, 9, 0, 0, 0, 0, 2026, 3, 8, "0"},
-        {"America/New_York", 2026, 3, 9, 0, 30, 0, 0, 2026, 3, 8, "0"},
-        {"America/New_York", 2026, 3, 9, 1, 0, 0, 0, 2026, 3, 8, "1"},
-        {"America/New_York", 2026, 3, 9, 0, 0, 0, 0, 2026, 3, 7, "1"},
-        {"America/New_York", 2026, 3, 8, 0, 0, 0, 0.5, 2026, 3, 8, "error"},
-        {"America/New_York", 2026, 3, 8, 3, 0, 0, 0, 2026, 3, 8, "0"},
-        // ... and falls back on 1 November 2026: a 25-hour day.
-        {"America/New_York", 2026, 11, 1, 0, 0, 0, 0, 2026, 11, 2, "2"},
-        {"America/New_York", 2026, 11, 2, 0, 0, 0, 0, 2026, 11, 1, "1"},
-        // No clock changes, at the turn of the year.
-        {"Asia/Shanghai", 2026, 3, 10, 10, 0, 0, 0, 2026, 3, 20, "10"},
-        {"Asia/Shanghai", 2026, 12, 31, 23, 59, 59, 0, 2027, 1, 1, "1"},
-        {"Asia/Shanghai", 2026, 12, 31, 23, 59, 59, 0.5, 2027, 1, 1, "error"},
-        {"Asia/Shanghai", 2027, 1, 1, 0, 0, 0, 0.5, 2027, 1, 1, "error"},
-        {"Asia/Shanghai", 2027, 1, 1, 0, 0, 1, 0, 2027, 1, 1, "0"},
-        {"Asia/Shanghai", 2027, 1, 1, 0, 0, 0, 0, 2026, 12, 31, "1"},
-        // Auckland falls back on 5 April and springs forward on 27 September 2026.
-        {"Pacific/Auckland", 2026, 4, 5, 0, 0, 0, 0, 2026, 4, 6, "2"},
-        {"Pacific/Auckland", 2026, 4, 6, 0, 0, 0, 0, 2026, 4, 5, "1"},
-        {"Pacific/Auckland", 2026, 4, 6, 0, 0, 0, 0.5, 2026, 4, 6, "error"},
-        {"Pacific/Auckland", 2026, 9, 27, 0, 0, 0, 0, 2026, 9, 28, "1"},
-        {"Pacific/Auckland", 2026, 9, 28, 0, 0, 0, 0, 2026, 9, 27, "0"},
+        {{"Europe/Berlin", 2026, 3, 10, 0, 0, 0, 0.5, 2026, 3, 10}, "error"},
+        {{"Europe/Berlin", 2026, 3, 9, 23, 59, 59, 0.5, 2026, 3, 10}, "error"},
+        {{"Europe/Berlin", 2026, 3, 9, 23, 59, 59, 0, 2026, 3, 10}, "1"},
+        {{"Europe/Berlin", 2026, 3, 10, 0, 0, 1, 0, 2026, 3, 10}, "0"},
+        // New York springs forward on 8 March 2026 (23 hours), falls back on 1 November (25).
+        {{"America/New_York", 2026, 3, 8, 0, 0, 0, 0, 2026, 3, 9}, "1"},
+        {{"America/New_York", 2026, 3, 9, 0, 30, 0, 0, 2026, 3, 8}, "0"},
+        {{"America/New_York", 2026, 3, 9, 1, 0, 0, 0, 2026, 3, 8}, "1"},
+        {{"America/New_York", 2026, 11, 1, 0, 0, 0, 0, 2026, 11, 2}, "2"},
+        {{"America/New_York", 2026, 11, 2, 0, 0, 0, 0, 2026, 11, 1}, "1"},
         // Lenient start numbers: 31 February 2026 is 3 March.
-        {"Pacific/Auckland", 2026, 3, 10, 10, 0, 0, 0, 2026, 2, 31, "7"},
+        {{"America/New_York", 2026, 3, 10, 10, 0, 0, 0, 2026, 2, 31}, "7"},
     };
-    for (const auto& c : cases) {
-        Calendar calendar(zoneOnly(c.zone));
+    for (const auto& [c, expected] : cases) {
+        SCOPED_TRACE(c.describe());
+        Calendar calendar(zoneEnvironment(c.zone));
         const Date now = wall(calendar, c.y, c.m, c.d, c.h, c.mi, c.s, c.fraction);
-        SCOPED_TRACE(std::string(c.zone) + " now " + std::to_string(c.y) + "-" +
-                     std::to_string(c.m) + "-" + std::to_string(c.d) + " " + std::to_string(c.h) +
-                     ":" + std::to_string(c.mi) + ":" + std::to_string(c.s + c.fraction) +
-                     ", start " + std::to_string(c.startY) + "-" + std::to_string(c.startM) + "-" +
-                     std::to_string(c.startD));
-        EXPECT_EQ(dayCountString(oneOff("e", c.startY, c.startM, c.startD), now, calendar),
-                  c.expected);
+        EXPECT_EQ(dayCountString(oneOff("e", c.dayY, c.dayM, c.dayD), now, calendar), expected);
     }
 }
 
 TEST(DayCountString, RepeatingEventsHaveNoCount) {
-    Calendar calendar(zoneOnly("Europe/Berlin"));
+    Calendar calendar(zoneEnvironment("Europe/Berlin"));
     const Date now = wall(calendar, 2026, 3, 10, 10);
     EXPECT_EQ(dayCountString(repeating("e", 1, 2026, 3, 20), now, calendar), "error");
     for (std::int64_t type : {0, 2, 3, 4, 5}) {
@@ -184,82 +133,44 @@ TEST(DayCountString, RepeatingEventsHaveNoCount) {
 constexpr int kYearWithoutDate = 100'000'000;
 
 TEST(DayCountString, AStartWithoutADateCountsAsNow) {
-    Calendar calendar(zoneOnly("Europe/Berlin"));
+    Calendar calendar(zoneEnvironment("Europe/Berlin"));
     const Date now = wall(calendar, 2026, 3, 10, 10);
-    ASSERT_FALSE(calendar.date(ymd(kYearWithoutDate, 1, 1)));
+    ASSERT_FALSE(calendar.date(dateParts(kYearWithoutDate, 1, 1)));
     EXPECT_EQ(dayCountString(oneOff("e", kYearWithoutDate, 1, 1), now, calendar), "error");
 }
 
-// ---- Over ------------------------------------------------------------------------------------
-
-struct OverCase {
-    const char* zone;
-    int y, m, d, h, mi, s;
-    double fraction;
-    int endY, endM, endD;
-    bool expected;
-};
-
 TEST(EventIsOver, TheEndDayCountsInFull) {
-    const OverCase cases[] = {
-        {"Europe/Berlin", 2026, 3, 10, 10, 0, 0, 0, 2026, 3, 9, true},
-        {"Europe/Berlin", 2026, 3, 10, 10, 0, 0, 0, 2026, 3, 10, false},
-        {"Europe/Berlin", 2026, 3, 10, 23, 59, 59, 0.5, 2026, 3, 10, false},
-        {"Europe/Berlin", 2026, 3, 11, 0, 0, 0, 0, 2026, 3, 10, true},
-        {"Europe/Berlin", 2026, 3, 10, 10, 0, 0, 0, 2026, 3, 11, false},
-        // After New York's 23-hour day, the test in seconds lags by that hour.
-        {"America/New_York", 2026, 3, 9, 0, 0, 0, 0, 2026, 3, 8, false},
-        {"America/New_York", 2026, 3, 9, 0, 59, 59, 0, 2026, 3, 8, false},
-        {"America/New_York", 2026, 3, 9, 1, 0, 0, 0, 2026, 3, 8, true},
+    const std::pair<ClockCase, bool> cases[] = {
+        {{"Europe/Berlin", 2026, 3, 10, 10, 0, 0, 0, 2026, 3, 9}, true},
+        {{"Europe/Berlin", 2026, 3, 10, 23, 59, 59, 0.5, 2026, 3, 10}, false},
+        {{"Europe/Berlin", 2026, 3, 11, 0, 0, 0, 0, 2026, 3, 10}, true},
+        // After New York's 23-hour day, the test in seconds lags by that hour ...
+        {{"America/New_York", 2026, 3, 9, 0, 59, 59, 0, 2026, 3, 8}, false},
+        {{"America/New_York", 2026, 3, 9, 1, 0, 0, 0, 2026, 3, 8}, true},
         // ... and after a 25-hour day it is over an hour before midnight.
-        {"America/New_York", 2026, 11, 1, 23, 0, 0, 0, 2026, 11, 1, true},
-        {"America/New_York", 2026, 11, 1, 22, 59, 59, 0, 2026, 11, 1, false},
-        {"Asia/Shanghai", 2027, 1, 1, 0, 0, 0, 0, 2026, 12, 31, true},
-        {"Pacific/Auckland", 2026, 3, 10, 10, 0, 0, 0, 2026, 3, 10, false},
+        {{"America/New_York", 2026, 11, 1, 23, 0, 0, 0, 2026, 11, 1}, true},
+        {{"America/New_York", 2026, 11, 1, 22, 59, 59, 0, 2026, 11, 1}, false},
     };
-    for (const auto& c : cases) {
-        Calendar calendar(zoneOnly(c.zone));
+    for (const auto& [c, expected] : cases) {
+        SCOPED_TRACE(c.describe());
+        Calendar calendar(zoneEnvironment(c.zone));
         const Date now = wall(calendar, c.y, c.m, c.d, c.h, c.mi, c.s, c.fraction);
         eventInfo e = daily("e", 2026, 1, 1, 9, 0);
         e.eventHaveEndDateOrNot = true;
-        e.eventEndDateYear = c.endY;
-        e.eventEndDateMonth = c.endM;
-        e.eventEndDateDay = c.endD;
-        EXPECT_EQ(eventIsOver(e, now, calendar), c.expected)
-            << c.zone << " " << c.m << "/" << c.d << " " << c.h << ":" << c.mi << ":" << c.s
-            << " end " << c.endM << "/" << c.endD;
+        e.eventEndDateYear = c.dayY;
+        e.eventEndDateMonth = c.dayM;
+        e.eventEndDateDay = c.dayD;
+        EXPECT_EQ(eventIsOver(e, now, calendar), expected);
         // Without the flag the end numbers mean nothing.
         e.eventHaveEndDateOrNot = false;
         EXPECT_FALSE(eventIsOver(e, now, calendar));
     }
-    Calendar berlin(zoneOnly("Europe/Berlin"));
+    Calendar berlin(zoneEnvironment("Europe/Berlin"));
     eventInfo noEndDate = daily("e", 2026, 1, 1, 9, 0);
     noEndDate.eventHaveEndDateOrNot = true;
     noEndDate.eventEndDateYear = kYearWithoutDate;
     EXPECT_FALSE(eventIsOver(noEndDate, wall(berlin, 2026, 3, 10), berlin));
 }
-
-// ---- Weekly phrases --------------------------------------------------------------------------
-
-struct WeekCell {
-    std::int64_t code;
-    const char* word;
-};
-
-// Row w - 1 lists, for the calendar's weekday w (1 Sunday ... 7 Saturday), the week codes
-// (1 Monday ... 7 Sunday) from today on in the order they are tried, each with the first word of
-// its key. The week runs Monday to Sunday whatever the calendar says.
-// clang-format off
-const WeekCell kWeekTable[7][7] = {
-    {{7, "today"}, {1, "tomorrow"}, {2, "nextWeek2"}, {3, "nextWeek3"}, {4, "nextWeek4"}, {5, "nextWeek5"}, {6, "nextWeek6"}},
-    {{1, "today"}, {2, "tomorrow"}, {3, "thisWeek3"}, {4, "thisWeek4"}, {5, "thisWeek5"}, {6, "thisWeek6"}, {7, "thisWeek7"}},
-    {{2, "today"}, {3, "tomorrow"}, {4, "thisWeek4"}, {5, "thisWeek5"}, {6, "thisWeek6"}, {7, "thisWeek7"}, {1, "nextWeek1"}},
-    {{3, "today"}, {4, "tomorrow"}, {5, "thisWeek5"}, {6, "thisWeek6"}, {7, "thisWeek7"}, {1, "nextWeek1"}, {2, "nextWeek2"}},
-    {{4, "today"}, {5, "tomorrow"}, {6, "thisWeek6"}, {7, "thisWeek7"}, {1, "nextWeek1"}, {2, "nextWeek2"}, {3, "nextWeek3"}},
-    {{5, "today"}, {6, "tomorrow"}, {7, "thisWeek7"}, {1, "nextWeek1"}, {2, "nextWeek2"}, {3, "nextWeek3"}, {4, "nextWeek4"}},
-    {{6, "today"}, {7, "tomorrow"}, {1, "nextWeek1"}, {2, "nextWeek2"}, {3, "nextWeek3"}, {4, "nextWeek4"}, {5, "nextWeek5"}},
-};
-// clang-format on
 
 class WeekRule : public ::testing::Test {
 protected:
@@ -267,39 +178,34 @@ protected:
     void TearDown() override { setTranslator({}); }
 };
 
-TEST_F(WeekRule, EveryCellOfTheTable) {
+TEST_F(WeekRule, TheFirstCodeFromTodayOnNamesTheDay) {
+    // Weekdays run 1 Sunday ... 7 Saturday, week codes 1 Monday ... 7 Sunday; the week runs
+    // Monday to Sunday whatever the calendar says.
+    const std::vector<std::int64_t> lists[] = {{1}, {7}, {3, 5}, {6, 2}};
+    const char* expected[7][4] = {
+        {"tomorrow", "today", "nextWeek3", "nextWeek2"},     // Sunday
+        {"today", "thisWeek7", "thisWeek3", "tomorrow"},     // Monday
+        {"nextWeek1", "thisWeek7", "tomorrow", "today"},     // Tuesday
+        {"nextWeek1", "thisWeek7", "today", "thisWeek6"},    // Wednesday
+        {"nextWeek1", "thisWeek7", "tomorrow", "thisWeek6"}, // Thursday
+        {"nextWeek1", "thisWeek7", "today", "tomorrow"},     // Friday
+        {"nextWeek1", "tomorrow", "nextWeek3", "today"},     // Saturday
+    };
     for (int weekday = 1; weekday <= 7; ++weekday) {
-        for (const auto& cell : kWeekTable[weekday - 1]) {
-            EXPECT_EQ(weekRuleDateString(weekday, {cell.code}), cell.word + kSuffix)
-                << "weekday " << weekday << " code " << cell.code;
+        for (std::size_t i = 0; i < std::size(lists); ++i) {
+            EXPECT_EQ(weekRuleDateString(weekday, lists[i]), expected[weekday - 1][i] + kSuffix)
+                << "weekday " << weekday << " list " << i;
         }
-    }
-}
-
-TEST_F(WeekRule, TheFirstCodeFromTodayOnWinsWhateverTheListOrder) {
-    for (int weekday = 1; weekday <= 7; ++weekday) {
-        const auto& row = kWeekTable[weekday - 1];
-        for (int i = 0; i < 7; ++i) {
-            for (int j = i + 1; j < 7; ++j) {
-                const std::string expected = row[i].word + kSuffix;
-                EXPECT_EQ(weekRuleDateString(weekday, {row[i].code, row[j].code}), expected);
-                EXPECT_EQ(weekRuleDateString(weekday, {row[j].code, row[i].code}), expected);
-            }
-        }
-        EXPECT_EQ(weekRuleDateString(weekday, {1, 2, 3, 4, 5, 6, 7}), "today" + kSuffix);
         EXPECT_EQ(weekRuleDateString(weekday, {}), "");
     }
-    EXPECT_EQ(weekRuleDateString(6, {3, 1}), "nextWeek1" + kSuffix);
     EXPECT_EQ(weekRuleDateString(4, {7, 7, 1}), "thisWeek7" + kSuffix);
 }
 
 TEST_F(WeekRule, CodesAndWeekdaysOutsideTheWeekFindNothing) {
-    for (std::int64_t weekday : {-1, 0, 8, 100}) {
+    for (std::int64_t weekday : {0, 8}) {
         EXPECT_EQ(weekRuleDateString(weekday, {1, 2, 3, 4, 5, 6, 7}), "") << weekday;
     }
-    for (int weekday = 1; weekday <= 7; ++weekday) {
-        EXPECT_EQ(weekRuleDateString(weekday, {0, 8, -7, 14}), "") << weekday;
-    }
+    EXPECT_EQ(weekRuleDateString(2, {0, 8, -7, 14}), "");
     EXPECT_EQ(weekRuleDateString(2, {0, 8, 5}), "thisWeek5" + kSuffix);
 }
 
@@ -314,26 +220,21 @@ TEST(Localizable, EveryWeekPhraseHasBothTexts) {
     std::ifstream in(path);
     ASSERT_TRUE(in) << path;
     const auto table = nlohmann::json::parse(in);
-    for (const auto& row : kWeekTable) {
-        for (const auto& cell : row) {
-            const std::string key = cell.word + kSuffix;
-            ASSERT_TRUE(table.contains(key)) << key;
-            ASSERT_EQ(table[key].size(), 2u) << key;
-            EXPECT_FALSE(table[key][0].get<std::string>().empty()) << key;
-            EXPECT_FALSE(table[key][1].get<std::string>().empty()) << key;
-        }
+    for (const char* word :
+         {"today", "tomorrow", "thisWeek3", "thisWeek4", "thisWeek5", "thisWeek6", "thisWeek7",
+          "nextWeek1", "nextWeek2", "nextWeek3", "nextWeek4", "nextWeek5", "nextWeek6"}) {
+        const std::string key = word + kSuffix;
+        ASSERT_TRUE(table.contains(key) && table[key].size() == 2u) << key;
+        EXPECT_FALSE(table[key][0].get<std::string>().empty()) << key;
+        EXPECT_FALSE(table[key][1].get<std::string>().empty()) << key;
     }
 }
 
-// ---- Next-date strings -----------------------------------------------------------------------
-
 TEST(NextDateString, WeeklyPhraseMonthlyPlaceholderOtherwiseError) {
     setTranslator({});
-    Calendar berlin(zoneOnly("Europe/Berlin"));
+    Calendar berlin(zoneEnvironment("Europe/Berlin"));
     const Date tuesday = wall(berlin, 2026, 3, 10, 10);
     EXPECT_EQ(nextDateString(weekly("w", {3}), tuesday, berlin), "tomorrow" + kSuffix);
-    EXPECT_EQ(nextDateString(weekly("w", {1, 2}), tuesday, berlin), "today" + kSuffix);
-    EXPECT_EQ(nextDateString(weekly("w", {1}), tuesday, berlin), "nextWeek1" + kSuffix);
     EXPECT_EQ(nextDateString(weekly("w", {}), tuesday, berlin), "");
 
     eventInfo notRepeatingWeekly = weekly("w", {3});
@@ -356,8 +257,8 @@ TEST(NextDateString, WeeklyPhraseMonthlyPlaceholderOtherwiseError) {
 
 TEST(NextDateString, TheWeekdayIsTodaysInTheCalendarsZone) {
     setTranslator({});
-    Calendar berlin(zoneOnly("Europe/Berlin"));
-    Calendar shanghai(zoneOnly("Asia/Shanghai"));
+    Calendar berlin(zoneEnvironment("Europe/Berlin"));
+    Calendar shanghai(zoneEnvironment("Asia/Shanghai"));
     // Tuesday 23:30 in Berlin is Wednesday 06:30 in Shanghai.
     const Date moment = wall(berlin, 2026, 3, 10, 23, 30);
     EXPECT_EQ(nextDateString(weekly("w", {3}), moment, berlin), "tomorrow" + kSuffix);
@@ -366,7 +267,7 @@ TEST(NextDateString, TheWeekdayIsTodaysInTheCalendarsZone) {
 
 TEST(NextDateStringDeathTest, UndecodableListsStop) {
     GTEST_FLAG_SET(death_test_style, "threadsafe");
-    Calendar berlin(zoneOnly("Europe/Berlin"));
+    Calendar berlin(zoneEnvironment("Europe/Berlin"));
     const Date now = wall(berlin, 2026, 3, 10, 10);
     eventInfo monthly = repeating("m", 3, 2026, 1, 5);
     monthly.eventDateWhenEveryMonth = Bytes{0xde, 0xad, 0xbe, 0xef, 0x00, 0x01};
@@ -384,24 +285,21 @@ TEST(DecodeDayList, ReadsTheStoredOrder) {
 }
 
 TEST(TodayString, ModesInTheCalendarsZone) {
-    Calendar berlin(zoneOnly("Europe/Berlin"));
-    Calendar shanghai(zoneOnly("Asia/Shanghai"));
+    Calendar berlin(zoneEnvironment("Europe/Berlin"));
+    Calendar shanghai(zoneEnvironment("Asia/Shanghai"));
     const Date moment = wall(berlin, 2026, 3, 10, 20, 5, 9);
     EXPECT_EQ(todayString(1, moment, berlin), "2026-03-10");
     EXPECT_EQ(todayString(2, moment, berlin), "20:05:09");
     EXPECT_EQ(todayString(1, moment, shanghai), "2026-03-11");
     EXPECT_EQ(todayString(2, moment, shanghai), "03:05:09");
-    for (std::int64_t mode : {0, 3, -1}) {
-        EXPECT_EQ(todayString(mode, moment, berlin), "") << mode;
-    }
+    EXPECT_EQ(todayString(0, moment, berlin), "");
+    EXPECT_EQ(todayString(3, moment, berlin), "");
 }
 
-// ---- Nearest event and events on a date ------------------------------------------------------
 // At 08:00 on 10 March 2026 in Berlin: a daily 09:00 event started in the past has today 09:00 as
 // its first element; a yearly event of 10 March has today 00:00 (still open) as its first.
-
 TEST(NearestEventId, SmallestFirstIntervalTiesInStoreOrder) {
-    Calendar berlin(zoneOnly("Europe/Berlin"));
+    Calendar berlin(zoneEnvironment("Europe/Berlin"));
     const Date now = wall(berlin, 2026, 3, 10, 8);
     const eventInfo dailyNine = daily("daily", 2026, 3, 1, 9, 0);
     const eventInfo yearlyToday = repeating("yearly", 4, 2000, 3, 10);
@@ -428,7 +326,7 @@ TEST(NearestEventId, SmallestFirstIntervalTiesInStoreOrder) {
 }
 
 TEST(EventsOnDateComponents, TheTargetLiesInTheDayAfterAnOccurrence) {
-    Calendar berlin(zoneOnly("Europe/Berlin"));
+    Calendar berlin(zoneEnvironment("Europe/Berlin"));
     const Date now = wall(berlin, 2026, 3, 10, 8);
     const std::vector<eventInfo> events = {
         daily("daily", 2026, 3, 1, 9, 0),
@@ -439,26 +337,16 @@ TEST(EventsOnDateComponents, TheTargetLiesInTheDayAfterAnOccurrence) {
         DateComponents target;
         std::vector<std::string> expected;
     };
-    auto at = [](std::int64_t y, std::int64_t m, std::int64_t d, std::optional<std::int64_t> h = {},
-                 std::optional<std::int64_t> mi = {}) {
-        DateComponents c = ymd(y, m, d);
-        c.hour = h;
-        c.minute = mi;
-        return c;
-    };
     const Case cases[] = {
         // Midnight of 10 March is before the daily element of 09:00.
-        {at(2026, 3, 10), {"yearly"}},
-        {at(2026, 3, 10, 8, 59), {"yearly"}},
-        {at(2026, 3, 10, 9, 0), {"daily", "yearly"}},
-        {at(2026, 3, 10, 23, 59), {"daily", "yearly"}},
+        {dateParts(2026, 3, 10), {"yearly"}},
+        {dateParts(2026, 3, 10, 9, 0), {"daily", "yearly"}},
         // 24 hours after an occurrence is outside it, and inside the next daily one.
-        {at(2026, 3, 11), {"daily"}},
-        {at(2026, 3, 11, 9, 0), {"daily"}},
-        {at(2026, 3, 9, 12, 0), {}},
+        {dateParts(2026, 3, 11), {"daily"}},
+        {dateParts(2026, 3, 9, 12, 0), {}},
         // Lenient target: 38 February is 10 March.
-        {at(2026, 2, 38), {"yearly"}},
-        {at(2027, 3, 10, 0, 30), {"yearly"}},
+        {dateParts(2026, 2, 38), {"yearly"}},
+        {dateParts(2027, 3, 10, 0, 30), {"yearly"}},
     };
     for (const auto& c : cases) {
         EXPECT_EQ(idsOf(eventsOnDateComponents(events, c.target, now, berlin)), c.expected)
@@ -469,17 +357,15 @@ TEST(EventsOnDateComponents, TheTargetLiesInTheDayAfterAnOccurrence) {
 
 TEST(EventsOnDateComponentsDeathTest, ATargetWithoutADateStopsOnceThereIsAnOccurrence) {
     GTEST_FLAG_SET(death_test_style, "threadsafe");
-    Calendar berlin(zoneOnly("Europe/Berlin"));
+    Calendar berlin(zoneEnvironment("Europe/Berlin"));
     const Date now = wall(berlin, 2026, 3, 10, 8);
-    const DateComponents nowhere = ymd(kYearWithoutDate, 1, 1);
+    const DateComponents nowhere = dateParts(kYearWithoutDate, 1, 1);
     EXPECT_TRUE(
         eventsOnDateComponents({repeating("type5", 5, 2026, 3, 10)}, nowhere, now, berlin).empty());
     EXPECT_DEATH(
         eventsOnDateComponents({repeating("yearly", 4, 2000, 3, 10)}, nowhere, now, berlin),
         "Unexpectedly found nil while unwrapping an Optional value");
 }
-
-// ---- The store-facing class ------------------------------------------------------------------
 
 class ComputeFuncStore : public ::testing::Test {
 protected:
@@ -552,31 +438,15 @@ TEST_F(ComputeFuncStore, NearestAndOnDateComponentsReadTheStore) {
                repeating("a", 4, 2000, 3, 10)});
     computeFunc f;
     EXPECT_EQ(f.nearestEventId(), "b");
-    DateComponents noon = ymd(2026, 3, 10);
-    noon.hour = 12;
-    EXPECT_EQ(idsOf(f.eventsOnDateComponents(noon)), (std::vector<std::string>{"b", "daily", "a"}));
+    EXPECT_EQ(idsOf(f.eventsOnDateComponents(dateParts(2026, 3, 10, 12))),
+              (std::vector<std::string>{"b", "daily", "a"}));
 }
 
 TEST_F(ComputeFuncStore, LookupsGiveBlanksForUnknownIds) {
     eventInfo full = oneOff("e1", 2026, 3, 20);
     full.eventTitle = "Title";
-    full.eventContent = "Content";
-    full.timeStampGenerate = "20260310100000";
     full.eventDateWhenEveryWeek = encodeDayListArchive({1, 7});
-    full.eventDateWhenEveryMonth = encodeDayListArchive({99});
-    full.eventHaveCustomizeInterval = true;
-    full.eventDateWhenCustomizeRepeatTimes = 3;
-    full.eventNotiOrNot = true;
-    full.eventNotiType = 2;
-    full.eventNotiId = "noti";
-    full.eventShareGroupId = "group";
-    full.eventHaveEndDateOrNot = true;
-    full.eventEndDateYear = 2027;
     full.eventStarOrNot = true;
-    full.eventHaveMemoOrNot = true;
-    full.eventColorString = "blue";
-    full.backupDataType01 = 7;
-    full.backupDataType02 = "b2";
     full.backupDataType03 = "b3";
     addEvents({full});
     addMemo("m1", "e1", "2026-03-10 / 09:00");
@@ -609,42 +479,30 @@ TEST_F(ComputeFuncStore, Counts) {
     computeFunc f;
     EXPECT_EQ(f.eventCountString(), "0");
     EXPECT_EQ(f.starredEventCountString(), "0");
-    eventInfo starred1 = oneOff("s1", 2026, 1, 1);
-    starred1.eventStarOrNot = true;
-    eventInfo starred2 = starred1;
-    starred2.eventId = "s2";
-    addEvents({starred1, oneOff("plain", 2026, 1, 1), starred2});
-    EXPECT_EQ(f.eventCountString(), "3");
-    EXPECT_EQ(f.starredEventCountString(), "2");
+    eventInfo starred = oneOff("s1", 2026, 1, 1);
+    starred.eventStarOrNot = true;
+    addEvents({starred, oneOff("plain", 2026, 1, 1)});
+    EXPECT_EQ(f.eventCountString(), "2");
+    EXPECT_EQ(f.starredEventCountString(), "1");
 }
 
-TEST_F(ComputeFuncStore, MemoOrderFollowsTheReversedSetting) {
+TEST_F(ComputeFuncStore, MemoOrderFollowsTheReversedSettingWithFreshItemIds) {
     addMemo("late", "e1", "2026-03-10 / 09:00");
     addMemo("early", "e1", "2026-03-09 / 10:00");
     addMemo("other", "e2", "2026-03-08 / 10:00");
     addMemo("lateToo", "e1", "2026-03-10 / 09:00");
     addMemo("middle", "e1", "2026-03-09 / 18:30");
-
     computeFunc f;
     EXPECT_TRUE(f.memoItemsForEvent("nobody").empty());
     // Unset: oldest first; equal stamps keep store order.
-    EXPECT_EQ(memoIdsOf(f.memoItemsForEvent("e1")),
-              (std::vector<std::string>{"early", "middle", "late", "lateToo"}));
+    const auto first = f.memoItemsForEvent("e1");
+    EXPECT_EQ(memoIdsOf(first), (std::vector<std::string>{"early", "middle", "late", "lateToo"}));
     // Set: newest first, equal stamps still in store order.
     f.ascendingForList = true;
-    EXPECT_EQ(memoIdsOf(computeFunc().memoItemsForEvent("e1")),
-              (std::vector<std::string>{"late", "lateToo", "middle", "early"}));
+    const auto second = computeFunc().memoItemsForEvent("e1");
+    EXPECT_EQ(memoIdsOf(second), (std::vector<std::string>{"late", "lateToo", "middle", "early"}));
     EXPECT_EQ(memoIdsOf(f.memoItemsForEvent("e2")), (std::vector<std::string>{"other"}));
-}
-
-TEST_F(ComputeFuncStore, MemoItemsGetFreshIdsAtEveryCall) {
-    addMemo("a", "e1", "2026-03-10 / 09:00");
-    addMemo("b", "e1", "2026-03-10 / 10:00");
-    computeFunc f;
-    const auto first = f.memoItemsForEvent("e1");
-    const auto second = f.memoItemsForEvent("e1");
-    ASSERT_EQ(first.size(), 2u);
-    EXPECT_EQ(memoIdsOf(first), memoIdsOf(second));
+    // Every call makes new item ids.
     std::set<std::string> ids;
     for (const auto& items : {first, second}) {
         for (const auto& item : items) {
@@ -652,8 +510,7 @@ TEST_F(ComputeFuncStore, MemoItemsGetFreshIdsAtEveryCall) {
             ids.insert(item.id);
         }
     }
-    EXPECT_EQ(ids.size(), 4u);
-    EXPECT_NE(first, second);
+    EXPECT_EQ(ids.size(), 8u);
 }
 
 } // namespace

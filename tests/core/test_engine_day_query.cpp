@@ -31,10 +31,6 @@ void PrintTo(const DayCase& c, std::ostream* os) {
     *os << c.name;
 }
 
-std::string caseName(const ::testing::TestParamInfo<DayCase>& info) {
-    return info.param.name;
-}
-
 class HappensOnDayTest : public ::testing::TestWithParam<DayCase> {};
 
 TEST_P(HappensOnDayTest, AnswersEachDay) {
@@ -60,8 +56,8 @@ std::vector<DayCase> oneOffAndDailyCases() {
         {"OneOffStartDateOnly",
          Scene{},
          makeEvent(0, 2026, 3, 10),
-         {yes(2026, 3, 10, 0, 0), yes(2026, 3, 10), yes(2026, 3, 10, 23, 59),
-          no(2026, 3, 9, 23, 59), no(2026, 3, 11, 0, 0), no(2027, 3, 10), no(2025, 3, 10)}},
+         {yes(2026, 3, 10, 0, 0), yes(2026, 3, 10, 23, 59), no(2026, 3, 9, 23, 59),
+          no(2026, 3, 11, 0, 0), no(2027, 3, 10)}},
         // The one-off test has no start test of its own: midnight of the day before a 23-hour
         // day lies within 86400 s of the start, so that day counts too.
         {"OneOffAfterShortDay",
@@ -72,10 +68,6 @@ std::vector<DayCase> oneOffAndDailyCases() {
          Scene{},
          makeEvent(0, 2026, 3, 29),
          {no(2026, 3, 28), yes(2026, 3, 29), no(2026, 3, 30)}},
-        {"OneOffAfterShortDayNewYork",
-         Scene{.zone = "America/New_York"},
-         makeEvent(0, 2026, 3, 9),
-         {yes(2026, 3, 8), yes(2026, 3, 9), no(2026, 3, 7)}},
         {"OneOffAfterLongDay",
          Scene{},
          makeEvent(0, 2026, 10, 26),
@@ -95,9 +87,8 @@ std::vector<DayCase> oneOffAndDailyCases() {
         {"DailyStepThree",
          Scene{},
          withStep(dailyEvent(2026, 3, 1, 9, 0), 2),
-         {yes(2026, 3, 1, 0, 0), yes(2026, 3, 1, 23, 30), yes(2026, 3, 4), yes(2026, 3, 7),
-          yes(2026, 3, 10), no(2026, 3, 2), no(2026, 3, 3), no(2026, 2, 28), yes(2026, 3, 31),
-          no(2026, 4, 1), yes(2026, 4, 3)}},
+         {yes(2026, 3, 1, 0, 0), yes(2026, 3, 1, 23, 30), yes(2026, 3, 4), no(2026, 3, 3),
+          no(2026, 2, 28), yes(2026, 3, 31), no(2026, 4, 1), yes(2026, 4, 3)}},
         {"DailyEndDateCountsInFull",
          Scene{},
          withEnd(dailyEvent(2026, 3, 1, 9, 0), 2026, 3, 10),
@@ -113,18 +104,6 @@ std::vector<DayCase> oneOffAndDailyCases() {
          dailyEvent(2026, 1, 1, 23, 30),
          {yes(2026, 3, 28), yes(2026, 3, 29), yes(2026, 3, 30), yes(2026, 10, 24), no(2026, 10, 25),
           yes(2026, 10, 26)}},
-        {"DailyLateEveningNewYork",
-         Scene{.zone = "America/New_York"},
-         dailyEvent(2026, 1, 1, 23, 30),
-         {yes(2026, 3, 8), yes(2026, 10, 31), no(2026, 11, 1), yes(2026, 11, 2)}},
-        {"DailyLateEveningAuckland",
-         Scene{.zone = "Pacific/Auckland"},
-         dailyEvent(2026, 1, 1, 23, 30),
-         {yes(2026, 4, 4), no(2026, 4, 5), yes(2026, 4, 6), yes(2026, 9, 27)}},
-        {"DailyLateEveningShanghai",
-         Scene{.zone = "Asia/Shanghai"},
-         dailyEvent(2026, 1, 1, 23, 30),
-         {yes(2026, 3, 29), yes(2026, 10, 25)}},
         // A skipped time of day composes an hour later and still lies within its day.
         {"DailySkippedWallTime", Scene{}, dailyEvent(2026, 1, 1, 2, 30), {yes(2026, 3, 29)}},
         {"DailyStepZeroStaysOnItsStart",
@@ -136,7 +115,7 @@ std::vector<DayCase> oneOffAndDailyCases() {
 }
 
 INSTANTIATE_TEST_SUITE_P(OneOffAndDaily, HappensOnDayTest,
-                         ::testing::ValuesIn(oneOffAndDailyCases()), caseName);
+                         ::testing::ValuesIn(oneOffAndDailyCases()), CaseName());
 
 std::vector<DayCase> weeklyCases() {
     return {
@@ -144,22 +123,16 @@ std::vector<DayCase> weeklyCases() {
         {"SundayCodeSundayFirstWeek",
          Scene{},
          weeklyEvent(2026, 3, 11, {7}),
-         {no(2026, 3, 8), no(2026, 3, 11), no(2026, 3, 14), yes(2026, 3, 15), yes(2026, 3, 22),
-          yes(2026, 3, 29), no(2026, 3, 30)}},
+         {no(2026, 3, 8), no(2026, 3, 14), yes(2026, 3, 15), yes(2026, 3, 29), no(2026, 3, 30)}},
         {"SundayCodeMondayFirstWeek",
          Scene{.locale = "de_DE"},
          weeklyEvent(2026, 3, 11, {7}),
-         {no(2026, 3, 8), yes(2026, 3, 15), yes(2026, 3, 29), yes(2026, 10, 25)}},
-        {"SundayCodeShanghai",
-         Scene{.zone = "Asia/Shanghai", .locale = "zh_CN"},
-         weeklyEvent(2026, 3, 11, {7}),
-         {no(2026, 3, 8), yes(2026, 3, 15)}},
+         {no(2026, 3, 8), yes(2026, 3, 15), yes(2026, 10, 25)}},
         // Every second Monday from 2 February 2026, on into the next year's weeks.
         {"StepTwoMondays",
          Scene{},
          withStep(weeklyEvent(2026, 2, 2, {1}), 1),
-         {yes(2026, 2, 2), no(2026, 2, 9), yes(2026, 2, 16), yes(2026, 3, 2), no(2026, 3, 9),
-          yes(2026, 3, 16), yes(2027, 2, 1), no(2027, 2, 8)}},
+         {yes(2026, 2, 2), no(2026, 2, 9), yes(2026, 3, 16), yes(2027, 2, 1), no(2027, 2, 8)}},
         {"TwoCodesInStoredOrder",
          Scene{},
          weeklyEvent(2026, 3, 2, {5, 1}),
@@ -170,10 +143,6 @@ std::vector<DayCase> weeklyCases() {
          Scene{},
          weeklyEvent(2024, 12, 31, {2}),
          {no(2024, 12, 24), yes(2024, 12, 31), yes(2025, 1, 7), no(2025, 1, 8)}},
-        {"YearTurnStartMondayFirst",
-         Scene{.locale = "de_DE"},
-         weeklyEvent(2024, 12, 31, {2}),
-         {no(2024, 12, 24), yes(2024, 12, 31), yes(2025, 1, 7)}},
         {"EndDate",
          Scene{},
          withEnd(weeklyEvent(2026, 3, 3, {2}), 2026, 3, 10),
@@ -182,15 +151,14 @@ std::vector<DayCase> weeklyCases() {
     };
 }
 
-INSTANTIATE_TEST_SUITE_P(Weekly, HappensOnDayTest, ::testing::ValuesIn(weeklyCases()), caseName);
+INSTANTIATE_TEST_SUITE_P(Weekly, HappensOnDayTest, ::testing::ValuesIn(weeklyCases()), CaseName());
 
 std::vector<DayCase> monthlyAndYearlyCases() {
     return {
         {"Code31",
          Scene{},
          monthlyEvent(2026, 1, 1, {31}),
-         {yes(2026, 1, 31), no(2026, 2, 28), no(2026, 3, 3), yes(2026, 3, 31), no(2026, 4, 30),
-          no(2026, 5, 1), yes(2027, 1, 31)}},
+         {yes(2026, 1, 31), no(2026, 2, 28), no(2026, 3, 3), yes(2026, 3, 31), no(2026, 4, 30)}},
         {"Code99",
          Scene{},
          monthlyEvent(2026, 1, 1, {99}),
@@ -241,10 +209,7 @@ std::vector<DayCase> monthlyAndYearlyCases() {
 }
 
 INSTANTIATE_TEST_SUITE_P(MonthlyAndYearly, HappensOnDayTest,
-                         ::testing::ValuesIn(monthlyAndYearlyCases()), caseName);
-
-// ---------------------------------------------------------------------------------------------
-// Days counted from today
+                         ::testing::ValuesIn(monthlyAndYearlyCases()), CaseName());
 
 struct FewDaysCase {
     std::string name;
@@ -255,10 +220,6 @@ struct FewDaysCase {
 
 void PrintTo(const FewDaysCase& c, std::ostream* os) {
     *os << c.name;
-}
-
-std::string fewDaysName(const ::testing::TestParamInfo<FewDaysCase>& info) {
-    return info.param.name;
 }
 
 class DayFromTodayTest : public ::testing::TestWithParam<FewDaysCase> {};
@@ -282,10 +243,6 @@ std::vector<FewDaysCase> fewDaysCases() {
         // Elements at midnight: the day's own midnight is inside, the next one is not.
         {"DailyAtMidnight", Scene{}, dailyEvent(2026, 3, 1, 0, 0), {{0, 0}, {1, 1}, {2, 1}}},
         {"AcrossTheMonthEnd", Scene{.day = 30}, makeEvent(4, 2020, 4, 2), {{2, 0}, {3, 1}, {4, 0}}},
-        {"DailyAcrossTheMonthEnd",
-         Scene{.day = 30},
-         dailyEvent(2026, 3, 1, 9, 0),
-         {{3, 1}, {5, 1}}},
         {"DoubledWeeklyCode",
          Scene{},
          weeklyEvent(2026, 3, 3, {2, 2}),
@@ -299,10 +256,6 @@ std::vector<FewDaysCase> fewDaysCases() {
          Scene{.day = 28, .hour = 12},
          dailyEvent(2026, 1, 1, 2, 30),
          {{1, 1}}},
-        {"NewYorkMonthEnd",
-         Scene{.zone = "America/New_York", .month = 4, .day = 30},
-         makeEvent(0, 2020, 5, 1),
-         {{0, 0}, {1, 1}}},
         {"AucklandLongDay",
          Scene{.zone = "Pacific/Auckland", .month = 4, .day = 4, .hour = 12},
          dailyEvent(2026, 1, 1, 23, 30),
@@ -312,7 +265,7 @@ std::vector<FewDaysCase> fewDaysCases() {
 }
 
 INSTANTIATE_TEST_SUITE_P(FewDays, DayFromTodayTest, ::testing::ValuesIn(fewDaysCases()),
-                         fewDaysName);
+                         CaseName());
 
 TEST(DayQueries, DailyEventTodayAfterItsTime) {
     // The walk finds today's occurrence; the forward list has already moved on to tomorrow.

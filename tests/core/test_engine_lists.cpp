@@ -28,10 +28,6 @@ void PrintTo(const ListCase& c, std::ostream* os) {
     *os << c.name;
 }
 
-std::string caseName(const ::testing::TestParamInfo<ListCase>& info) {
-    return info.param.name;
-}
-
 std::vector<DateComponents> listAt(const ListCase& c) {
     ScopedCalendarEnvironment env(c.scene.environment());
     return occurrenceList(c.event, now(), Calendar::current());
@@ -42,9 +38,6 @@ class OccurrenceListTest : public ::testing::TestWithParam<ListCase> {};
 TEST_P(OccurrenceListTest, GivesTheExpectedElements) {
     EXPECT_TRUE(sameList(listAt(GetParam()), GetParam().expected));
 }
-
-// ---------------------------------------------------------------------------------------------
-// Daily
 
 std::vector<ListCase> dailyCases() {
     const auto at0900 = [](int y, int m, int d) { return ymdhm(y, m, d, 9, 0); };
@@ -63,7 +56,6 @@ std::vector<ListCase> dailyCases() {
          Scene{.hour = 10},
          withEnd(dailyEvent(2026, 3, 10, 9, 0), 2026, 3, 10),
          {}},
-        {"EndBeforeToday", Scene{}, withEnd(dailyEvent(2026, 1, 1, 9, 0), 2026, 3, 9), {}},
         // 8 days 23 hours since the start: 8 whole days, the grid point after them is day 10.
         {"StepThreePastStart", Scene{}, withStep(dailyEvent(2026, 3, 1, 9, 0), 2),
          series(1, 99, [&](int i) { return at0900(2026, 3, 1 + (2 + i) * 3); })},
@@ -85,30 +77,16 @@ std::vector<ListCase> dailyCases() {
         {"RepeatedWallTime", Scene{.month = 10, .day = 25, .hour = 2},
          dailyEvent(2026, 1, 1, 2, 30),
          series(0, 99, [](int i) { return ymdhm(2026, 10, 25 + i, 2, 30); })},
-        {"NewYorkSkippedWallTime",
-         Scene{.zone = "America/New_York", .day = 8, .hour = 3, .minute = 10},
-         dailyEvent(2026, 1, 1, 2, 30),
-         series(0, 99, [](int i) { return ymdhm(2026, 3, 8 + i, 2, 30); })},
-        {"AucklandSkippedWallTime",
-         Scene{.zone = "Pacific/Auckland", .month = 9, .day = 27, .hour = 3, .minute = 10},
-         dailyEvent(2026, 1, 1, 2, 30),
-         series(0, 99, [](int i) { return ymdhm(2026, 9, 27 + i, 2, 30); })},
         // Across the change to summer time 29 days are 28 days and 23 hours: 28 whole days, so
         // the first grid point is 30 March at midnight, which is now itself.
         {"StepOneAcrossClockChange", Scene{.day = 30, .hour = 0},
          withStep(dailyEvent(2026, 3, 1, 0, 0), 0),
          series(1, 99, [](int i) { return ymdhm(2026, 3, 29 + i, 0, 0); })},
-        {"StepOneWithoutClockChange", Scene{.zone = "Asia/Shanghai", .day = 30, .hour = 0},
-         withStep(dailyEvent(2026, 3, 1, 0, 0), 0),
-         series(1, 99, [](int i) { return ymdhm(2026, 3, 30 + i, 0, 0); })},
         {"NotDailyType", Scene{}, makeEvent(7, 2026, 3, 10), {}},
     };
 }
 
-INSTANTIATE_TEST_SUITE_P(Daily, OccurrenceListTest, ::testing::ValuesIn(dailyCases()), caseName);
-
-// ---------------------------------------------------------------------------------------------
-// Weekly (10 March 2026 is a Tuesday; 14 March a Saturday)
+INSTANTIATE_TEST_SUITE_P(Daily, OccurrenceListTest, ::testing::ValuesIn(dailyCases()), CaseName());
 
 std::vector<ListCase> weeklyCases() {
     // Long past start Monday 6 January 2020, week 2 in both week rules. 322 whole weeks lie
@@ -131,9 +109,6 @@ std::vector<ListCase> weeklyCases() {
         // one day before the start, and refused.
         {"SundayCodeStartFarAhead", Scene{}, weeklyEvent(2026, 3, 23, {7}),
          series(1, 19, [](int i) { return ymd(2026, 3, 22 + 7 * i); })},
-        {"SundayCodeStartFarAheadMondayFirst", Scene{.locale = "de_DE"},
-         weeklyEvent(2026, 3, 23, {7}),
-         series(0, 19, [](int i) { return ymd(2026, 3, 29 + 7 * i); })},
         // Start Sunday 15 March, Monday code: the week of the start holds 16 March (Sunday
         // first) or 9 March (Monday first, refused as over and before the start).
         {"MondayCodeStartSundaySundayFirst", Scene{}, weeklyEvent(2026, 3, 15, {1}),
@@ -143,8 +118,6 @@ std::vector<ListCase> weeklyCases() {
          series(1, 19, [](int i) { return ymd(2026, 3, 9 + 7 * i); })},
         {"GroupedByStoredCode", Scene{.day = 14, .hour = 10}, weeklyEvent(2020, 1, 6, {5, 1}),
          concat(fridays(1), mondays)},
-        {"GroupedByStoredCodeMondayFirst", Scene{.locale = "de_DE", .day = 14, .hour = 10},
-         weeklyEvent(2020, 1, 6, {5, 1}), concat(fridays(1), mondays)},
         {"TodaysElementOpenAt2359", Scene{.day = 13, .hour = 23, .minute = 59},
          weeklyEvent(2020, 1, 6, {5}), fridays(0)},
         {"YesterdaysElementOverAtMidnight", Scene{.day = 14, .hour = 0},
@@ -155,10 +128,6 @@ std::vector<ListCase> weeklyCases() {
          series(1, 19, [](int i) { return ymd(2026, 2, 30 + 14 * i); })},
         {"StepThreeStartAhead", Scene{}, withStep(weeklyEvent(2026, 3, 12, {4}), 2),
          series(0, 19, [](int i) { return ymd(2026, 3, 12 + 21 * i); })},
-        {"EndToday",
-         Scene{},
-         withEnd(weeklyEvent(2026, 3, 3, {2}), 2026, 3, 10),
-         {ymd(2026, 3, 10)}},
         {"DoubledCodeEndCut",
          Scene{},
          withEnd(weeklyEvent(2026, 3, 3, {2, 2}), 2026, 3, 17),
@@ -168,10 +137,6 @@ std::vector<ListCase> weeklyCases() {
          Scene{.year = 2024, .month = 12, .day = 20},
          weeklyEvent(2024, 12, 31, {2}),
          {}},
-        {"YearTurnStartAheadIsEmptyMondayFirst",
-         Scene{.locale = "de_DE", .year = 2024, .month = 12, .day = 20},
-         weeklyEvent(2024, 12, 31, {2}),
-         {}},
         // Past start: 114 whole weeks from 2 January 2024 reach today, 10 March 2026.
         {"YearTurnPastStart", Scene{}, weeklyEvent(2024, 12, 31, {2}),
          series(0, 19, [](int i) { return ymd(2024, 1, 2 + (i + 114) * 7); })},
@@ -179,10 +144,8 @@ std::vector<ListCase> weeklyCases() {
     };
 }
 
-INSTANTIATE_TEST_SUITE_P(Weekly, OccurrenceListTest, ::testing::ValuesIn(weeklyCases()), caseName);
-
-// ---------------------------------------------------------------------------------------------
-// Monthly
+INSTANTIATE_TEST_SUITE_P(Weekly, OccurrenceListTest, ::testing::ValuesIn(weeklyCases()),
+                         CaseName());
 
 std::vector<ListCase> monthlyCases() {
     const auto inMonths = [](int year, int firstMonth, int step, int count, int day) {
@@ -199,8 +162,6 @@ std::vector<ListCase> monthlyCases() {
          monthlyEvent(2026, 1, 15, {29}),
          {ymd(2026, 1, 29), ymd(2026, 3, 29), ymd(2026, 4, 29), ymd(2026, 5, 29), ymd(2026, 6, 29),
           ymd(2026, 7, 29)}},
-        {"Code29LeapYear", Scene{.year = 2028, .month = 1, .day = 20},
-         monthlyEvent(2028, 1, 15, {29}), inMonths(2028, 1, 1, 6, 29)},
         {"Code99StartAhead",
          Scene{},
          monthlyEvent(2028, 2, 10, {99}),
@@ -244,11 +205,6 @@ std::vector<ListCase> monthlyCases() {
         // Start November 2025, every third month: 4 months passed; the year stays 2025.
         {"StepThreeFromLastYear", Scene{}, withStep(monthlyEvent(2025, 11, 1, {20}), 2),
          inMonths(2025, 15, 3, 6, 20)},
-        {"StepOneStartAheadCode31",
-         Scene{.month = 1},
-         withStep(monthlyEvent(2026, 1, 31, {31}), 0),
-         {ymd(2026, 1, 31), ymd(2026, 3, 31), ymd(2026, 5, 31), ymd(2026, 7, 31), ymd(2026, 8, 31),
-          ymd(2026, 10, 31)}},
         {"StepZeroRepeatsOneDate", Scene{}, withStep(monthlyEvent(2026, 3, 20, {25}), -1),
          series(1, 6, [](int) { return ymd(2026, 3, 25); })},
         // On the 25-hour day in Auckland today's midnight is 24 hours behind at 23:00.
@@ -263,17 +219,13 @@ std::vector<ListCase> monthlyCases() {
 }
 
 INSTANTIATE_TEST_SUITE_P(Monthly, OccurrenceListTest, ::testing::ValuesIn(monthlyCases()),
-                         caseName);
-
-// ---------------------------------------------------------------------------------------------
-// Yearly and one-off
+                         CaseName());
 
 std::vector<ListCase> yearlyCases() {
     const auto years = [](int first, int last, int step, int firstYear, int month, int day) {
         return series(first, last, [=](int i) { return ymd(firstYear + step * i, month, day); });
     };
     return {
-        {"TodayOpen", Scene{}, makeEvent(4, 2000, 3, 10), years(0, 99, 1, 2026, 3, 10)},
         {"TodayOpenAt2359", Scene{.hour = 23, .minute = 59}, makeEvent(4, 2000, 3, 10),
          years(0, 99, 1, 2026, 3, 10)},
         {"OverAtNextMidnight", Scene{.day = 11, .hour = 0}, makeEvent(4, 2000, 3, 10),
@@ -301,19 +253,11 @@ std::vector<ListCase> yearlyCases() {
         // The 25-hour day: its midnight is 24.5 hours back at 23:30.
         {"OverBeforeLongDayEnds", Scene{.month = 10, .day = 25, .hour = 23, .minute = 30},
          makeEvent(4, 2020, 10, 25), years(1, 99, 1, 2026, 10, 25)},
-        {"NewYorkOverBeforeLongDayEnds",
-         Scene{.zone = "America/New_York", .month = 11, .day = 1, .hour = 23, .minute = 30},
-         makeEvent(4, 2020, 11, 1), years(1, 99, 1, 2026, 11, 1)},
-        {"ShanghaiOpenAt2330",
-         Scene{.zone = "Asia/Shanghai", .month = 10, .day = 25, .hour = 23, .minute = 30},
-         makeEvent(4, 2020, 10, 25), years(0, 99, 1, 2026, 10, 25)},
     };
 }
 
-INSTANTIATE_TEST_SUITE_P(Yearly, OccurrenceListTest, ::testing::ValuesIn(yearlyCases()), caseName);
-
-// ---------------------------------------------------------------------------------------------
-// Families and dispatch
+INSTANTIATE_TEST_SUITE_P(Yearly, OccurrenceListTest, ::testing::ValuesIn(yearlyCases()),
+                         CaseName());
 
 TEST(OccurrenceFamilies, ServeOnlyTheirOwnTypes) {
     ScopedCalendarEnvironment env(Scene{}.environment());
@@ -339,13 +283,6 @@ TEST(OccurrenceFamilies, ServeOnlyTheirOwnTypes) {
                          series(2027, 2125, [](int y) { return ymd(y, 3, 3); })));
 }
 
-TEST(OccurrenceFamilies, DailyElementsComposeAcrossMonths) {
-    ScopedCalendarEnvironment env(Scene{.month = 1}.environment());
-    const auto list = occurrenceList(dailyEvent(2026, 1, 25, 9, 0), now(), Calendar::current());
-    ASSERT_EQ(list.size(), 100u);
-    EXPECT_EQ(Calendar::current().date(list.back()), localDate(2026, 5, 4, 9, 0));
-}
-
 TEST(OccurrenceFamilies, DailyStartThatDoesNotComposeWithIntervalIsNoStop) {
     ScopedCalendarEnvironment env(Scene{}.environment());
     const std::int64_t hugeYear = std::numeric_limits<std::int64_t>::max();
@@ -355,24 +292,19 @@ TEST(OccurrenceFamilies, DailyStartThatDoesNotComposeWithIntervalIsNoStop) {
         sameList(list, series(1, 99, [&](int i) { return ymdhm(hugeYear, 1, 1 + 2 * i, 9, 0); })));
 }
 
-// ---------------------------------------------------------------------------------------------
-// Helpers
-
 TEST(EngineHelpers, LastDayOfMonth) {
     ScopedCalendarEnvironment env(Scene{}.environment());
     const Calendar& calendar = Calendar::current();
     struct {
         std::int64_t year, month, last;
-    } cases[] = {{2024, 2, 29},  {2023, 2, 28}, {2024, 12, 31}, {2026, 4, 30},
-                 {2027, 14, 29}, {2026, 0, 31}, {2100, 2, 28},  {2000, 2, 29}};
+    } cases[] = {{2024, 2, 29}, {2026, 4, 30}, {2027, 14, 29}, {2026, 0, 31}, {2100, 2, 28}};
     for (const auto& c : cases) {
         EXPECT_EQ(lastDayOfMonth(c.year, c.month, calendar), c.last) << c.year << "-" << c.month;
     }
 }
 
 TEST(EngineHelpers, CalendarWeekday) {
-    const std::pair<std::int64_t, std::int64_t> cases[] = {{7, 1}, {1, 2}, {2, 3}, {5, 6},
-                                                           {6, 7}, {0, 1}, {8, 9}};
+    const std::pair<std::int64_t, std::int64_t> cases[] = {{7, 1}, {1, 2}, {6, 7}, {0, 1}, {8, 9}};
     for (const auto& [code, weekday] : cases) {
         EXPECT_EQ(calendarWeekday(code), weekday) << code;
     }
@@ -381,11 +313,9 @@ TEST(EngineHelpers, CalendarWeekday) {
 TEST(EngineHelpers, OpenUntilADayHasPassed) {
     ScopedCalendarEnvironment env(Scene{}.environment());
     const Date midnight = localDate(2026, 3, 10);
-    EXPECT_TRUE(isOpenAt(midnight, localDate(2026, 3, 10, 23, 59)));
     EXPECT_TRUE(isOpenAt(midnight, localDate(2026, 3, 10, 23, 59, 59)));
     EXPECT_FALSE(isOpenAt(midnight, localDate(2026, 3, 11)));
     EXPECT_TRUE(isOpenAt(midnight, localDate(2020, 1, 1)));
-    EXPECT_EQ(Calendar::current().date(ymd(2026, 1, 35)), localDate(2026, 2, 4));
 }
 
 TEST(EngineHelpers, DayStartIgnoresTheTimeOfDay) {
@@ -395,9 +325,6 @@ TEST(EngineHelpers, DayStartIgnoresTheTimeOfDay) {
     EXPECT_EQ(dayStartOf(localDate(2026, 11, 1, 1, 30), Calendar::current()),
               localDate(2026, 11, 1));
 }
-
-// ---------------------------------------------------------------------------------------------
-// Fatal stops
 
 std::vector<DateComponents> listNow(const EventFields& event) {
     ScopedCalendarEnvironment env(Scene{}.environment());

@@ -100,19 +100,12 @@ inline EventFields withEnd(EventFields e, std::int64_t year, std::int64_t month,
 }
 
 inline DateComponents ymd(std::int64_t y, std::int64_t m, std::int64_t d) {
-    DateComponents c;
-    c.year = y;
-    c.month = m;
-    c.day = d;
-    return c;
+    return dateParts(y, m, d);
 }
 
 inline DateComponents ymdhm(std::int64_t y, std::int64_t m, std::int64_t d, std::int64_t h,
                             std::int64_t min) {
-    DateComponents c = ymd(y, m, d);
-    c.hour = h;
-    c.minute = min;
-    return c;
+    return dateParts(y, m, d, h, min);
 }
 
 /// The elements f(i) for i from `first` to `last`.
@@ -130,6 +123,13 @@ inline std::vector<DateComponents> concat(std::vector<DateComponents> a,
     a.insert(a.end(), b.begin(), b.end());
     return a;
 }
+
+/// Names parameterised cases by their `name` member.
+struct CaseName {
+    template <class Case> std::string operator()(const ::testing::TestParamInfo<Case>& info) const {
+        return info.param.name;
+    }
+};
 
 /// Element by element, in order: components (absent ones included), length and duplicates.
 inline ::testing::AssertionResult sameList(const std::vector<DateComponents>& actual,

@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <gtest/gtest.h>
 #include <limits>
+#include <map>
 #include <nlohmann/json.hpp>
 #include <string>
 #include <tuple>
@@ -96,23 +97,19 @@ std::vector<eventObject> sampleEvents() {
 
 TEST(EventJson, DefaultsEncodeToAll32MembersInFieldOrder) {
     const std::string text = encodeEvent(EventFields{});
+    EXPECT_EQ(text.find_first_of(" \n"), std::string::npos) << "compact form";
     const auto parsed = OrderedJson::parse(text);
-    ASSERT_TRUE(parsed.is_object());
-    ASSERT_EQ(parsed.size(), 32u);
     std::vector<std::string> keys;
     for (const auto& [key, value] : parsed.items()) {
         keys.push_back(key);
     }
     EXPECT_EQ(keys, fieldNames());
     EXPECT_EQ(parsed["eventDateWhenEveryWeek"], "");
-    EXPECT_EQ(parsed["eventDateWhenEveryMonth"], "");
     EXPECT_EQ(parsed["eventStartDateYear"], 0);
     EXPECT_EQ(parsed["eventRepeatOrNot"], false);
-    EXPECT_EQ(parsed["eventId"], "");
-    EXPECT_EQ(text.find_first_of(" \n"), std::string::npos) << "compact form";
 }
 
-TEST(EventJson, EncodingMatchesTheDocumentForm) {
+TEST(EventJson, EncodingMatchesTheDocumentFormAndSurvivesTheWidgetSide) {
     const auto events = sampleEvents();
     OrderedJson reference = OrderedJson::array();
     for (const auto& event : events) {
@@ -121,42 +118,26 @@ TEST(EventJson, EncodingMatchesTheDocumentForm) {
     }
     EXPECT_EQ(encodeEventArray(events), reference.dump());
     EXPECT_EQ(encodeEventArray(std::vector<eventObject>{}), "[]");
-
     const std::string text = encodeEvent(events[3]);
     EXPECT_NE(text.find("slash / tab"), std::string::npos) << "'/' stays unescaped";
     EXPECT_NE(text.find("日本語 – 🎉"), std::string::npos) << "UTF-8 is written as it is";
     EXPECT_NE(text.find("nul \\u0000 bell \\u0007 del \x7F"), std::string::npos);
-}
 
-TEST(EventJson, EventsSurviveTheTripToTheWidgetSideAndBack) {
-    const auto events = sampleEvents();
     JsonDecodeError error;
     const auto atWidget = decodeWidgetEventArray(encodeEventArray(events), &error);
     ASSERT_TRUE(atWidget.has_value()) << error.message;
     ASSERT_EQ(atWidget->size(), events.size());
     for (std::size_t i = 0; i < events.size(); ++i) {
-        SCOPED_TRACE(i);
         forEachField([&](const auto& field) {
-            EXPECT_EQ((*atWidget)[i].*(field.member), events[i].*(field.member)) << field.name;
+            EXPECT_EQ((*atWidget)[i].*(field.member), events[i].*(field.member))
+                << i << " " << field.name;
         });
     }
-    const auto back = decodeEventArray(encodeEventArray(*atWidget), &error);
-    ASSERT_TRUE(back.has_value()) << error.message;
-    EXPECT_EQ(*back, events);
+    EXPECT_EQ(decodeEventArray(encodeEventArray(*atWidget), &error), events) << error.message;
 }
 
 TEST(EventJson, TextThatIsNotUtf8FailsTheEncoding) {
-    const std::vector<std::string> broken = {
-        "\x80",             // lone continuation byte
-        "ab\xC3",           // truncated two-byte sequence
-        "\xC0\xAF",         // overlong '/'
-        "\xE0\x80\xAF",     // overlong three-byte form
-        "\xED\xA0\x80",     // UTF-16 surrogate
-        "\xF4\x90\x80\x80", // above U+10FFFF
-        "\xF5\x80\x80\x80", // never a lead byte
-        "\xE2\x82 x",       // bad continuation
-    };
-    for (const auto& text : broken) {
+    for (const std::string text : {"ab\xC3", "\xC0\xAF", "\xED\xA0\x80", "\xF4\x90\x80\x80"}) {
         SCOPED_TRACE(::testing::PrintToString(text));
         eventObject event;
         event.eventContent = text;
@@ -176,62 +157,37 @@ OrderedJson twoEvents() {
 }
 
 TEST(EventJson, EachMemberIsRequiredWithItsType) {
-    // Values of the wrong type for each field type; integers with a fraction, out of range or
-    // written as a string, booleans written as numbers, blobs that are no strict Base64.
-    const std::vector<std::string> wrongString = {"1", "true", "null", "[]", "{}"};
-    const std::vector<std::string> wrongInt = {"\"1\"",
-                                               "1.5",
-                                               "5.0",
-                                               "1e3",
-                                               "true",
-                                               "null",
-                                               "9223372036854775808",
-                                               "-9223372036854775809",
-                                               "18446744073709551616",
-                                               "[1]"};
-    const std::vector<std::string> wrongBool = {"0", "1", "\"true\"", "null", "[]"};
-    const std::vector<std::string> wrongBytes = {"1",       "null",        "[]",      "\"QQ\"",
-                                                 "\"QQ=\"", "\"QQ==\\n\"", "\"-_8=\""};
+    // Integers with a fraction, out of range or written as a string, booleans written as
+    // numbers, blobs that are no strict Base64.
+    const std::map<FieldType, std::vector<std::string>> wrong = {
+        {FieldType::String, {"1", "null"}},
+        {FieldType::Int,
+         {"\"1\"", "1.5", "5.0", "true", "9223372036854775808", "-9223372036854775809"}},
+        {FieldType::Bool, {"0", "\"true\""}},
+        {FieldType::Bytes, {"1", "\"QQ\""}},
+    };
     int checked = 0;
     forEachField([&](const auto& field) {
         const std::string name(field.name);
-        SCOPED_TRACE(name);
-        JsonDecodeError error;
-
         auto missing = twoEvents();
         missing[1].erase(name);
+        JsonDecodeError error;
         EXPECT_FALSE(decodeEventArray(missing.dump(), &error).has_value());
-        EXPECT_NE(error.message.find("element 1"), std::string::npos) << error.message;
-        EXPECT_NE(error.message.find("\"" + name + "\""), std::string::npos) << error.message;
-        EXPECT_NE(error.message.find("missing"), std::string::npos) << error.message;
-        EXPECT_FALSE(decodeWidgetEventArray(missing.dump()).has_value());
-
-        const std::vector<std::string>* wrong = nullptr;
-        switch (field.type) {
-        case FieldType::String:
-            wrong = &wrongString;
-            break;
-        case FieldType::Int:
-            wrong = &wrongInt;
-            break;
-        case FieldType::Bool:
-            wrong = &wrongBool;
-            break;
-        case FieldType::Bytes:
-            wrong = &wrongBytes;
-            break;
-        }
-        for (const auto& raw : *wrong) {
+        EXPECT_NE(error.message.find("element 1: member \"" + name + "\" is missing"),
+                  std::string::npos)
+            << error.message;
+        EXPECT_FALSE(decodeWidgetEventArray(missing.dump()).has_value()) << name;
+        for (const auto& raw : wrong.at(field.type)) {
             auto spoiled = twoEvents();
             spoiled[1][name] = nullptr;
             std::string text = spoiled.dump();
             const std::string slot = "\"" + name + "\":null";
             text.replace(text.find(slot), slot.size(), "\"" + name + "\":" + raw);
             error.message.clear();
-            EXPECT_FALSE(decodeEventArray(text, &error).has_value()) << raw;
+            EXPECT_FALSE(decodeEventArray(text, &error).has_value()) << name << " " << raw;
             EXPECT_NE(error.message.find("element 1"), std::string::npos) << error.message;
             EXPECT_NE(error.message.find("\"" + name + "\""), std::string::npos) << error.message;
-            EXPECT_FALSE(decodeWidgetEventArray(text).has_value()) << raw;
+            EXPECT_FALSE(decodeWidgetEventArray(text).has_value()) << name << " " << raw;
         }
         ++checked;
     });
@@ -239,10 +195,9 @@ TEST(EventJson, EachMemberIsRequiredWithItsType) {
 }
 
 TEST(EventJson, DecodingAcceptsWhatJsonAllowsForTheRightTypes) {
+    // Unknown members, any member order, whitespace, the extreme integers and -0.
     auto document = twoEvents();
     document[0]["somethingNew"] = {{"nested", true}};
-    document[1]["anotherUnknown"] = 1.5;
-    // Member order does not matter, nor whitespace.
     OrderedJson reversed = OrderedJson::object();
     const auto names = fieldNames();
     for (auto it = names.rbegin(); it != names.rend(); ++it) {
@@ -251,99 +206,75 @@ TEST(EventJson, DecodingAcceptsWhatJsonAllowsForTheRightTypes) {
     document[1] = reversed;
     document[1]["eventStartDateYear"] = kMin;
     document[1]["eventEndDateYear"] = static_cast<std::uint64_t>(kMax);
-    const std::string text = document.dump(2);
+    std::string text = document.dump(2);
+    const std::string slot = "\"eventType\": " + std::to_string(sampleEvent(1).eventType);
+    text.replace(text.find(slot), slot.size(), "\"eventType\": -0");
 
     JsonDecodeError error;
     const auto events = decodeEventArray(text, &error);
     ASSERT_TRUE(events.has_value()) << error.message;
-    ASSERT_EQ(events->size(), 2u);
-    EXPECT_EQ((*events)[0], sampleEvent(1));
-    eventObject expected = sampleEvent(2);
-    expected.eventStartDateYear = kMin;
-    expected.eventEndDateYear = kMax;
-    EXPECT_EQ((*events)[1], expected);
-
-    std::string negativeZero = twoEvents().dump();
-    const std::string slot = "\"eventType\":" + std::to_string(sampleEvent(1).eventType);
-    negativeZero.replace(negativeZero.find(slot), slot.size(), "\"eventType\":-0");
-    const auto zero = decodeEventArray(negativeZero);
-    ASSERT_TRUE(zero.has_value());
-    EXPECT_EQ((*zero)[0].eventType, 0);
-
-    const auto empty = decodeEventArray("[]");
-    ASSERT_TRUE(empty.has_value());
-    EXPECT_TRUE(empty->empty());
+    eventObject first = sampleEvent(1), second = sampleEvent(2);
+    first.eventType = 0;
+    second.eventStartDateYear = kMin;
+    second.eventEndDateYear = kMax;
+    EXPECT_EQ(*events, (std::vector<eventObject>{first, second}));
+    EXPECT_EQ(decodeEventArray("[]"), std::vector<eventObject>{});
 }
 
 TEST(EventJson, TextThatIsNoArrayOfObjectsFails) {
-    struct Case {
-        std::string text;
-        const char* reason;
-    };
-    const std::vector<Case> cases = {
+    const std::pair<std::string, const char*> cases[] = {
         {"", "invalid JSON"},
-        {"[", "invalid JSON"},
-        {"[{}", "invalid JSON"},
         {"[1,]", "invalid JSON"},
         {"[] []", "invalid JSON"},
         {"[\"\xFF\"]", "invalid JSON"},
         {"{}", "top level"},
-        {"null", "top level"},
         {"\"[]\"", "top level"},
-        {"[1]", "element 0"},
         {"[[]]", "element 0"},
         {"[" + twoEvents()[0].dump() + ",null]", "element 1"},
         {"[{}]", "element 0: member \"eventId\" is missing"},
     };
-    for (const auto& c : cases) {
-        SCOPED_TRACE(c.text);
+    for (const auto& [text, reason] : cases) {
+        SCOPED_TRACE(text);
         JsonDecodeError error;
-        EXPECT_FALSE(decodeEventArray(c.text, &error).has_value());
-        EXPECT_NE(error.message.find(c.reason), std::string::npos) << error.message;
-        EXPECT_FALSE(decodeWidgetEventArray(c.text).has_value());
+        EXPECT_FALSE(decodeEventArray(text, &error).has_value());
+        EXPECT_NE(error.message.find(reason), std::string::npos) << error.message;
+        EXPECT_FALSE(decodeWidgetEventArray(text).has_value());
     }
 }
 
 TEST(Base64, EncodesAndDecodesTheStandardAlphabetWithPadding) {
-    const std::vector<std::pair<std::string, std::string>> vectors = {
+    const std::pair<std::string, std::string> vectors[] = {
         {"", ""},
         {"f", "Zg=="},
         {"fo", "Zm8="},
         {"foo", "Zm9v"},
         {"foob", "Zm9vYg=="},
-        {"fooba", "Zm9vYmE="},
-        {"foobar", "Zm9vYmFy"},
         {"\xFB\xFF\xBF", "+/+/"},
         {std::string("\0\0", 2), "AAA="},
     };
     for (const auto& [plain, encoded] : vectors) {
         EXPECT_EQ(base64Encode(bytesOf(plain)), encoded);
-        const auto decoded = base64Decode(encoded);
-        ASSERT_TRUE(decoded.has_value()) << encoded;
-        EXPECT_EQ(*decoded, bytesOf(plain));
-    }
-    for (std::size_t length = 0; length < 70; ++length) {
-        Bytes bytes;
-        for (std::size_t i = 0; i < length; ++i) {
-            bytes.push_back(static_cast<std::uint8_t>(i * 37 + length));
-        }
-        EXPECT_EQ(base64Decode(base64Encode(bytes)), bytes) << length;
+        EXPECT_EQ(base64Decode(encoded), bytesOf(plain)) << encoded;
     }
     // Unused bits in the last group are ignored rather than refused.
     EXPECT_EQ(base64Decode("Zh=="), bytesOf("f"));
 }
 
 TEST(Base64, DecodingIsStrict) {
-    const std::vector<std::string> invalid = {
-        "Zg",         "Zg=",        "Zm9",
-        "Zm9vY",      " Zm9v",      "Zm9v ",
-        "Zm9v\n",     "Zm9v\nYmFy", "Zm9v\r\n",
-        "Zm 9v",      "-_8=",       "Zm9v_w==",
-        "Zg==Zg==",   "=Zg=",       "Z===",
-        "====",       "Zm=v",       "Zm9vYmFy=",
-        "Zg===",      "Zm9v\tYg==", std::string("Zm9\0", 4),
-        "Zm\xC3\xA9",
-    };
+    const std::string invalid[] = {"Zg",
+                                   "Zg=",
+                                   " Zm9v",
+                                   "Zm9v\n",
+                                   "Zm 9v",
+                                   "-_8=",
+                                   "=Zg=",
+                                   "Zm=v",
+                                   "Zg==Zg==",
+                                   "Zm9vYmFy=",
+                                   "Zg===",
+                                   "====",
+                                   std::string("Zm9\0", 4),
+                                   "Zm\xC3\xA9"};
     for (const auto& text : invalid) {
         EXPECT_FALSE(base64Decode(text).has_value()) << ::testing::PrintToString(text);
     }

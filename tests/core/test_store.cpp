@@ -9,6 +9,7 @@
 #include <fstream>
 #include <gtest/gtest.h>
 #include <mutex>
+#include <set>
 #include <sqlite3.h>
 #include <stdexcept>
 #include <thread>
@@ -85,26 +86,20 @@ TEST_F(StoreTest, TablesAreNamedAsTheClassesWithColumnsInFieldOrder) {
     struct Expected {
         const TableSpec& table;
         std::size_t columns;
-        std::vector<std::string> someNames; ///< the first, second and last column
+        const char *first, *last;
     };
     for (const auto& t : {
-             Expected{tableSpecOf<eventInfo>(), 32, {"eventId", "eventTitle", "backupDataType03"}},
-             Expected{tableSpecOf<memoDataForNotiObject>(),
-                      8,
-                      {"memoId", "eventId", "backupDataType03"}},
-             Expected{tableSpecOf<shareGroup>(), 5, {"shareGroupId", "title", "backupDataType03"}},
-             Expected{tableSpecOf<shareMember>(),
-                      7,
-                      {"shareMemberId", "shareGroupId", "backupDataType03"}},
-             Expected{
-                 tableSpecOf<appFuncForDateData>(), 5, {"dataId", "dateString", "dateInfoDay"}},
+             Expected{tableSpecOf<eventInfo>(), 32, "eventId", "backupDataType03"},
+             Expected{tableSpecOf<memoDataForNotiObject>(), 8, "memoId", "backupDataType03"},
+             Expected{tableSpecOf<shareGroup>(), 5, "shareGroupId", "backupDataType03"},
+             Expected{tableSpecOf<shareMember>(), 7, "shareMemberId", "backupDataType03"},
+             Expected{tableSpecOf<appFuncForDateData>(), 5, "dataId", "dateInfoDay"},
          }) {
         SCOPED_TRACE(std::string(t.table.name));
         const auto columns = tableInfo(file(), t.table.name);
         ASSERT_EQ(columns.size(), t.columns);
-        EXPECT_EQ(columns.front().name, t.someNames[0]);
-        EXPECT_EQ(columns[1].name, t.someNames[1]);
-        EXPECT_EQ(columns.back().name, t.someNames[2]);
+        EXPECT_EQ(columns.front().name, t.first);
+        EXPECT_EQ(columns.back().name, t.last);
         for (std::size_t i = 0; i < columns.size(); ++i) {
             const auto [name, type] = t.table.columns[i];
             const char* sqlType = type == FieldType::String  ? "TEXT"
@@ -158,35 +153,25 @@ TEST_F(StoreTest, QueriesHoldEveryPredicate) {
         std::vector<std::string> ids;
     };
     const Query all;
+    const auto number = [&](Op op, std::int64_t value) {
+        return all.where("backupDataType01", op, value);
+    };
     const std::vector<Case> cases = {
-        {"equal int", all.equal("backupDataType01", std::int64_t{5}), {"m1", "m3"}},
-        {"equal string", all.equal("title", std::string("Zoo")), {"m5"}},
-        {"not equal",
-         all.where("backupDataType01", Op::NotEqual, std::int64_t{5}),
-         {"m2", "m4", "m5"}},
-        {"less", all.where("backupDataType01", Op::Less, std::int64_t{5}), {"m2", "m5"}},
-        {"less or equal",
-         all.where("backupDataType01", Op::LessOrEqual, std::int64_t{5}),
-         {"m1", "m2", "m3", "m5"}},
-        {"greater", all.where("backupDataType01", Op::Greater, std::int64_t{5}), {"m4"}},
-        {"greater or equal",
-         all.where("backupDataType01", Op::GreaterOrEqual, std::int64_t{5}),
-         {"m1", "m3", "m4"}},
+        {"equal", all.equal("backupDataType01", std::int64_t{5}), {"m1", "m3"}},
+        {"not equal", number(Op::NotEqual, 5), {"m2", "m4", "m5"}},
+        {"less", number(Op::Less, 5), {"m2", "m5"}},
+        {"less or equal", number(Op::LessOrEqual, 5), {"m1", "m2", "m3", "m5"}},
+        {"greater", number(Op::Greater, 5), {"m4"}},
+        {"greater or equal", number(Op::GreaterOrEqual, 5), {"m1", "m3", "m4"}},
         {"string order is by code point",
          all.where("title", Op::Less, std::string("a")),
          {"m1", "m3", "m4", "m5"}},
         {"contains is case-sensitive",
-         all.where("title", Op::Contains, std::string("entist")),
-         {"m1", "m2"}},
-        {"contains, no match in other case",
          all.where("title", Op::Contains, std::string("dentist")),
          {"m2"}},
-        {"contains ignoring case",
-         all.where("title", Op::ContainsCaseInsensitive, std::string("dEnTiSt")),
-         {"m1", "m2", "m4"}},
-        {"all predicates hold",
-         all.where("title", Op::ContainsCaseInsensitive, std::string("dentist"))
-             .where("backupDataType01", Op::GreaterOrEqual, std::int64_t{4}),
+        {"all predicates hold, contains ignoring case",
+         number(Op::GreaterOrEqual, 4)
+             .where("title", Op::ContainsCaseInsensitive, std::string("dEnTiSt")),
          {"m1", "m4"}},
         {"no match", all.equal("memoId", std::string("m9")), {}},
     };
@@ -196,31 +181,6 @@ TEST_F(StoreTest, QueriesHoldEveryPredicate) {
         EXPECT_EQ(store.count<memoDataForNotiObject>(c.query),
                   static_cast<std::int64_t>(c.ids.size()));
     }
-}
-
-TEST_F(StoreTest, BoolAndBlobFieldsCanBeQueried) {
-    auto store = open();
-    eventInfo a, b, c;
-    a.eventId = "a";
-    a.eventStarOrNot = true;
-    a.eventDateWhenEveryWeek = {1, 0, 3};
-    b.eventId = "b";
-    c.eventId = "c";
-    c.eventStarOrNot = true;
-    addAll(store, std::vector{a, b, c});
-    auto ids = [&](const Query& q) {
-        std::vector<std::string> out;
-        for (const auto& e : store.objects<eventInfo>(q)) {
-            out.push_back(e.eventId);
-        }
-        return out;
-    };
-    EXPECT_EQ(ids(Query{}.equal("eventStarOrNot", true)), (std::vector<std::string>{"a", "c"}));
-    EXPECT_EQ(ids(Query{}.equal("eventStarOrNot", false)), (std::vector<std::string>{"b"}));
-    EXPECT_EQ(ids(Query{}.equal("eventDateWhenEveryWeek", Bytes{1, 0, 3})),
-              (std::vector<std::string>{"a"}));
-    EXPECT_EQ(ids(Query{}.equal("eventDateWhenEveryWeek", Bytes{})),
-              (std::vector<std::string>{"b", "c"}));
 }
 
 TEST_F(StoreTest, SortsKeepStoreOrderAmongEqualKeys) {
@@ -237,13 +197,10 @@ TEST_F(StoreTest, SortsKeepStoreOrderAmongEqualKeys) {
     for (const auto& c : std::vector<Case>{
              {Query{}.sorted("backupDataType01"), {"d", "a", "e", "c", "b"}},
              {Query{}.sorted("backupDataType01", false), {"b", "e", "c", "d", "a"}},
-             {Query{}.sorted("title"), {"d", "b", "e", "a", "c"}},
-             {Query{}.sorted("title", false), {"c", "e", "a", "d", "b"}},
              {Query{}.where("backupDataType01", Op::Less, std::int64_t{3}).sorted("title", false),
               {"c", "e", "a", "d"}},
              {byKey, {"e", "d", "c", "b", "a"}},
-             {byKey.sorted("backupDataType01"), {"d", "a", "e", "c", "b"}},
-             {byKey.sorted("title", false), {"c", "e", "a", "d", "b"}},
+             {byKey.sorted("title"), {"d", "b", "e", "a", "c"}},
          }) {
         SCOPED_TRACE(c.query.sort ? c.query.sort->keyPath : "store order");
         EXPECT_EQ(memoIds(store.objects<memoDataForNotiObject>(c.query)), c.ids);
@@ -280,6 +237,16 @@ TEST_F(StoreTest, EveryFieldTypeRoundTrips) {
     EXPECT_EQ(readFull, full);
     EXPECT_EQ(readBlank, blank);
     EXPECT_EQ(store.objects<eventInfo>(), (std::vector<eventInfo>{full, blank}));
+    // Booleans and blobs can be queried.
+    EXPECT_EQ(store.objects<eventInfo>(Query{}.equal("eventStarOrNot", true)),
+              std::vector<eventInfo>{full});
+    EXPECT_EQ(store.objects<eventInfo>(Query{}.equal("eventNotiOrNot", false)),
+              std::vector<eventInfo>{blank});
+    EXPECT_EQ(store.objects<eventInfo>(Query{}.equal("eventDateWhenEveryWeek", Bytes{})),
+              std::vector<eventInfo>{blank});
+    EXPECT_EQ(store.objects<eventInfo>(
+                  Query{}.equal("eventDateWhenEveryWeek", Bytes{0, 0, 1, 0xFF, 0x00, 0x80})),
+              std::vector<eventInfo>{full});
 }
 
 TEST_F(StoreTest, ConnectionsFollowAFileThatWasReplaced) {
@@ -305,8 +272,7 @@ TEST(StoreFiles, ConnectionsToRemovedFilesAreLetGo) {
         auto store = Store::open(dir.path() / "store.sqlite");
         store.write([&] { store.add(memo("A", "a", 1)); });
     };
-    useFreshStore();
-    useFreshStore();
+    useFreshStore(); // the first use may open files for good
     const auto before = openDescriptors();
     for (int i = 0; i < 20; ++i) {
         useFreshStore();
@@ -389,25 +355,14 @@ TEST_F(StoreTest, ObserversHearWritesFromOtherThreads) {
     open();
     std::mutex mutex;
     int calls = 0;
-    std::thread::id callbackThread;
+    std::set<std::thread::id> callbackThreads, writers;
     auto token = Store::observeTable(file(), "eventInfo", [&] {
         std::lock_guard lock(mutex);
-        callbackThread = std::this_thread::get_id();
+        callbackThreads.insert(std::this_thread::get_id());
         ++calls;
     });
-    std::thread::id writer;
-    std::thread([&] {
-        writer = std::this_thread::get_id();
-        auto store = Store::open(file());
-        eventInfo e;
-        e.eventId = "from a thread";
-        store.write([&] { store.add(e); });
-    }).join();
-    EXPECT_EQ(calls, 1);
-    EXPECT_EQ(callbackThread, writer); // without a dispatcher, on the committing thread
-    EXPECT_TRUE(open().object<eventInfo>("from a thread").has_value());
-
-    // Many writers at once: every commit is seen once, none is lost.
+    // Many writers at once: every commit is seen once, none is lost, and without a dispatcher
+    // each callback runs on the committing thread.
     std::vector<std::thread> threads;
     for (int t = 0; t < 4; ++t) {
         threads.emplace_back([&, t] {
@@ -418,17 +373,20 @@ TEST_F(StoreTest, ObserversHearWritesFromOtherThreads) {
                 store.write([&] { store.add(e); });
             }
         });
+        writers.insert(threads.back().get_id());
     }
     for (auto& t : threads) {
         t.join();
     }
-    EXPECT_EQ(calls, 41);
-    EXPECT_EQ(open().count<eventInfo>(), 41);
+    EXPECT_EQ(calls, 40);
+    EXPECT_EQ(callbackThreads, writers);
 }
 
-TEST_F(StoreTest, CancelledObserversAreNotCalled) {
+TEST_F(StoreTest, CancelledObserversAreNotCalledNorQueuedOnes) {
     auto store = open();
-    int kept = 0, cancelled = 0, dropped = 0, selfCancelled = 0;
+    std::deque<std::function<void()>> queue;
+    Dispatcher queued = [&](std::function<void()> f) { queue.push_back(std::move(f)); };
+    int kept = 0, cancelled = 0, dropped = 0, selfCancelled = 0, late = 0, cancelledLate = 0;
     auto keep = Store::observeTable(file(), "memoDataForNotiObject", [&] { ++kept; });
     auto cancel = Store::observeTable(file(), "memoDataForNotiObject", [&] { ++cancelled; });
     ObservationToken self;
@@ -439,6 +397,10 @@ TEST_F(StoreTest, CancelledObserversAreNotCalled) {
     {
         auto scoped = Store::observeTable(file(), "memoDataForNotiObject", [&] { ++dropped; });
     }
+    auto a = Store::observeTable(
+        file(), "memoDataForNotiObject", [&] { ++late; }, queued);
+    auto b = Store::observeTable(
+        file(), "memoDataForNotiObject", [&] { ++cancelledLate; }, queued);
     cancel.cancel();
     EXPECT_FALSE(cancel);
     addAll(store, std::vector{memo("A", "a", 1)});
@@ -447,6 +409,15 @@ TEST_F(StoreTest, CancelledObserversAreNotCalled) {
     EXPECT_EQ(cancelled, 0);
     EXPECT_EQ(dropped, 0);
     EXPECT_EQ(selfCancelled, 1);
+    // A queued dispatcher defers the callbacks; one cancelled while queued does not run.
+    EXPECT_EQ(queue.size(), 4u);
+    EXPECT_EQ(late + cancelledLate, 0);
+    b.cancel();
+    for (; !queue.empty(); queue.pop_front()) {
+        queue.front()();
+    }
+    EXPECT_EQ(late, 2);
+    EXPECT_EQ(cancelledLate, 0);
 }
 
 TEST_F(StoreTest, ACallbackMayWriteToTheStore) {
@@ -463,27 +434,6 @@ TEST_F(StoreTest, ACallbackMayWriteToTheStore) {
     addAll(store, std::vector{memo("A", "a", 1)});
     EXPECT_EQ(order, (std::vector<std::string>{"memo", "group"}));
     EXPECT_EQ(store.count<shareGroup>(), 1);
-}
-
-TEST_F(StoreTest, AQueuedDispatcherDefersTheCallbackAndCancelStillHolds) {
-    auto store = open();
-    std::deque<std::function<void()>> queue;
-    Dispatcher queued = [&](std::function<void()> f) { queue.push_back(std::move(f)); };
-    int first = 0, second = 0;
-    auto a = Store::observeTable(
-        file(), "memoDataForNotiObject", [&] { ++first; }, queued);
-    auto b = Store::observeTable(
-        file(), "memoDataForNotiObject", [&] { ++second; }, queued);
-    addAll(store, std::vector{memo("A", "a", 1)});
-    EXPECT_EQ(queue.size(), 2u);
-    EXPECT_EQ(first + second, 0);
-    b.cancel(); // already queued, but cancelled before it runs
-    while (!queue.empty()) {
-        queue.front()();
-        queue.pop_front();
-    }
-    EXPECT_EQ(first, 1);
-    EXPECT_EQ(second, 0);
 }
 
 TEST_F(StoreTest, LiveResultsReadTheLatestStateAndObserveTheirTable) {
@@ -508,8 +458,7 @@ TEST_F(StoreTest, LiveResultsReadTheLatestStateAndObserveTheirTable) {
 TEST(StoreDeathTest, AStopInsideAWriteKeepsWhatWasCommittedBefore) {
     TempDir dir;
     const auto path = dir.path() / "stopped.sqlite";
-    // The child must write the parent's file, so it is forked rather than started afresh; only
-    // the child opens the file before it dies, and the parent reads it afterwards.
+    // The child must write the parent's file, so it is forked rather than started afresh.
     const std::string style = GTEST_FLAG_GET(death_test_style);
     GTEST_FLAG_SET(death_test_style, "fast");
     EXPECT_DEATH(
@@ -525,9 +474,8 @@ TEST(StoreDeathTest, AStopInsideAWriteKeepsWhatWasCommittedBefore) {
         },
         "stopped inside a write");
     GTEST_FLAG_SET(death_test_style, style);
-    auto store = Store::open(path);
-    const auto memos = store.objects<memoDataForNotiObject>();
-    EXPECT_EQ(memos, (std::vector{memo("A", "a", 1), memo("B", "b", 2)}));
+    EXPECT_EQ(Store::open(path).objects<memoDataForNotiObject>(),
+              (std::vector{memo("A", "a", 1), memo("B", "b", 2)}));
 }
 
 TEST(StoreDeathTest, MisuseIsAFatalStop) {
@@ -536,28 +484,10 @@ TEST(StoreDeathTest, MisuseIsAFatalStop) {
     EXPECT_DEATH(
         {
             auto store = Store::open(path);
-            store.write([&] {
-                auto same = Store::open(path);
-                same.write([] {});
-            });
+            store.write([&] { Store::open(path).write([] {}); });
         },
         "inside another write");
-    EXPECT_DEATH(
-        {
-            auto store = Store::open(path);
-            store.add(memo("A", "a", 1));
-        },
-        "outside a write");
-    EXPECT_DEATH(
-        {
-            auto store = Store::open(path);
-            store.write([&] { store.remove<memoDataForNotiObject>("A"); });
-            store.remove<memoDataForNotiObject>("A");
-        },
-        "outside a write");
-    EXPECT_DEATH(
-        Store::open(path).objects<memoDataForNotiObject>(Query{}.equal("tittle", std::string())),
-        "no field named \"tittle\"");
+    EXPECT_DEATH(Store::open(path).add(memo("A", "a", 1)), "outside a write");
     EXPECT_DEATH(Store::open(path).objects<memoDataForNotiObject>(Query{}.sorted("nope")),
                  "no field named \"nope\"");
     EXPECT_DEATH(Store::open(path).count<memoDataForNotiObject>(
