@@ -1,0 +1,70 @@
+# Renders both icons and checks that the desktop file, the metainfo and the icon names agree.
+# Arguments: RSVG_CONVERT, APP_ID, DESKTOP_FILE, METAINFO_FILE, APP_ICON, SYMBOLIC_ICON, OUT_DIR.
+set(failures)
+file(MAKE_DIRECTORY ${OUT_DIR})
+
+foreach(icon ${APP_ICON} ${SYMBOLIC_ICON})
+  get_filename_component(stem ${icon} NAME_WE)
+  foreach(size 16 48 256)
+    set(png ${OUT_DIR}/${stem}-${size}.png)
+    file(REMOVE ${png})
+    execute_process(COMMAND ${RSVG_CONVERT} -w ${size} -h ${size} -o ${png} ${icon}
+      RESULT_VARIABLE result ERROR_VARIABLE error)
+    if(NOT result EQUAL 0 OR NOT EXISTS ${png})
+      string(STRIP "${error}" error)
+      list(APPEND failures "${icon} does not render at ${size} px: ${result} ${error}")
+    endif()
+  endforeach()
+endforeach()
+
+# A symbolic icon is recoloured by the desktop: one colour, no gradients, no strokes, no opacity.
+file(READ ${SYMBOLIC_ICON} symbolic)
+string(REGEX MATCHALL "#[0-9A-Fa-f]+" colours "${symbolic}")
+list(TRANSFORM colours TOLOWER)
+list(REMOVE_DUPLICATES colours)
+list(LENGTH colours colour_count)
+if(NOT colour_count EQUAL 1)
+  list(JOIN colours ", " colour_text)
+  list(APPEND failures "the symbolic icon uses ${colour_count} colours: ${colour_text}")
+endif()
+foreach(forbidden Gradient stroke opacity "<image" "<text")
+  string(FIND "${symbolic}" "${forbidden}" at)
+  if(NOT at EQUAL -1)
+    list(APPEND failures "the symbolic icon contains \"${forbidden}\"")
+  endif()
+endforeach()
+
+# The main icon carries no text.
+file(READ ${APP_ICON} app_icon)
+string(FIND "${app_icon}" "<text" at)
+if(NOT at EQUAL -1)
+  list(APPEND failures "the application icon contains text")
+endif()
+
+# The desktop file's name, Icon= and StartupWMClass, and the metainfo's id and launchable.
+get_filename_component(desktop_name ${DESKTOP_FILE} NAME)
+if(NOT desktop_name STREQUAL "${APP_ID}.desktop")
+  list(APPEND failures "desktop file is named ${desktop_name}")
+endif()
+file(STRINGS ${DESKTOP_FILE} icon_line REGEX "^Icon=")
+if(NOT icon_line STREQUAL "Icon=${APP_ID}")
+  list(APPEND failures "desktop file has \"${icon_line}\", not Icon=${APP_ID}")
+endif()
+file(STRINGS ${DESKTOP_FILE} exec_line REGEX "^Exec=")
+if(NOT exec_line STREQUAL "Exec=tidemark %u")
+  list(APPEND failures "desktop file has \"${exec_line}\"")
+endif()
+file(READ ${METAINFO_FILE} metainfo)
+foreach(needle "<id>${APP_ID}</id>"
+    "<launchable type=\"desktop-id\">${APP_ID}.desktop</launchable>"
+    "<binary>tidemark</binary>")
+  string(FIND "${metainfo}" "${needle}" at)
+  if(at EQUAL -1)
+    list(APPEND failures "the metainfo lacks ${needle}")
+  endif()
+endforeach()
+
+if(failures)
+  string(REPLACE ";" "\n  " lines "${failures}")
+  message(FATAL_ERROR "\n  ${lines}")
+endif()
