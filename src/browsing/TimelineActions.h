@@ -1,0 +1,38 @@
+// What the timeline and the filter screens do beyond binding settings: the reminder work on the
+// timeline's appearance, and the appearance choice, which writes four settings at once.
+#pragma once
+
+// moc stops at the C++20 standard headers under the core headers; it needs none of them.
+#ifndef Q_MOC_RUN
+#include "records/Defaults.h"
+#include "records/SettingsKeys.h"
+#endif
+
+#include <QObject>
+
+namespace tidemark {
+
+class TimelineActions : public QObject {
+    Q_OBJECT
+public:
+    enum ColorScheme { AlwaysLight = 0, AlwaysDark = 1, FollowSystem = 2 };
+    Q_ENUM(ColorScheme)
+
+    using QObject::QObject;
+
+    /// On each appearance of the timeline: drops every pending reminder request. Planning them
+    /// afresh joins here once the reminder planner exists.
+    Q_INVOKABLE void timelineAppeared();
+
+    /// Sets the chosen scheme's flag, clears the two others, and sets the window's theme setting
+    /// to "Light", "Dark" or "Default".
+    Q_INVOKABLE void chooseColorScheme(int scheme);
+
+private:
+    Setting<bool> colorSchemeSetToAlwaysLight_{"colorSchemeSetToAlwaysLight", false};
+    Setting<bool> colorSchemeSetToAlwaysDark_{"colorSchemeSetToAlwaysDark", false};
+    Setting<bool> colorSchemeSetToFollowSystem_{"colorSchemeSetToFollowSystem", false};
+    Setting<Theme> userTheme_{"APP_UI_systemColorTheme", Theme::systemDefault};
+};
+
+} // namespace tidemark

@@ -1,0 +1,54 @@
+import QtQuick
+import QtQuick.Controls
+import QtQuick.Controls.Material
+import QtQuick.Layouts
+import TideMark
+
+// The filter page: the shared filter choices under the page's navigation title. Pushed onto a
+// StackView, its back button pops it.
+Page {
+    id: page
+    objectName: "changeFilterContentPageForTimelineView"
+    title: qsTrId("filterContentPageNavigationTitleStringAtFilterPage")
+
+    readonly property bool dark: Material.theme === Material.Dark
+    BrowsingColors { id: colors; dark: page.dark }
+    background: Rectangle { color: colors.pageBackground }
+
+    header: ToolBar {
+        Material.background: colors.pageBackground
+        Material.elevation: 0
+        RowLayout {
+            anchors.fill: parent
+            spacing: 0
+            RowButton {
+                objectName: "backButton"
+                visible: page.StackView.view !== null && page.StackView.index > 0
+                symbol: "chevron.left"
+                tint: colors.primaryText
+                onClicked: page.StackView.view.pop()
+            }
+            Label {
+                objectName: "navigationTitle"
+                text: page.title
+                font.pixelSize: 20
+                font.weight: Font.DemiBold
+                color: colors.primaryText
+                Layout.fillWidth: true
+                Layout.leftMargin: 16
+            }
+        }
+    }
+
+    Flickable {
+        anchors.fill: parent
+        contentHeight: filters.implicitHeight + 32
+        clip: true
+        FilterSettingsContent {
+            id: filters
+            x: 16
+            y: 8
+            width: parent.width - 32
+        }
+    }
+}

@@ -1,0 +1,62 @@
+import QtQuick
+import QtQuick.Controls
+import QtQuick.Controls.Material
+import QtQuick.Layouts
+import TideMark
+
+// The rows of the filtered list, one event row each, with the "nothing here" box when the list is
+// empty. The rows' requests are passed on.
+ListView {
+    id: list
+
+    readonly property bool dark: Material.theme === Material.Dark
+    property alias listModel: rows
+
+    signal memoRequested(string eventId)
+    signal editRequested(string eventId)
+    signal shareRequested(string eventId)
+    signal cardRequested(string eventId)
+
+    BrowsingColors { id: colors; dark: list.dark }
+
+    spacing: 12
+    clip: true
+    topMargin: 8
+    bottomMargin: 24
+    leftMargin: 16
+    rightMargin: 16
+    boundsBehavior: Flickable.StopAtBounds
+    model: FilteredEventListModel { id: rows }
+
+    delegate: ListRowViewForTimeline {
+        required eventId
+        width: ListView.view.width - ListView.view.leftMargin - ListView.view.rightMargin
+        onMemoRequested: id => list.memoRequested(id)
+        onEditRequested: id => list.editRequested(id)
+        onShareRequested: id => list.shareRequested(id)
+        onCardRequested: id => list.cardRequested(id)
+    }
+
+    footer: Item {
+        width: list.width - list.leftMargin - list.rightMargin
+        height: rows.showEmptyBox ? 140 : 0
+        Rectangle {
+            objectName: "emptyBox"
+            visible: rows.showEmptyBox
+            anchors.fill: parent
+            anchors.topMargin: 4
+            radius: 16
+            color: colors.cardBackground
+            border.color: colors.cardBorder
+            Label {
+                anchors.centerIn: parent
+                width: parent.width - 32
+                text: qsTrId("notiObjectsCountZero")
+                horizontalAlignment: Text.AlignHCenter
+                wrapMode: Text.Wrap
+                font.pixelSize: 15
+                color: colors.secondaryText
+            }
+        }
+    }
+}

@@ -1,0 +1,244 @@
+import QtQuick
+import QtQuick.Controls
+import QtQuick.Controls.Material
+import QtQuick.Layouts
+import TideMark
+
+// One event row: colour mark, title, state symbols, type text, day count, content, dates, the
+// details disclosure and the row's buttons. Set `eventId`; an event that no longer exists draws
+// nothing. The memo, edit, share and card pages come later: until then the row only emits the
+// requests.
+Item {
+    id: row
+
+    property string eventId
+    property bool showMoreDetailToggle: false
+    readonly property bool dark: Material.theme === Material.Dark
+    readonly property alias rowModel: rowData
+
+    signal memoRequested(string eventId)
+    signal editRequested(string eventId)
+    signal shareRequested(string eventId)
+    signal cardRequested(string eventId)
+
+    visible: rowData.exists
+    implicitWidth: 358
+    implicitHeight: rowData.exists ? card.implicitHeight : 0
+
+    EventRowModel {
+        id: rowData
+        eventId: row.eventId
+    }
+
+    BrowsingColors {
+        id: colors
+        dark: row.dark
+    }
+
+    Rectangle {
+        id: card
+        objectName: "rowCard"
+        width: parent.width
+        implicitHeight: body.implicitHeight + 28
+        visible: rowData.exists
+        radius: 16
+        color: colors.cardBackground
+        border.color: colors.cardBorder
+        border.width: 1
+        clip: true
+
+        TapHandler {
+            objectName: "rowTap"
+            onTapped: row.cardRequested(row.eventId)
+        }
+
+        Rectangle {
+            objectName: "colorMark"
+            visible: rowData.colorName.length > 0
+            x: 0
+            width: 6
+            height: parent.height
+            color: NamedColors.color(rowData.colorName, row.dark)
+        }
+
+        ColumnLayout {
+            id: body
+            x: 20
+            y: 14
+            width: parent.width - 36
+            spacing: 6
+
+            RowLayout {
+                Layout.fillWidth: true
+                spacing: 12
+
+                ColumnLayout {
+                    Layout.fillWidth: true
+                    Layout.alignment: Qt.AlignTop
+                    spacing: 4
+
+                    RowLayout {
+                        Layout.fillWidth: true
+                        spacing: 6
+                        Label {
+                            objectName: "title"
+                            text: rowData.title
+                            font.pixelSize: 17
+                            font.weight: Font.DemiBold
+                            color: colors.primaryText
+                            elide: Text.ElideRight
+                            maximumLineCount: 1
+                            Layout.fillWidth: true
+                        }
+                        Repeater {
+                            objectName: "symbols"
+                            model: rowData.symbols
+                            delegate: Label {
+                                required property string modelData
+                                text: Symbols.glyph(modelData)
+                                font.family: Symbols.fontFamily
+                                font.pixelSize: 16
+                                color: modelData === "star.fill" ? colors.starSymbol
+                                                                 : colors.symbolTint
+                            }
+                        }
+                    }
+
+                    Label {
+                        objectName: "typeText"
+                        visible: text.length > 0
+                        text: rowData.typeText
+                        font.pixelSize: 13
+                        font.weight: Font.Medium
+                        color: colors.symbolTint
+                    }
+
+                    Label {
+                        objectName: "content"
+                        visible: text.length > 0
+                        text: rowData.content
+                        font.pixelSize: 14
+                        color: colors.secondaryText
+                        wrapMode: Text.Wrap
+                        maximumLineCount: 3
+                        elide: Text.ElideRight
+                        Layout.fillWidth: true
+                    }
+
+                    Label {
+                        objectName: "dates"
+                        text: rowData.datesText
+                        font.pixelSize: 13
+                        color: colors.secondaryText
+                    }
+                }
+
+                ColumnLayout {
+                    objectName: "dayCount"
+                    visible: !rowData.repeating
+                    Layout.alignment: Qt.AlignTop
+                    spacing: 0
+                    Label {
+                        objectName: "dayCountNumber"
+                        visible: text.length > 0
+                        text: rowData.dayCountNumber
+                        font.pixelSize: 28
+                        font.weight: Font.Bold
+                        color: colors.primaryText
+                        Layout.alignment: Qt.AlignRight
+                    }
+                    Label {
+                        objectName: "dayCountUnit"
+                        text: rowData.dayCountUnit.trim()
+                        font.pixelSize: rowData.isToday ? 17 : 12
+                        font.weight: rowData.isToday ? Font.Bold : Font.Normal
+                        color: rowData.isToday ? NamedColors.color("tabBarIconColorForSelected", row.dark)
+                                             : colors.secondaryText
+                        Layout.alignment: Qt.AlignRight
+                    }
+                }
+            }
+
+            Item {
+                id: details
+                objectName: "details"
+                Layout.fillWidth: true
+                clip: true
+                implicitHeight: row.showMoreDetailToggle ? detailsColumn.implicitHeight + 16 : 0
+                opacity: row.showMoreDetailToggle ? 1 : 0
+                visible: implicitHeight > 0
+                Behavior on implicitHeight { NumberAnimation { duration: 220; easing.type: Easing.OutCubic } }
+                Behavior on opacity { NumberAnimation { duration: 220 } }
+
+                Rectangle {
+                    width: parent.width
+                    height: detailsColumn.implicitHeight + 16
+                    radius: 10
+                    color: colors.chipBackground
+                    ColumnLayout {
+                        id: detailsColumn
+                        x: 10
+                        y: 8
+                        width: parent.width - 20
+                        spacing: 2
+                        Label {
+                            objectName: "detailsText"
+                            visible: text.length > 0
+                            text: rowData.detailsText
+                            font.pixelSize: 13
+                            color: colors.primaryText
+                            wrapMode: Text.Wrap
+                            Layout.fillWidth: true
+                        }
+                        Label {
+                            objectName: "nextDateText"
+                            visible: rowData.nextDateText.length > 0
+                            text: qsTrId("nextDateLabelStringForListRowViewForTimeline") + rowData.nextDateText
+                            font.pixelSize: 13
+                            color: colors.secondaryText
+                            wrapMode: Text.Wrap
+                            Layout.fillWidth: true
+                        }
+                    }
+                }
+            }
+
+            RowLayout {
+                Layout.fillWidth: true
+                Layout.leftMargin: -10
+                Layout.bottomMargin: -8
+                spacing: 0
+
+                RowButton {
+                    objectName: "memoButton"
+                    visible: rowData.hasMemo
+                    symbol: "list.clipboard"
+                    tint: colors.symbolTint
+                    onClicked: row.memoRequested(row.eventId)
+                }
+                RowButton {
+                    objectName: "editButton"
+                    symbol: "square.and.pencil"
+                    tint: colors.symbolTint
+                    onClicked: row.editRequested(row.eventId)
+                }
+                RowButton {
+                    objectName: "shareButton"
+                    symbol: "square.and.arrow.up"
+                    tint: colors.symbolTint
+                    onClicked: row.shareRequested(row.eventId)
+                }
+                Item { Layout.fillWidth: true }
+                RowButton {
+                    objectName: "detailsToggle"
+                    visible: rowData.detailsText.length > 0 || rowData.nextDateText.length > 0
+                    symbol: "chevron.down"
+                    tint: colors.symbolTint
+                    rotation: row.showMoreDetailToggle ? 180 : 0
+                    Behavior on rotation { NumberAnimation { duration: 220 } }
+                    onClicked: row.showMoreDetailToggle = !row.showMoreDetailToggle
+                }
+            }
+        }
+    }
+}

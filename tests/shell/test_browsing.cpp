@@ -1,0 +1,617 @@
+// The browsing screens over a real store and real settings at a fixed moment (10:00 on Tuesday
+// 10 March 2026 in Berlin): the list model and the row model following writes, the row, the
+// timeline, the list page and the filter page driven in a window, and every page rendered in
+// light and dark, English and Chinese. Any QML warning fails the test.
+//
+// Set TIDEMARK_BROWSING_RENDER_DIR to keep the rendered pages as PNG files.
+// moc stops at the C++20 standard headers that the core's headers pull in; it needs none of them.
+#ifndef Q_MOC_RUN
+#include "QtTestSupport.h"
+#include "TestSupport.h"
+#include "browsing/EventRowModel.h"
+#include "browsing/FilteredEventListModel.h"
+#include "records/DayListArchive.h"
+#include "records/Defaults.h"
+#include "records/SettingsKeys.h"
+#include "records/Store.h"
+#include "shell/QmlTypes.h"
+#include "shell/Translations.h"
+#endif
+
+#include <QDir>
+#include <QGuiApplication>
+#include <QImage>
+#include <QQmlComponent>
+#include <QQmlEngine>
+#include <QQuickItem>
+#include <QQuickView>
+#include <QSignalSpy>
+#include <QTest>
+#include <functional>
+#include <mutex>
+
+using namespace tidemark;
+using namespace tidemark::testing;
+
+namespace {
+
+std::mutex warningsLock;
+QStringList warnings;
+QtMessageHandler previousHandler = nullptr;
+
+void recordWarnings(QtMsgType type, const QMessageLogContext& context, const QString& message) {
+    if (type == QtWarningMsg || type == QtCriticalMsg || type == QtFatalMsg) {
+        std::lock_guard lock(warningsLock);
+        warnings << message;
+    }
+    previousHandler(type, context, message);
+}
+
+eventInfo makeEvent(std::string id, std::string stamp,
+                    const std::function<void(eventInfo&)>& edit = {}) {
+    eventInfo e;
+    e.eventId = std::move(id);
+    e.eventTitle = e.eventId;
+    e.timeStampGenerate = std::move(stamp);
+    e.eventStartDateYear = 2026;
+    e.eventStartDateMonth = 3;
+    e.eventStartDateDay = 10;
+    if (edit) {
+        edit(e);
+    }
+    return e;
+}
+
+void store(const std::vector<eventInfo>& events) {
+    auto s = Store::open();
+    s.write([&] {
+        for (const auto& e : events) {
+            s.add(e);
+        }
+    });
+}
+
+void removeEvent(const std::string& id) {
+    auto s = Store::open();
+    s.write([&] { s.remove<eventInfo>(id); });
+}
+
+/// Events of every kind, as a user's store would hold them.
+std::vector<eventInfo> seededEvents() {
+    return {
+        makeEvent("birthday", "20260101090000",
+                  [](eventInfo& e) {
+                      e.eventTitle = "Mum's birthday";
+                      e.eventContent = "Call in the morning, flowers from the corner shop";
+                      e.eventType = 4;
+                      e.eventRepeatOrNot = true;
+                      e.eventStartDateYear = 1961;
+                      e.eventStartDateMonth = 4;
+                      e.eventStartDateDay = 2;
+                      e.eventStarOrNot = true;
+                      e.eventNotiOrNot = true;
+                      e.eventColorString = "colorForUserSelection01";
+                  }),
+        makeEvent("today", "20260301080000",
+                  [](eventInfo& e) {
+                      e.eventTitle = "Dentist";
+                      e.eventColorString = "colorForUserSelection04";
+                      e.eventNotiOrNot = true;
+                  }),
+        makeEvent("trip", "20260302080000",
+                  [](eventInfo& e) {
+                      e.eventTitle = "Flight to Lisbon with a very long title that cannot fit";
+                      e.eventContent =
+                          "Terminal 2, gate closes 40 minutes before departure. Passport, "
+                          "charger, the blue suitcase and the gift for Ana. Check in online the "
+                          "day before.";
+                      e.eventStartDateDay = 27;
+                      e.eventHaveMemoOrNot = true;
+                      e.eventColorString = "colorForUserSelection03";
+                  }),
+        makeEvent("moved", "20260110080000",
+                  [](eventInfo& e) {
+                      e.eventTitle = "Moved into the flat";
+                      e.eventStartDateYear = 2025;
+                      e.eventStartDateMonth = 9;
+                      e.eventStartDateDay = 1;
+                  }),
+        makeEvent("pills", "20260205080000",
+                  [](eventInfo& e) {
+                      e.eventTitle = "Vitamin D";
+                      e.eventType = 1;
+                      e.eventRepeatOrNot = true;
+                      e.eventHaveCustomizeInterval = true;
+                      e.eventDateWhenCustomizeRepeatTimes = 2;
+                      e.eventDateWhenEveryDayHour = 8;
+                      e.eventDateWhenEveryDayMin = 30;
+                      e.eventStartDateDay = 1;
+                      e.eventNotiOrNot = true;
+                      e.eventColorString = "colorForUserSelection02";
+                  }),
+        makeEvent("climbing", "20260206080000",
+                  [](eventInfo& e) {
+                      e.eventTitle = "Climbing";
+                      e.eventType = 2;
+                      e.eventRepeatOrNot = true;
+                      e.eventDateWhenEveryWeek = encodeDayListArchive({4, 1});
+                      e.eventStartDateMonth = 1;
+                      e.eventStartDateDay = 5;
+                      e.eventHaveEndDateOrNot = true;
+                      e.eventEndDateYear = 2026;
+                      e.eventEndDateMonth = 6;
+                      e.eventEndDateDay = 30;
+                      e.eventShareOrNot = true;
+                      e.eventColorString = "colorForUserSelection05";
+                  }),
+        makeEvent("rent", "20260207080000",
+                  [](eventInfo& e) {
+                      e.eventTitle = "Rent";
+                      e.eventType = 3;
+                      e.eventRepeatOrNot = true;
+                      e.eventDateWhenEveryMonth = encodeDayListArchive({31, 99});
+                      e.eventStartDateMonth = 1;
+                      e.eventStartDateDay = 31;
+                      e.eventStarOrNot = true;
+                  }),
+        makeEvent("course", "20260208080000",
+                  [](eventInfo& e) {
+                      e.eventTitle = "Evening course";
+                      e.eventType = 1;
+                      e.eventRepeatOrNot = true;
+                      e.eventDateWhenEveryDayHour = 19;
+                      e.eventStartDateMonth = 1;
+                      e.eventHaveEndDateOrNot = true;
+                      e.eventEndDateYear = 2026;
+                      e.eventEndDateMonth = 3;
+                      e.eventEndDateDay = 1;
+                  }),
+    };
+}
+
+/// The item named `name` under `root`, through the object tree and the visual tree (items that a
+/// Repeater makes have a visual parent only).
+QQuickItem* child(QObject* root, const QString& name) {
+    if (!root) {
+        return nullptr;
+    }
+    QList<QObject*> queue{root};
+    while (!queue.isEmpty()) {
+        QObject* next = queue.takeFirst();
+        if (next != root && next->objectName() == name) {
+            if (auto* item = qobject_cast<QQuickItem*>(next)) {
+                return item;
+            }
+        }
+        queue += next->children();
+        if (auto* item = qobject_cast<QQuickItem*>(next)) {
+            for (auto* c : item->childItems()) {
+                queue += c;
+            }
+        }
+    }
+    return nullptr;
+}
+
+/// Tallies the distinct colours of an image on a coarse grid: a blank page has one or two.
+int distinctColours(const QImage& image) {
+    QSet<QRgb> seen;
+    for (int y = 0; y < image.height(); y += 7) {
+        for (int x = 0; x < image.width(); x += 7) {
+            seen.insert(image.pixel(x, y));
+        }
+    }
+    return static_cast<int>(seen.size());
+}
+
+} // namespace
+
+class BrowsingTest : public QObject {
+    Q_OBJECT
+
+    std::unique_ptr<ScopedCalendarEnvironment> environment_;
+    std::unique_ptr<IsolatedStorage> storage_;
+    std::unique_ptr<FakeServices> services_;
+    std::unique_ptr<QQuickView> view_;
+
+    /// Shows `item` (QML text of one object, with the page's properties) on a 390 x 844 host
+    /// with the given theme; returns the object named "page".
+    QQuickItem* show(const QString& item, bool dark = false) {
+        view_ = std::make_unique<QQuickView>();
+        view_->setResizeMode(QQuickView::SizeRootObjectToView);
+        view_->resize(390, 844);
+        QQmlComponent component(view_->engine());
+        const QString host = QStringLiteral(R"(
+import QtQuick
+import QtQuick.Controls
+import QtQuick.Controls.Material
+Pane {
+    width: 390
+    height: 844
+    padding: 0
+    Material.theme: %1 ? Material.Dark : Material.Light
+    Material.accent: Material.Teal
+    %2
+}
+)")
+                                 .arg(dark ? "true" : "false", item);
+        component.setData(host.toUtf8(), QUrl(QStringLiteral("qrc:/qml/BrowsingTestHost.qml")));
+        if (component.isError()) {
+            qWarning() << component.errors();
+            return nullptr;
+        }
+        QObject* root = component.create();
+        if (!root) {
+            qWarning() << component.errors();
+            return nullptr;
+        }
+        view_->setContent(component.url(), &component, root);
+        view_->show();
+        if (!QTest::qWaitForWindowExposed(view_.get())) {
+            return nullptr;
+        }
+        return child(root, "page");
+    }
+
+    void click(QQuickItem* item) {
+        QVERIFY(item);
+        QVERIFY(item->isVisible());
+        const QPointF centre = item->mapToScene(QPointF(item->width() / 2, item->height() / 2));
+        QTest::mouseClick(view_.get(), Qt::LeftButton, {}, centre.toPoint());
+    }
+
+    QImage grab() {
+        QTest::qWait(350); // let animations settle
+        return view_->grabWindow();
+    }
+
+private slots:
+    void initTestCase() {
+        previousHandler = qInstallMessageHandler(recordWarnings);
+        environment_ = std::make_unique<ScopedCalendarEnvironment>(
+            fixedEnvironment("Europe/Berlin", "en_US", 2026, 3, 10, 10, 0));
+        installTranslations(*QCoreApplication::instance(), "en_US");
+        registerQmlTypes();
+    }
+
+    void init() {
+        storage_ = std::make_unique<IsolatedStorage>();
+        services_ = std::make_unique<FakeServices>();
+        std::lock_guard lock(warningsLock);
+        warnings.clear();
+    }
+
+    void cleanup() {
+        view_.reset();
+        services_.reset();
+        storage_.reset();
+        std::lock_guard lock(warningsLock);
+        QVERIFY2(warnings.isEmpty(), qPrintable(warnings.join('\n')));
+    }
+
+    void listModelFollowsStoreWrites() {
+        FilteredEventListModel model;
+        QCOMPARE(model.count(), 0);
+        QVERIFY(model.showEmptyBox());
+        QCOMPARE(model.kindMenuTitle(), QString("All events"));
+
+        store({makeEvent("old", "20260101000000"), makeEvent("new", "20260201000000")});
+        QTRY_COMPARE(model.eventIds(), (QStringList{"new", "old"}));
+        QVERIFY(!model.showEmptyBox());
+        QCOMPARE(model.data(model.index(0), FilteredEventListModel::EventIdRole).toString(),
+                 QString("new"));
+
+        // An edit that keeps the list as it is leaves the rows (and the scroll position) alone.
+        QSignalSpy resets(&model, &QAbstractItemModel::modelReset);
+        QSignalSpy rowsChanged(&model, &FilteredEventListModel::rowsChanged);
+        store({makeEvent("new", "20260201000000", [](eventInfo& e) { e.eventTitle = "Edited"; })});
+        QTRY_COMPARE(rowsChanged.count(), 1);
+        QCOMPARE(resets.count(), 0);
+
+        removeEvent("new");
+        QTRY_COMPARE(model.eventIds(), QStringList{"old"});
+        QCOMPARE(resets.count(), 1);
+        removeEvent("old");
+        QTRY_VERIFY(model.showEmptyBox());
+    }
+
+    void listModelFollowsFilterSettings() {
+        store({makeEvent("plain", "1"),
+               makeEvent("starred", "2",
+                         [](eventInfo& e) {
+                             e.eventStarOrNot = true;
+                             e.eventColorString = "colorForUserSelection02";
+                         }),
+               makeEvent("ended", "3", [](eventInfo& e) {
+                   e.eventRepeatOrNot = true;
+                   e.eventType = 1;
+                   e.eventHaveEndDateOrNot = true;
+                   e.eventEndDateYear = 2026;
+                   e.eventEndDateMonth = 3;
+                   e.eventEndDateDay = 1;
+               })});
+        FilteredEventListModel model;
+        QCOMPARE(model.eventIds(), (QStringList{"ended", "starred", "plain"}));
+
+        Setting<std::int64_t> kind{"TL_UIOptions_showWhichKindEventSelection", 9};
+        Setting<std::string> colour{"ALL_APP_filterSelectionFromUserForColorString", "-"};
+        Setting<bool> showEnded{"TL_UIOptions_timelineViewShowEndEventOrNot", true};
+
+        kind = 3;
+        QTRY_COMPARE(model.eventIds(), QStringList{"starred"});
+        QCOMPARE(model.kindMenuTitle(), QString("Starred"));
+        kind = 9;
+        colour = std::string();
+        QTRY_COMPARE(model.eventIds(), (QStringList{"ended", "plain"}));
+        showEnded = false;
+        QTRY_COMPARE(model.eventIds(), QStringList{"plain"});
+        kind = 1; // only the ended event: no row, and no box either
+        QTRY_COMPARE(model.showWhichKindEventSelection(), 1);
+        QCOMPARE(model.count(), 0);
+        QVERIFY(!model.showEmptyBox());
+        kind = 7;
+        QTRY_COMPARE(model.showWhichKindEventSelection(), 7);
+        QCOMPARE(model.kindMenuTitle(), QString());
+        QVERIFY(model.showEmptyBox());
+    }
+
+    void rowModelFollowsEditsAndDeletion() {
+        store({makeEvent("x", "1")});
+        EventRowModel row;
+        QSignalSpy changed(&row, &EventRowModel::changed);
+        row.setEventId("x");
+        QVERIFY(row.exists());
+        QCOMPARE(row.title(), QString("x"));
+        QCOMPARE(row.dayCountText(), QString("Today"));
+
+        store({makeEvent("x", "1", [](eventInfo& e) {
+            e.eventTitle = "Renamed";
+            e.eventStartDateDay = 12;
+        })});
+        QTRY_COMPARE(row.title(), QString("Renamed"));
+        QCOMPARE(row.dayCountText(), QString("2 days"));
+
+        removeEvent("x");
+        QTRY_VERIFY(!row.exists());
+        QCOMPARE(row.title(), QString());
+
+        row.setEventId("unknown");
+        QVERIFY(!row.exists());
+    }
+
+    void rowShowsTheEventAndEmitsItsRequests() {
+        store({makeEvent("full", "1",
+                         [](eventInfo& e) {
+                             e.eventTitle = "Climbing";
+                             e.eventType = 2;
+                             e.eventRepeatOrNot = true;
+                             e.eventDateWhenEveryWeek = encodeDayListArchive({4, 1});
+                             e.eventStarOrNot = e.eventNotiOrNot = e.eventShareOrNot = true;
+                             e.eventHaveMemoOrNot = true;
+                             e.eventColorString = "colorForUserSelection05";
+                         }),
+               makeEvent("bare", "2")});
+        auto* page = show(R"(ListRowViewForTimeline { objectName: "page"; x: 16; y: 16;
+                                width: 358; eventId: "full" })");
+        QVERIFY(page);
+        QCOMPARE(child(page, "title")->property("text").toString(), QString("Climbing"));
+        QVERIFY(child(page, "colorMark")->isVisible());
+        QCOMPARE(child(page, "symbols")->property("count").toInt(), 4);
+        QVERIFY(!child(page, "content")->isVisible());
+        QVERIFY(!child(page, "dayCount")->isVisible());
+        QCOMPARE(child(page, "dates")->property("text").toString(), QString("2026-03-10 ~ ∞"));
+
+        QSignalSpy memo(page, SIGNAL(memoRequested(QString)));
+        QSignalSpy edit(page, SIGNAL(editRequested(QString)));
+        QSignalSpy share(page, SIGNAL(shareRequested(QString)));
+        QSignalSpy card(page, SIGNAL(cardRequested(QString)));
+        click(child(page, "memoButton"));
+        click(child(page, "editButton"));
+        click(child(page, "shareButton"));
+        click(child(page, "title"));
+        QCOMPARE(memo.count(), 1);
+        QCOMPARE(edit.count(), 1);
+        QCOMPARE(share.count(), 1);
+        QCOMPARE(card.count(), 1);
+        QCOMPARE(edit.at(0).at(0).toString(), QString("full"));
+        QCOMPARE(card.at(0).at(0).toString(), QString("full"));
+
+        QVERIFY(!page->property("showMoreDetailToggle").toBool());
+        click(child(page, "detailsToggle"));
+        QVERIFY(page->property("showMoreDetailToggle").toBool());
+        QTRY_VERIFY(child(page, "details")->height() > 10);
+        QCOMPARE(child(page, "detailsText")->property("text").toString(),
+                 QString("Every week: Mon Thu"));
+
+        page->setProperty("eventId", "bare");
+        QVERIFY(!child(page, "memoButton")->isVisible());
+        QVERIFY(!child(page, "colorMark")->isVisible());
+        QVERIFY(!child(page, "detailsToggle")->isVisible());
+        QCOMPARE(child(page, "dayCountUnit")->property("text").toString(), QString("Today"));
+
+        removeEvent("bare");
+        QTRY_VERIFY(!page->isVisible());
+        QCOMPARE(page->implicitHeight(), 0.0);
+    }
+
+    void timelineClearsRemindersAndShowsTheBox() {
+        auto* page = show(R"(TimelineView { objectName: "page"; anchors.fill: parent })");
+        QVERIFY(page);
+        QCOMPARE(std::count(services_->log->begin(), services_->log->end(), "noti remove all"), 1L);
+        QCOMPARE(child(page, "kindMenuTitle")->property("text").toString(), QString("All events"));
+        QTRY_VERIFY(child(page, "emptyBox") && child(page, "emptyBox")->isVisible());
+
+        QSignalSpy nextDays(page, SIGNAL(nextFewDaysRequested()));
+        click(child(page, "nextFewDaysLink"));
+        QCOMPARE(nextDays.count(), 1);
+
+        store({makeEvent("a", "1")});
+        QTRY_VERIFY(!child(page, "emptyBox")->isVisible());
+        QTRY_COMPARE(page->property("rows").value<QObject*>()->property("count").toInt(), 1);
+
+        page->setVisible(false);
+        page->setVisible(true);
+        QCOMPARE(std::count(services_->log->begin(), services_->log->end(), "noti remove all"), 2L);
+    }
+
+    void listPageResetsTheKindOnAppearance() {
+        Setting<std::int64_t> kind{"TL_UIOptions_showWhichKindEventSelection", 9};
+        kind = 3;
+        store({makeEvent("a", "1"), makeEvent("b", "2")});
+        auto* page = show(R"(EventListPage { objectName: "page"; anchors.fill: parent })");
+        QVERIFY(page);
+        QCOMPARE(kind.get(), std::int64_t(9));
+        auto* rows = page->property("rows").value<QObject*>();
+        QTRY_COMPARE(rows->property("count").toInt(), 2);
+
+        kind = 3;
+        QTRY_COMPARE(rows->property("count").toInt(), 0);
+        page->setVisible(false);
+        page->setVisible(true);
+        QCOMPARE(kind.get(), std::int64_t(9));
+        QTRY_COMPARE(rows->property("count").toInt(), 2);
+    }
+
+    void filterPageWritesTheSettings() {
+        store({makeEvent("plain", "1"), makeEvent("red", "2", [](eventInfo& e) {
+                   e.eventColorString = "colorForUserSelection01";
+                   e.eventStarOrNot = true;
+               })});
+        FilteredEventListModel model;
+        Setting<std::int64_t> kind{"TL_UIOptions_showWhichKindEventSelection", 9};
+        Setting<std::string> colour{"ALL_APP_filterSelectionFromUserForColorString", "-"};
+        Setting<bool> showEnded{"TL_UIOptions_timelineViewShowEndEventOrNot", true};
+        Setting<bool> light{"colorSchemeSetToAlwaysLight", false};
+        Setting<bool> dark{"colorSchemeSetToAlwaysDark", false};
+        Setting<bool> system{"colorSchemeSetToFollowSystem", false};
+        Setting<Theme> theme{"APP_UI_systemColorTheme", Theme::systemDefault};
+
+        auto* page = show(R"(ChangeFilterContentPageForTimelineView { objectName: "page";
+                                anchors.fill: parent })");
+        QVERIFY(page);
+        QCOMPARE(child(page, "navigationTitle")->property("text").toString(), QString("Filter"));
+        QVERIFY(child(child(page, "kindRow9"), "checkmark")->isVisible());
+
+        click(child(page, "kindRow3"));
+        QCOMPARE(kind.get(), std::int64_t(3));
+        QTRY_COMPARE(model.eventIds(), QStringList{"red"});
+        QTRY_VERIFY(child(child(page, "kindRow3"), "checkmark")->isVisible());
+        QVERIFY(!child(child(page, "kindRow9"), "checkmark")->isVisible());
+        click(child(page, "kindRow9"));
+        QCOMPARE(kind.get(), std::int64_t(9));
+
+        click(child(page, "showEndedFalse"));
+        QCOMPARE(showEnded.get(), false);
+        click(child(page, "showEndedTrue"));
+        QCOMPARE(showEnded.get(), true);
+
+        click(child(page, "colourCellNone"));
+        QCOMPARE(colour.get(), std::string());
+        QTRY_COMPARE(model.eventIds(), QStringList{"plain"});
+        click(child(page, "colourCell0"));
+        QCOMPARE(colour.get(), std::string("colorForUserSelection01"));
+        QTRY_COMPARE(model.eventIds(), QStringList{"red"});
+        click(child(page, "colourCell0"));
+        QCOMPARE(colour.get(), std::string("-"));
+        QTRY_COMPARE(model.eventIds(), (QStringList{"red", "plain"}));
+
+        click(child(page, "schemeCell1"));
+        QVERIFY(dark.get() && !light.get() && !system.get());
+        QCOMPARE(theme.get(), Theme::dark);
+        QTRY_VERIFY(child(child(page, "schemeCell1"), "checkmark")->isVisible());
+        click(child(page, "schemeCell0"));
+        QVERIFY(light.get() && !dark.get() && !system.get());
+        QCOMPARE(theme.get(), Theme::light);
+        click(child(page, "schemeCell2"));
+        QVERIFY(system.get() && !light.get() && !dark.get());
+        QCOMPARE(theme.get(), Theme::systemDefault);
+    }
+
+    void timelineKindMenuWritesTheKind() {
+        Setting<std::int64_t> kind{"TL_UIOptions_showWhichKindEventSelection", 9};
+        auto* page = show(R"(TimelineView { objectName: "page"; anchors.fill: parent })");
+        QVERIFY(page);
+        auto* menu = page->findChild<QObject*>("kindMenu");
+        QVERIFY(menu);
+        for (int value : {3, 0, 3}) {
+            click(child(page, "kindMenuButton"));
+            QTRY_VERIFY(menu->property("opened").toBool());
+            auto* item = child(menu->property("contentItem").value<QObject*>(),
+                               QStringLiteral("kindMenuItem%1").arg(value));
+            QVERIFY(item);
+            click(item);
+            QCOMPARE(kind.get(), std::int64_t(value));
+            QTRY_VERIFY(item->property("checked").toBool());
+        }
+        QTRY_COMPARE(child(page, "kindMenuTitle")->property("text").toString(), QString("Starred"));
+    }
+
+    void timelineFilterButtonOpensThePopup() {
+        auto* page = show(R"(TimelineView { objectName: "page"; anchors.fill: parent })");
+        QVERIFY(page);
+        auto* popup = page->findChild<QObject*>("filterSettingPopupForMainView");
+        QVERIFY(popup);
+        QVERIFY(!popup->property("visible").toBool());
+        click(child(page, "filterButton"));
+        QTRY_VERIFY(popup->property("opened").toBool());
+    }
+
+    void renderEveryPage_data() {
+        QTest::addColumn<QString>("name");
+        QTest::addColumn<QString>("item");
+        QTest::addColumn<bool>("popup");
+        QTest::newRow("timeline") << "timeline"
+                                  << R"(TimelineView { objectName: "page"; anchors.fill: parent })"
+                                  << false;
+        QTest::newRow("eventList")
+            << "eventList"
+            << R"(EventListPage { objectName: "page"; anchors.fill: parent })" << false;
+        QTest::newRow("filterPage")
+            << "filterPage"
+            << R"(ChangeFilterContentPageForTimelineView { objectName: "page"; anchors.fill: parent })"
+            << false;
+        QTest::newRow("filterPopup")
+            << "filterPopup"
+            << R"(TimelineView { objectName: "page"; anchors.fill: parent })" << true;
+        QTest::newRow("rowDetails")
+            << "rowDetails"
+            << R"(Flickable { anchors.fill: parent; contentHeight: col.height + 32
+                Column { id: col; x: 16; y: 16; width: parent.width - 32; spacing: 12
+                  Repeater { model: ["climbing", "rent", "pills", "birthday", "trip"]
+                    ListRowViewForTimeline { required property string modelData;
+                      width: parent.width; eventId: modelData; showMoreDetailToggle: true } } }
+                Item { objectName: "page" } })"
+            << false;
+    }
+
+    void renderEveryPage() {
+        QFETCH(QString, name);
+        QFETCH(QString, item);
+        QFETCH(bool, popup);
+        store(seededEvents());
+        const QString outDir = qEnvironmentVariable("TIDEMARK_BROWSING_RENDER_DIR");
+        for (const char* locale : {"en_US", "zh_CN"}) {
+            ScopedCalendarEnvironment place(
+                fixedEnvironment("Europe/Berlin", locale, 2026, 3, 10, 10, 0));
+            installTranslations(*QCoreApplication::instance(), locale);
+            for (bool dark : {false, true}) {
+                auto* page = show(item, dark);
+                QVERIFY(page);
+                if (popup) {
+                    click(child(page, "filterButton"));
+                }
+                const QImage image = grab();
+                QVERIFY(distinctColours(image) > 8);
+                if (!outDir.isEmpty()) {
+                    QDir().mkpath(outDir);
+                    QVERIFY(image.save(QStringLiteral("%1/%2-%3-%4.png")
+                                           .arg(outDir, name, locale, dark ? "dark" : "light")));
+                }
+            }
+        }
+        installTranslations(*QCoreApplication::instance(), "en_US");
+    }
+};
+
+QTEST_MAIN(BrowsingTest)
+#include "test_browsing.moc"
