@@ -3,9 +3,53 @@
 <TS version="2.1" language="en">
 <context>
     <name>Localizable</name>
+    <message id="allColorsHintStringAtFilterPage">
+        <source>Tap the chosen colour again to show every colour</source>
+        <translation>Tap the chosen colour again to show every colour</translation>
+    </message>
+    <message id="alwaysDarkStringAtFilterPage">
+        <source>Dark</source>
+        <translation>Dark</translation>
+    </message>
+    <message id="alwaysLightStringAtFilterPage">
+        <source>Light</source>
+        <translation>Light</translation>
+    </message>
     <message id="appDisplayName">
         <source>Tide Mark</source>
         <translation>Tide Mark</translation>
+    </message>
+    <message id="appearanceSectionTitleStringAtFilterPage">
+        <source>Appearance</source>
+        <translation>Appearance</translation>
+    </message>
+    <message id="colorSectionTitleStringAtFilterPage">
+        <source>Colour</source>
+        <translation>Colour</translation>
+    </message>
+    <message id="customizeIntervalStringBeforeNum">
+        <source>Every </source>
+        <translation>Every </translation>
+    </message>
+    <message id="customizeStringAfterNumByDay">
+        <source> days</source>
+        <translation> days</translation>
+    </message>
+    <message id="customizeStringAfterNumByMonth">
+        <source> months</source>
+        <translation> months</translation>
+    </message>
+    <message id="customizeStringAfterNumByWeek">
+        <source> weeks</source>
+        <translation> weeks</translation>
+    </message>
+    <message id="customizeStringAfterNumByYear">
+        <source> years</source>
+        <translation> years</translation>
+    </message>
+    <message id="endEventSectionTitleStringAtFilterPage">
+        <source>Ended events</source>
+        <translation>Ended events</translation>
     </message>
     <message id="eventInfoAtOnboardPageContentString">
         <source>A sample event: Tide Mark counts the days until the new year begins.</source>
@@ -15,9 +59,61 @@
         <source>New Year's Day</source>
         <translation>New Year's Day</translation>
     </message>
-    <message id="eventsTodayCountString">
-        <source>%1 events on this day</source>
-        <translation>%1 events on this day</translation>
+    <message id="filterContentPageNavigationTitleStringAtFilterPage">
+        <source>Filter</source>
+        <translation>Filter</translation>
+    </message>
+    <message id="followSystemStringAtFilterPage">
+        <source>System</source>
+        <translation>System</translation>
+    </message>
+    <message id="kindSectionTitleStringAtFilterPage">
+        <source>Show</source>
+        <translation>Show</translation>
+    </message>
+    <message id="menuButtonForTimelineViewShowEndEventOrNotFalseButtonString">
+        <source>Hide ended events</source>
+        <translation>Hide ended events</translation>
+    </message>
+    <message id="menuButtonForTimelineViewShowEndEventOrNotTrueButtonString">
+        <source>Show ended events</source>
+        <translation>Show ended events</translation>
+    </message>
+    <message id="menuShowAllEventStringForTimelineView">
+        <source>All events</source>
+        <translation>All events</translation>
+    </message>
+    <message id="menuShowNotRepeatEventStringForTimelineView">
+        <source>One-off events</source>
+        <translation>One-off events</translation>
+    </message>
+    <message id="menuShowRepeatType1EventStringForTimelineView">
+        <source>Repeating events</source>
+        <translation>Repeating events</translation>
+    </message>
+    <message id="menuShowRepeatType2EventStringForTimelineView">
+        <source>Custom intervals</source>
+        <translation>Custom intervals</translation>
+    </message>
+    <message id="menuShowStarEventStringForTimelineView">
+        <source>Starred</source>
+        <translation>Starred</translation>
+    </message>
+    <message id="monthSelectionNo99ForLastDayStringAtExplanation">
+        <source>last day</source>
+        <translation>last day</translation>
+    </message>
+    <message id="newEventFormComingString">
+        <source>Adding events arrives in the next version.</source>
+        <translation>Adding events arrives in the next version.</translation>
+    </message>
+    <message id="nextDateLabelStringForListRowViewForTimeline">
+        <source>Next: </source>
+        <translation>Next: </translation>
+    </message>
+    <message id="nextFewDaysEventViewNaviLinkStringBigTitleAtBrandNewMainView">
+        <source>Next few days</source>
+        <translation>Next few days</translation>
     </message>
     <message id="nextWeek1StringAtComputeFuncPageForNextEventDate">
         <source>Next Monday</source>
@@ -43,6 +139,10 @@
         <source>Next Saturday</source>
         <translation>Next Saturday</translation>
     </message>
+    <message id="noColorStringAtFilterPage">
+        <source>No colour</source>
+        <translation>No colour</translation>
+    </message>
     <message id="noEventForTodayString">
         <source>No events on this day</source>
         <translation>No events on this day</translation>
@@ -51,6 +151,10 @@
         <source>No events yet</source>
         <translation>No events yet</translation>
     </message>
+    <message id="notiObjectsCountZero">
+        <source>Nothing here yet</source>
+        <translation>Nothing here yet</translation>
+    </message>
     <message id="onboardPageString01">
         <source>Welcome to Tide Mark</source>
         <translation>Welcome to Tide Mark</translation>
@@ -58,6 +162,34 @@
     <message id="onboardPageString02">
         <source>Keep your dates, anniversaries and repeating events here, and see at a glance how many days remain.</source>
         <translation>Keep your dates, anniversaries and repeating events here, and see at a glance how many days remain.</translation>
+    </message>
+    <message id="settingsComingString">
+        <source>Settings arrive in a later version.</source>
+        <translation>Settings arrive in a later version.</translation>
+    </message>
+    <message id="stringForRepeatSettingExplanationEventDayTextAfterNum">
+        <source> · </source>
+        <translation> · </translation>
+    </message>
+    <message id="textForDayStringForListRowViewForTimeline">
+        <source> days</source>
+        <translation> days</translation>
+    </message>
+    <message id="textForEveryDayStringForListRowViewForTimeline">
+        <source>Every day</source>
+        <translation>Every day</translation>
+    </message>
+    <message id="textForEveryMonthStringForListRowViewForTimeline">
+        <source>Every month</source>
+        <translation>Every month</translation>
+    </message>
+    <message id="textForEveryWeekStringForListRowViewForTimeline">
+        <source>Every week</source>
+        <translation>Every week</translation>
+    </message>
+    <message id="textForEveryYearStringForListRowViewForTimeline">
+        <source>Every year</source>
+        <translation>Every year</translation>
     </message>
     <message id="thisWeek3StringAtComputeFuncPageForNextEventDate">
         <source>This Wednesday</source>
@@ -83,9 +215,41 @@
         <source>Today</source>
         <translation>Today</translation>
     </message>
+    <message id="todayTextForDayCountStringForListRowViewForTimeline">
+        <source>Today</source>
+        <translation>Today</translation>
+    </message>
     <message id="tomorrowStringAtComputeFuncPageForNextEventDate">
         <source>Tomorrow</source>
         <translation>Tomorrow</translation>
+    </message>
+    <message id="weekStringForListRowViewForTimeline01">
+        <source>Mon</source>
+        <translation>Mon</translation>
+    </message>
+    <message id="weekStringForListRowViewForTimeline02">
+        <source>Tue</source>
+        <translation>Tue</translation>
+    </message>
+    <message id="weekStringForListRowViewForTimeline03">
+        <source>Wed</source>
+        <translation>Wed</translation>
+    </message>
+    <message id="weekStringForListRowViewForTimeline04">
+        <source>Thu</source>
+        <translation>Thu</translation>
+    </message>
+    <message id="weekStringForListRowViewForTimeline05">
+        <source>Fri</source>
+        <translation>Fri</translation>
+    </message>
+    <message id="weekStringForListRowViewForTimeline06">
+        <source>Sat</source>
+        <translation>Sat</translation>
+    </message>
+    <message id="weekStringForListRowViewForTimeline07">
+        <source>Sun</source>
+        <translation>Sun</translation>
     </message>
 </context>
 </TS>

@@ -3,9 +3,53 @@
 <TS version="2.1" language="zh_CN">
 <context>
     <name>Localizable</name>
+    <message id="allColorsHintStringAtFilterPage">
+        <source>Tap the chosen colour again to show every colour</source>
+        <translation>再次点击已选颜色即可显示全部颜色</translation>
+    </message>
+    <message id="alwaysDarkStringAtFilterPage">
+        <source>Dark</source>
+        <translation>深色</translation>
+    </message>
+    <message id="alwaysLightStringAtFilterPage">
+        <source>Light</source>
+        <translation>浅色</translation>
+    </message>
     <message id="appDisplayName">
         <source>Tide Mark</source>
         <translation>潮记</translation>
+    </message>
+    <message id="appearanceSectionTitleStringAtFilterPage">
+        <source>Appearance</source>
+        <translation>外观</translation>
+    </message>
+    <message id="colorSectionTitleStringAtFilterPage">
+        <source>Colour</source>
+        <translation>颜色</translation>
+    </message>
+    <message id="customizeIntervalStringBeforeNum">
+        <source>Every </source>
+        <translation>每</translation>
+    </message>
+    <message id="customizeStringAfterNumByDay">
+        <source> days</source>
+        <translation>天</translation>
+    </message>
+    <message id="customizeStringAfterNumByMonth">
+        <source> months</source>
+        <translation>个月</translation>
+    </message>
+    <message id="customizeStringAfterNumByWeek">
+        <source> weeks</source>
+        <translation>周</translation>
+    </message>
+    <message id="customizeStringAfterNumByYear">
+        <source> years</source>
+        <translation>年</translation>
+    </message>
+    <message id="endEventSectionTitleStringAtFilterPage">
+        <source>Ended events</source>
+        <translation>已结束的事件</translation>
     </message>
     <message id="eventInfoAtOnboardPageContentString">
         <source>A sample event: Tide Mark counts the days until the new year begins.</source>
@@ -15,9 +59,61 @@
         <source>New Year's Day</source>
         <translation>元旦</translation>
     </message>
-    <message id="eventsTodayCountString">
-        <source>%1 events on this day</source>
-        <translation>这一天有 %1 个事件</translation>
+    <message id="filterContentPageNavigationTitleStringAtFilterPage">
+        <source>Filter</source>
+        <translation>筛选</translation>
+    </message>
+    <message id="followSystemStringAtFilterPage">
+        <source>System</source>
+        <translation>跟随系统</translation>
+    </message>
+    <message id="kindSectionTitleStringAtFilterPage">
+        <source>Show</source>
+        <translation>显示</translation>
+    </message>
+    <message id="menuButtonForTimelineViewShowEndEventOrNotFalseButtonString">
+        <source>Hide ended events</source>
+        <translation>隐藏已结束的事件</translation>
+    </message>
+    <message id="menuButtonForTimelineViewShowEndEventOrNotTrueButtonString">
+        <source>Show ended events</source>
+        <translation>显示已结束的事件</translation>
+    </message>
+    <message id="menuShowAllEventStringForTimelineView">
+        <source>All events</source>
+        <translation>全部事件</translation>
+    </message>
+    <message id="menuShowNotRepeatEventStringForTimelineView">
+        <source>One-off events</source>
+        <translation>单次事件</translation>
+    </message>
+    <message id="menuShowRepeatType1EventStringForTimelineView">
+        <source>Repeating events</source>
+        <translation>重复事件</translation>
+    </message>
+    <message id="menuShowRepeatType2EventStringForTimelineView">
+        <source>Custom intervals</source>
+        <translation>自定义间隔</translation>
+    </message>
+    <message id="menuShowStarEventStringForTimelineView">
+        <source>Starred</source>
+        <translation>星标事件</translation>
+    </message>
+    <message id="monthSelectionNo99ForLastDayStringAtExplanation">
+        <source>last day</source>
+        <translation>最后一天</translation>
+    </message>
+    <message id="newEventFormComingString">
+        <source>Adding events arrives in the next version.</source>
+        <translation>添加事件的功能将在下一个版本中推出。</translation>
+    </message>
+    <message id="nextDateLabelStringForListRowViewForTimeline">
+        <source>Next: </source>
+        <translation>下次：</translation>
+    </message>
+    <message id="nextFewDaysEventViewNaviLinkStringBigTitleAtBrandNewMainView">
+        <source>Next few days</source>
+        <translation>最近几天</translation>
     </message>
     <message id="nextWeek1StringAtComputeFuncPageForNextEventDate">
         <source>Next Monday</source>
@@ -43,6 +139,10 @@
         <source>Next Saturday</source>
         <translation>下周六</translation>
     </message>
+    <message id="noColorStringAtFilterPage">
+        <source>No colour</source>
+        <translation>无颜色</translation>
+    </message>
     <message id="noEventForTodayString">
         <source>No events on this day</source>
         <translation>这一天没有事件</translation>
@@ -51,6 +151,10 @@
         <source>No events yet</source>
         <translation>还没有事件</translation>
     </message>
+    <message id="notiObjectsCountZero">
+        <source>Nothing here yet</source>
+        <translation>这里还没有事件</translation>
+    </message>
     <message id="onboardPageString01">
         <source>Welcome to Tide Mark</source>
         <translation>欢迎使用潮记</translation>
@@ -58,6 +162,34 @@
     <message id="onboardPageString02">
         <source>Keep your dates, anniversaries and repeating events here, and see at a glance how many days remain.</source>
         <translation>在这里记下日期、纪念日和重复事件，一眼看到还剩多少天。</translation>
+    </message>
+    <message id="settingsComingString">
+        <source>Settings arrive in a later version.</source>
+        <translation>设置将在后续版本中推出。</translation>
+    </message>
+    <message id="stringForRepeatSettingExplanationEventDayTextAfterNum">
+        <source> · </source>
+        <translation>日 </translation>
+    </message>
+    <message id="textForDayStringForListRowViewForTimeline">
+        <source> days</source>
+        <translation>天</translation>
+    </message>
+    <message id="textForEveryDayStringForListRowViewForTimeline">
+        <source>Every day</source>
+        <translation>每天</translation>
+    </message>
+    <message id="textForEveryMonthStringForListRowViewForTimeline">
+        <source>Every month</source>
+        <translation>每月</translation>
+    </message>
+    <message id="textForEveryWeekStringForListRowViewForTimeline">
+        <source>Every week</source>
+        <translation>每周</translation>
+    </message>
+    <message id="textForEveryYearStringForListRowViewForTimeline">
+        <source>Every year</source>
+        <translation>每年</translation>
     </message>
     <message id="thisWeek3StringAtComputeFuncPageForNextEventDate">
         <source>This Wednesday</source>
@@ -83,9 +215,41 @@
         <source>Today</source>
         <translation>今天</translation>
     </message>
+    <message id="todayTextForDayCountStringForListRowViewForTimeline">
+        <source>Today</source>
+        <translation>今天</translation>
+    </message>
     <message id="tomorrowStringAtComputeFuncPageForNextEventDate">
         <source>Tomorrow</source>
         <translation>明天</translation>
+    </message>
+    <message id="weekStringForListRowViewForTimeline01">
+        <source>Mon</source>
+        <translation>周一</translation>
+    </message>
+    <message id="weekStringForListRowViewForTimeline02">
+        <source>Tue</source>
+        <translation>周二</translation>
+    </message>
+    <message id="weekStringForListRowViewForTimeline03">
+        <source>Wed</source>
+        <translation>周三</translation>
+    </message>
+    <message id="weekStringForListRowViewForTimeline04">
+        <source>Thu</source>
+        <translation>周四</translation>
+    </message>
+    <message id="weekStringForListRowViewForTimeline05">
+        <source>Fri</source>
+        <translation>周五</translation>
+    </message>
+    <message id="weekStringForListRowViewForTimeline06">
+        <source>Sat</source>
+        <translation>周六</translation>
+    </message>
+    <message id="weekStringForListRowViewForTimeline07">
+        <source>Sun</source>
+        <translation>周日</translation>
     </message>
 </context>
 </TS>

@@ -28,8 +28,14 @@ std::optional<LaunchOptions> parseLaunchOptions(const QStringList& arguments, QS
         QStringLiteral("screenshot"),
         QStringLiteral("Save the window as a PNG picture once it has drawn, then quit."),
         QStringLiteral("file"));
-    parser.addOptions(
-        {nowOption, zoneOption, localeOption, weekOption, quitOption, screenshotOption});
+    const QCommandLineOption screenshotDirOption(
+        QStringLiteral("screenshot-dir"),
+        QStringLiteral("Save every page, light and dark, as PNG pictures in a folder, then quit."),
+        QStringLiteral("folder"));
+    parser.addOptions({nowOption, zoneOption, localeOption, weekOption, quitOption,
+                       screenshotOption, screenshotDirOption});
+    parser.addPositionalArgument(QStringLiteral("url"),
+                                 QStringLiteral("A tidemark: URL to open (optional)."));
     if (!parser.parse(arguments)) {
         *error = parser.errorText();
         return std::nullopt;
@@ -42,6 +48,14 @@ std::optional<LaunchOptions> parseLaunchOptions(const QStringList& arguments, QS
     LaunchOptions options;
     options.quitAfterFirstFrame = parser.isSet(quitOption);
     options.screenshotPath = parser.value(screenshotOption);
+    options.screenshotDir = parser.value(screenshotDirOption);
+    for (const auto& argument : parser.positionalArguments()) {
+        if (!argument.startsWith(QStringLiteral("tidemark:"), Qt::CaseInsensitive)) {
+            *error = QStringLiteral("Not a tidemark: URL: %1").arg(argument);
+            return std::nullopt;
+        }
+        options.url = argument;
+    }
     options.environment.timeZoneId = parser.value(zoneOption).toStdString();
     options.environment.localeId = parser.value(localeOption).toStdString();
     if (parser.isSet(weekOption)) {

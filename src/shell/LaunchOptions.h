@@ -15,6 +15,10 @@ struct LaunchOptions {
     bool quitAfterFirstFrame = false;
     /// Where to save a picture of the window once it has drawn (then the app quits); empty: none.
     QString screenshotPath;
+    /// Where to save pictures of every page, light and dark (then the app quits); empty: none.
+    QString screenshotDir;
+    /// The tidemark: URL the app was opened with, or "".
+    QString url;
 };
 
 /// Parses the arguments (argv[0] first). On bad input returns nothing and sets `error` to a

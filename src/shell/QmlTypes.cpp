@@ -1,8 +1,9 @@
 #include "shell/QmlTypes.h"
 
+#include "browsing/BrowsingTypes.h"
 #include "shell/AppStorage.h"
 #include "shell/CalendarPage.h"
-#include "shell/EventListModel.h"
+#include "toolkit/ToolkitTypes.h"
 
 #include <QtQml>
 
@@ -10,9 +11,10 @@ namespace tidemark {
 
 void registerQmlTypes() {
     qmlRegisterType<AppStorage>("TideMark", 1, 0, "AppStorage");
-    qmlRegisterType<EventListModel>("TideMark", 1, 0, "EventListModel");
     qmlRegisterUncreatableType<CalendarPage>("TideMark", 1, 0, "CalendarPage",
                                              "made by the app for its window");
+    registerToolkitTypes();
+    registerBrowsingTypes();
 }
 
 } // namespace tidemark

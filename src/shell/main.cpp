@@ -2,6 +2,8 @@
 #include "base/Localize.h"
 #include "platform/linux/DBusWidgetCenter.h"
 #include "shell/LaunchOptions.h"
+#include "shell/Screenshots.h"
+#include "shell/SingleInstance.h"
 #include "shell/Translations.h"
 #include "shell/tideMarkApp.h"
 
@@ -24,6 +26,15 @@ int main(int argc, char* argv[]) {
         std::fprintf(stderr, "%s\n", qPrintable(error));
         return error.contains(QStringLiteral("Usage:")) ? 0 : 2;
     }
+    // One app per session: a second start hands its request to the first and ends. Pictures
+    // are taken by a process of their own, whatever else runs.
+    tidemark::SingleInstance instance;
+    const bool takesPictures =
+        !options->screenshotPath.isEmpty() || !options->screenshotDir.isEmpty();
+    if (!takesPictures &&
+        instance.claim(options->url) == tidemark::SingleInstance::Outcome::handedOver) {
+        return 0;
+    }
     tidemark::setCalendarEnvironment(options->environment);
     tidemark::installTranslations(app, options->environment.localeId);
     tidemark::setWidgetCenter(std::make_shared<tidemark::DBusWidgetCenter>());
@@ -35,7 +46,33 @@ int main(int argc, char* argv[]) {
         return 1;
     }
     auto* window = qobject_cast<QQuickWindow*>(engine.rootObjects().first());
-    if (window && !options->screenshotPath.isEmpty()) {
+    QObject::connect(&instance, &tidemark::SingleInstance::urlOpened, tideMark.haptics(),
+                     &tidemark::Haptics::impact);
+    if (window) {
+        QObject::connect(&instance, &tidemark::SingleInstance::activateRequested, window, [window] {
+            window->show();
+            window->raise();
+            window->requestActivate();
+        });
+    }
+    if (!options->url.isEmpty()) {
+        tideMark.haptics()->impact();
+    }
+    if (window && !options->screenshotDir.isEmpty()) {
+        const QString folder = options->screenshotDir;
+        QObject::connect(
+            window, &QQuickWindow::frameSwapped, &app,
+            [window, folder] {
+                tidemark::savePagePictures(window, folder, [folder](bool saved) {
+                    if (!saved) {
+                        std::fprintf(stderr, "Could not save the pictures to %s\n",
+                                     qPrintable(folder));
+                    }
+                    QCoreApplication::exit(saved ? 0 : 1);
+                });
+            },
+            Qt::SingleShotConnection);
+    } else if (window && !options->screenshotPath.isEmpty()) {
         // Give the first appearance's queued work a moment to land before the picture is taken.
         const QString path = options->screenshotPath;
         QObject::connect(

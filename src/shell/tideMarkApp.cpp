@@ -2,9 +2,9 @@
 
 #include "platform/linux/QtDispatcher.h"
 #include "shell/CalendarPage.h"
-#include "shell/EventListModel.h"
 #include "shell/QmlTypes.h"
 
+#include <QFile>
 #include <QQmlApplicationEngine>
 #include <QQmlContext>
 #include <QtQml>
@@ -37,11 +37,16 @@ QString tideMarkApp::preferredColorScheme() const {
     return {};
 }
 
+bool tideMarkApp::hasQmlFile(const QString& fileName) const {
+    return QFile::exists(QStringLiteral(":/qml/") + fileName);
+}
+
 bool tideMarkApp::launch(QQmlApplicationEngine& engine) {
     appDelegate_.didFinishLaunching();
 
     qmlRegisterSingletonInstance("TideMark", 1, 0, "DataStore", dataStore());
     qmlRegisterSingletonInstance("TideMark", 1, 0, "TideMarkApp", this);
+    qmlRegisterSingletonInstance("TideMark", 1, 0, "Haptics", &haptics_);
     registerQmlTypes();
     auto* calendarPage = new CalendarPage(dataStore(), this);
     engine.rootContext()->setContextProperty("calendarPage", calendarPage);

@@ -6,6 +6,7 @@
 #include "records/SettingsKeys.h"
 #include "shell/AppDelegate.h"
 #include "shell/DataStore.h"
+#include "shell/Haptics.h"
 
 #include <QObject>
 #include <QString>
@@ -36,8 +37,14 @@ public:
     AppDelegate& appDelegate() { return appDelegate_; }
     /// The one DataStore of the process, made on first use.
     DataStore* dataStore();
+    /// The haptic feedback of the window (QML singleton "Haptics").
+    Haptics* haptics() { return &haptics_; }
 
     QString preferredColorScheme() const;
+
+    /// Whether the window's QML folder holds `fileName` (a page that lands later may be
+    /// missing still).
+    Q_INVOKABLE bool hasQmlFile(const QString& fileName) const;
 
     /// Runs the launch sequence, then loads the window into `engine`. False if QML failed.
     bool launch(QQmlApplicationEngine& engine);
@@ -51,6 +58,7 @@ signals:
 private:
     AppDelegate appDelegate_;
     std::unique_ptr<DataStore> dataStore_;
+    Haptics haptics_;
     ObservationToken themeObservation_;
 };
 

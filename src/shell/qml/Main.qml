@@ -1,12 +1,9 @@
 import QtQuick
 import QtQuick.Controls
 import QtQuick.Controls.Material
-import QtQuick.Layouts
 import TideMark
 
-// The one window. Until the main screen with its tabs stands, the stored events page stands in
-// for the calendar page: it runs the page's appearance work and lists the events read back from
-// the store.
+// The one window: the main screen as its root, the popup presenter above it.
 ApplicationWindow {
     id: window
     width: 390
@@ -16,12 +13,34 @@ ApplicationWindow {
     visible: true
     title: qsTrId("appDisplayName")
 
-    Material.theme: TideMarkApp.preferredColorScheme === "light" ? Material.Light
-                  : TideMarkApp.preferredColorScheme === "dark" ? Material.Dark
-                  : Material.System
-    Material.accent: Material.Teal
+    // "light" or "dark" while pictures of the pages are taken; "" follows the user's theme.
+    property string pictureScheme: ""
+    readonly property string scheme: pictureScheme !== "" ? pictureScheme
+                                                          : TideMarkApp.preferredColorScheme
+    readonly property bool darkScheme: Material.theme === Material.Dark
 
-    StoredEventsPage {
+    Material.theme: scheme === "light" ? Material.Light
+                  : scheme === "dark" ? Material.Dark
+                  : Material.System
+    Material.accent: NamedColors.color("selectedDateBackground", darkScheme)
+
+    // Shows one page for a picture without touching the persisted tab; empty strings go back.
+    function showForPicture(tab, pictureSchemeName) {
+        mainView.pictureTab = tab
+        pictureScheme = pictureSchemeName
+    }
+
+    MainView {
+        id: mainView
+        objectName: "mainView"
+        anchors.fill: parent
+        darkScheme: window.darkScheme
+        popups: popupManager
+    }
+
+    PopupManager {
+        id: popupManager
+        objectName: "popupManager"
         anchors.fill: parent
     }
 }

@@ -1,0 +1,45 @@
+// One app per session: the first start owns the bus name org.tidemark.TideMark; a later start,
+// with or without a tidemark: URL, hands its request to the owner and ends. Without a session bus
+// every start runs on its own.
+#pragma once
+
+#include <QObject>
+#include <QString>
+
+namespace tidemark {
+
+inline constexpr const char* kAppBusName = "org.tidemark.TideMark";
+inline constexpr const char* kAppObjectPath = "/org/tidemark/TideMark";
+inline constexpr const char* kAppInterface = "org.tidemark.TideMark";
+
+class SingleInstance : public QObject {
+    Q_OBJECT
+    Q_CLASSINFO("D-Bus Interface", "org.tidemark.TideMark")
+public:
+    enum class Outcome {
+        primary,   ///< this process owns the name (or there is no bus): run the app
+        handedOver ///< the running instance took the request: end this process
+    };
+
+    explicit SingleInstance(QObject* parent = nullptr);
+    ~SingleInstance() override;
+
+    /// Claims the name; if another process has it, sends it `url` (or asks it to show itself)
+    /// and answers handedOver.
+    Outcome claim(const QString& url);
+
+public slots:
+    /// Called over the bus by a second start: bring the window forward.
+    Q_SCRIPTABLE void Activate();
+    /// Called over the bus with the URL a second start was given; the window stays as it is.
+    Q_SCRIPTABLE void Open(const QString& url);
+
+signals:
+    void activateRequested();
+    void urlOpened(const QString& url);
+
+private:
+    bool registered_ = false;
+};
+
+} // namespace tidemark

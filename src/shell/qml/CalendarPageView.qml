@@ -1,0 +1,156 @@
+import QtQuick
+import QtQuick.Controls
+import QtQuick.Controls.Material
+import QtQuick.Layouts
+import TideMark
+
+// The calendar tab: the month header with its arrows, the month grid, and the events of the
+// selected day. Each appearance runs the page's hook (first-launch work, the day's fill).
+Item {
+    id: page
+    objectName: "calendarPageView"
+
+    property bool darkScheme: false
+    property alias monthToShowDate: calendar.monthToShowDate
+    readonly property bool hasRowView: TideMarkApp.hasQmlFile("ListRowViewForTimeline.qml")
+
+    Component.onCompleted: calendarPage.appeared()
+    onVisibleChanged: {
+        if (!visible)
+            return
+        calendarPage.appeared()
+        calendar.refresh()
+    }
+
+    ColumnLayout {
+        anchors.fill: parent
+        spacing: 0
+
+        RowLayout {
+            id: monthHeader
+            Layout.fillWidth: true
+            Layout.topMargin: 8
+            Layout.leftMargin: 8
+            Layout.rightMargin: 8
+            spacing: 0
+
+            ToolButton {
+                objectName: "previousMonthButton"
+                text: Symbols.glyph("arrowtriangle.backward")
+                font.family: Symbols.fontFamily
+                font.pixelSize: 34
+                onClicked: {
+                    Haptics.impact()
+                    calendar.moveMonth(-1)
+                }
+            }
+            Label {
+                objectName: "monthLabel"
+                Layout.fillWidth: true
+                horizontalAlignment: Text.AlignHCenter
+                text: calendar.monthTitle
+                font.pixelSize: 20
+                font.bold: true
+                elide: Text.ElideRight
+            }
+            ToolButton {
+                objectName: "nextMonthButton"
+                text: Symbols.glyph("arrowtriangle.forward")
+                font.family: Symbols.fontFamily
+                font.pixelSize: 34
+                onClicked: {
+                    Haptics.impact()
+                    calendar.moveMonth(1)
+                }
+            }
+        }
+
+        MCalendarView {
+            id: calendar
+            objectName: "calendar"
+            Layout.fillWidth: true
+            Layout.leftMargin: 12
+            Layout.rightMargin: 12
+            Layout.preferredHeight: Math.min(width, page.height * 0.55)
+            darkScheme: page.darkScheme
+            selectedDate: calendarPage.todayDateForDatePickerDefault
+            onDaySelected: (date) => calendarPage.todayDateForDatePickerDefault = date
+        }
+
+        Rectangle {
+            Layout.fillWidth: true
+            Layout.leftMargin: 20
+            Layout.rightMargin: 20
+            Layout.topMargin: 4
+            implicitHeight: 1
+            color: page.Material.dividerColor
+        }
+
+        ListView {
+            id: dayList
+            objectName: "dayList"
+            Layout.fillWidth: true
+            Layout.fillHeight: true
+            clip: true
+            spacing: 8
+            leftMargin: 16
+            rightMargin: 16
+            topMargin: 10
+            bottomMargin: 10
+            model: DataStore.todayDataForUI
+            delegate: Loader {
+                id: row
+                required property string modelData
+                width: ListView.view.width - ListView.view.leftMargin - ListView.view.rightMargin
+                Component.onCompleted: {
+                    if (page.hasRowView)
+                        setSource("ListRowViewForTimeline.qml", { eventId: modelData })
+                    else
+                        sourceComponent = plainRow
+                }
+                // Until the event row lands: colour mark and title.
+                Component {
+                    id: plainRow
+                    Pane {
+                        objectName: "plainDayRow"
+                        padding: 14
+                        leftPadding: 20
+                        rightPadding: 20
+                        background: null
+                        EventRowModel { id: rowModel; eventId: row.modelData }
+                        RowLayout {
+                            anchors.fill: parent
+                            spacing: 12
+                            Rectangle {
+                                implicitWidth: 6
+                                implicitHeight: 22
+                                radius: 3
+                                color: NamedColors.color(rowModel.colorName === "" || rowModel.colorName === "-"
+                                                         ? "default" : rowModel.colorName, page.darkScheme)
+                            }
+                            Label {
+                                Layout.fillWidth: true
+                                text: rowModel.title
+                                font.pixelSize: 17
+                                elide: Text.ElideRight
+                            }
+                        }
+                    }
+                }
+            }
+
+            Label {
+                objectName: "noEventLabel"
+                anchors.centerIn: parent
+                width: parent.width - 40
+                visible: dayList.count === 0
+                text: qsTrId("noEventForTodayString")
+                horizontalAlignment: Text.AlignHCenter
+                maximumLineCount: 1
+                elide: Text.ElideRight
+                opacity: 0.6
+                font.pixelSize: 16
+            }
+        }
+    }
+}

@@ -1,0 +1,386 @@
+// The main screen in its window: tabs and their persistence, the month header, the month grid's
+// rings and selection, the day list, and the toolkit's month and ring arithmetic. Any QML
+// warning fails the test.
+#include "QtTestSupport.h"
+#include "TestSupport.h"
+#include "records/Defaults.h"
+#include "records/SettingsKeys.h"
+#include "records/Store.h"
+#include "shell/CalendarPage.h"
+#include "shell/DataStore.h"
+#include "shell/Translations.h"
+#include "shell/tideMarkApp.h"
+#include "test_main_support.h"
+#include "toolkit/DayRing.h"
+#include "toolkit/MonthModel.h"
+
+#include <QQmlApplicationEngine>
+#include <QQmlContext>
+#include <QQuickItem>
+#include <QQuickStyle>
+#include <QQuickWindow>
+#include <QTest>
+#include <QTimeZone>
+
+using namespace tidemark;
+using namespace tidemark::testing;
+
+namespace {
+
+QStringList qmlWarnings;
+QtMessageHandler previousHandler = nullptr;
+
+void trapQmlWarnings(QtMsgType type, const QMessageLogContext& context, const QString& message) {
+    const bool fromQml = (context.file && QString::fromUtf8(context.file).endsWith(".qml")) ||
+                         message.contains(".qml") || QByteArray(context.category) == "qml" ||
+                         QByteArray(context.category) == "js";
+    if (type != QtDebugMsg && type != QtInfoMsg && fromQml) {
+        qmlWarnings << message;
+    }
+    previousHandler(type, context, message);
+}
+
+QQuickItem* findItem(QQuickItem* root, const QString& name) {
+    if (!root) {
+        return nullptr;
+    }
+    if (root->objectName() == name) {
+        return root;
+    }
+    for (auto* child : root->childItems()) {
+        if (auto* found = findItem(child, name)) {
+            return found;
+        }
+    }
+    return nullptr;
+}
+
+bool effectivelyVisible(QQuickItem* item) {
+    return item && item->isVisible();
+}
+
+} // namespace
+
+class MainScreenTest : public QObject {
+    Q_OBJECT
+
+private:
+    std::unique_ptr<IsolatedStorage> storage_;
+    std::unique_ptr<ScopedCalendarEnvironment> environment_;
+    std::unique_ptr<FakeServices> services_;
+    std::unique_ptr<tideMarkApp> app_;
+    std::unique_ptr<QQmlApplicationEngine> engine_;
+
+    QQuickWindow* window() const {
+        return qobject_cast<QQuickWindow*>(engine_->rootObjects().first());
+    }
+    QQuickItem* item(const QString& name) const { return findItem(window()->contentItem(), name); }
+    CalendarPage* calendarPage() const {
+        return qobject_cast<CalendarPage*>(
+            engine_->rootContext()->contextProperty("calendarPage").value<QObject*>());
+    }
+    MonthModel* monthModel() const {
+        auto* calendar = item("calendar");
+        return calendar ? calendar->property("model").value<MonthModel*>() : nullptr;
+    }
+    QQuickItem* dayCell(int day) const {
+        // March 2026 starts on a Sunday, the first weekday of en_US: cell i is day i + 1.
+        return item(QStringLiteral("day_%1").arg(day - 1));
+    }
+
+    bool open() {
+        engine_ = std::make_unique<QQmlApplicationEngine>();
+        if (!app_->launch(*engine_)) {
+            return false;
+        }
+        return QTest::qWaitForWindowExposed(window());
+    }
+    void close() { engine_.reset(); }
+
+    void click(QQuickItem* target) {
+        QVERIFY(target);
+        const QPointF centre =
+            target->mapToScene(QPointF(target->width() / 2, target->height() / 2));
+        QTest::mouseClick(window(), Qt::LeftButton, {}, centre.toPoint());
+    }
+    QString currentTab() const {
+        return QString::fromStdString(std::string(rawValue(
+            Setting<tabValue>("APP_FUNC_newTabBarTabValue", tabValue::summaryView).get())));
+    }
+
+private slots:
+    void initTestCase() {
+        previousHandler = qInstallMessageHandler(trapQmlWarnings);
+        QQuickStyle::setStyle(QStringLiteral("Material"));
+        installTranslations(*qApp, "en_US");
+    }
+
+    void init() {
+        qmlWarnings.clear();
+        storage_ = std::make_unique<IsolatedStorage>();
+        environment_ = std::make_unique<ScopedCalendarEnvironment>(
+            fixedEnvironment("Europe/Berlin", "en_US", 2026, 3, 10, 8));
+        services_ = std::make_unique<FakeServices>();
+        // No sample events: each test seeds its own.
+        Setting<bool>("userLaunchStatus", false).set(true);
+        app_ = std::make_unique<tideMarkApp>();
+    }
+    void cleanup() {
+        close();
+        app_.reset();
+        services_.reset();
+        environment_.reset();
+        storage_.reset();
+        if (!qmlWarnings.isEmpty()) {
+            QFAIL(qPrintable("QML warnings: " + qmlWarnings.join("\n")));
+        }
+    }
+
+    void tabsSwitchPersistAndPlusLeavesTheTab() {
+        QVERIFY(open());
+        QVERIFY(effectivelyVisible(item("calendarPageView")));
+        QVERIFY(!item("eventListPageView")); // built when first shown
+        const int hapticsBefore = app_->haptics()->requestCount();
+
+        click(item("tab_eventListView"));
+        QCOMPARE(currentTab(), QString("eventListView"));
+        QVERIFY(effectivelyVisible(item("eventListPageView")));
+        QVERIFY(!effectivelyVisible(item("calendarPageView")));
+
+        click(item("tab_addNewEvent"));
+        QCOMPARE(currentTab(), QString("eventListView"));
+        auto* popups = item("popupManager");
+        QCOMPARE(popups->property("count").toInt(), 1);
+        if (const QByteArray folder = qgetenv("TIDEMARK_PICTURE_DIR"); !folder.isEmpty()) {
+            QTest::qWait(300);
+            window()->grabWindow().save(QString::fromLocal8Bit(folder) + "/main-plus-note.png");
+        }
+        QMetaObject::invokeMethod(popups, "dismissAll");
+        QTRY_COMPARE(popups->property("count").toInt(), 0);
+
+        click(item("tab_moreView"));
+        QCOMPARE(currentTab(), QString("moreView"));
+        auto* note = item("settingsComingLabel");
+        QVERIFY(effectivelyVisible(note));
+        QCOMPARE(note->property("text").toString(), QString("Settings arrive in a later version."));
+        QCOMPARE(app_->haptics()->requestCount(), hapticsBefore + 3);
+
+        // A restart opens the saved tab, and the calendar page waits until it is shown.
+        close();
+        QVERIFY(open());
+        QVERIFY(effectivelyVisible(item("settingPlaceholderView")));
+        QVERIFY(!item("calendarPageView"));
+        click(item("tab_summaryView"));
+        QCOMPARE(currentTab(), QString("summaryView"));
+        QVERIFY(effectivelyVisible(item("calendarPageView")));
+    }
+
+    void tabIconsTakeTheirColours() {
+        QVERIFY(open());
+        auto colourOf = [&](const QString& tab) {
+            return findItem(item("tab_" + tab), "tabIcon")->property("color").value<QColor>();
+        };
+        QTRY_COMPARE(colourOf("summaryView"), QColor("#1F7A8C"));
+        QCOMPARE(colourOf("eventListView"), QColor("#9AA5AD"));
+        QCOMPARE(colourOf("addNewEvent"), QColor("#E5534B"));
+    }
+
+    void monthArrowsMoveTheMonthNotTheSelection() {
+        QVERIFY(open());
+        auto* label = item("monthLabel");
+        QCOMPARE(label->property("text").toString(), QString("March 2026"));
+        click(dayCell(15));
+        QTRY_VERIFY(calendarPage()->todayDateForDatePickerDefault().isValid());
+        const QDateTime selected = calendarPage()->todayDateForDatePickerDefault();
+        const int hapticsBefore = app_->haptics()->requestCount();
+
+        click(item("nextMonthButton"));
+        QCOMPARE(label->property("text").toString(), QString("April 2026"));
+        click(item("previousMonthButton"));
+        click(item("previousMonthButton"));
+        QCOMPARE(label->property("text").toString(), QString("February 2026"));
+        QCOMPARE(calendarPage()->todayDateForDatePickerDefault(), selected);
+        QCOMPARE(app_->haptics()->requestCount(), hapticsBefore + 3);
+        // February 2026 starts on a Sunday too: its first cell is 1 February.
+        QCOMPARE(monthModel()->data(monthModel()->index(0), MonthModel::DayTextRole).toString(),
+                 QString("01"));
+    }
+
+    void selectingADayFillsTheDayList() {
+        realmDataFunc().addEventData(
+            dayEvent("A", "Dentist", 2026, 3, 15, "colorForUserSelection01"));
+        QVERIFY(open());
+        auto* noEvent = item("noEventLabel");
+        QTRY_VERIFY(effectivelyVisible(noEvent)); // today, the 10th, is empty
+        QCOMPARE(noEvent->property("text").toString(), QString("No events on this day"));
+
+        click(dayCell(15));
+        QTRY_COMPARE(app_->dataStore()->todayDataForUI(), QStringList{"A"});
+        auto* list = item("dayList");
+        QTRY_COMPARE(list->property("count").toInt(), 1);
+        QVERIFY(!noEvent->isVisible());
+        QVERIFY(dayCell(15)->property("selected").toBool());
+        QVERIFY(!dayCell(10)->property("selected").toBool());
+
+        click(dayCell(16));
+        QTRY_COMPARE(list->property("count").toInt(), 0);
+        QVERIFY(noEvent->isVisible());
+    }
+
+    void ringsFollowTheSortedColoursOfTheDay() {
+        realmDataFunc data;
+        data.addEventData(dayEvent("one", "One", 2026, 3, 12, "colorForUserSelection03"));
+        data.addEventData(dayEvent("b", "B", 2026, 3, 20, "colorForUserSelection02"));
+        data.addEventData(dayEvent("c", "C", 2026, 3, 20, ""));
+        data.addEventData(dayEvent("a", "A", 2026, 3, 20, "colorForUserSelection01"));
+        QVERIFY(open());
+
+        struct Case {
+            int day;
+            QStringList names;
+        };
+        const QList<Case> cases = {
+            {13, {}},
+            {12, {"colorForUserSelection03"}},
+            {20, {"colorForUserSelection01", "colorForUserSelection02", "default"}},
+        };
+        for (const auto& c : cases) {
+            const QString tag = QString::number(c.day);
+            QCOMPARE(monthModel()
+                         ->data(monthModel()->index(c.day - 1), MonthModel::ColorNamesRole)
+                         .toStringList(),
+                     c.names);
+            auto* ring = findItem(dayCell(c.day), "ring");
+            QVERIFY2(ring, qPrintable(tag));
+            QCOMPARE(ring->property("arcCount").toInt(), c.names.size());
+            QCOMPARE(ring->opacity(), 0.723);
+        }
+        auto* ring = findItem(dayCell(20), "ring");
+        const auto colours = ring->property("colors").toList();
+        QCOMPARE(colours.size(), 3);
+        QCOMPARE(colours[0].value<QColor>(), QColor("#E5534B"));
+        QCOMPARE(colours[2].value<QColor>(), QColor("#8E8E93")); // the gray of "default"
+
+        // A write to the store reaches the grid without anything else happening.
+        data.addEventData(dayEvent("late", "Late", 2026, 3, 13, "colorForUserSelection05"));
+        QTRY_COMPARE(findItem(dayCell(13), "ring")->property("arcCount").toInt(), 1);
+    }
+
+    void selectedPastAndTodayForms() {
+        realmDataFunc().addEventData(dayEvent("p", "Past", 2026, 3, 5, "colorForUserSelection01"));
+        QVERIFY(open());
+        // Today is selected at first: the filled circle, no ring, the selected text colour.
+        auto* today = dayCell(10);
+        QVERIFY(today->property("selected").toBool());
+        QVERIFY(findItem(today, "selectedCircle")->isVisible());
+        QVERIFY(!findItem(today, "ring")->isVisible());
+        QCOMPARE(findItem(today, "dayText")->property("color").value<QColor>(), QColor("#FFFFFF"));
+        QCOMPARE(findItem(today, "dayText")->property("text").toString(), QString("10"));
+
+        auto* past = dayCell(5);
+        QCOMPARE(past->opacity(), 0.28);
+        QVERIFY(findItem(past, "ring")->isVisible());
+        QCOMPARE(findItem(past, "ring")->property("arcCount").toInt(), 1);
+        QCOMPARE(findItem(past, "dayText")->property("text").toString(), QString("05"));
+        QCOMPARE(dayCell(11)->opacity(), 1.0);
+
+        // Selected, the past day with an event loses its ring and its fading.
+        click(past);
+        QTRY_VERIFY(past->property("selected").toBool());
+        QVERIFY(!findItem(past, "ring")->isVisible());
+        QCOMPARE(past->opacity(), 1.0);
+        QVERIFY(!findItem(today, "selectedCircle")->isVisible());
+    }
+
+    // The month grid without a window.
+    void gridStartsAtTheFirstWeekday_data() {
+        QTest::addColumn<QString>("locale");
+        QTest::addColumn<int>("firstWeekday");
+        QTest::addColumn<QString>("firstCell");
+        QTest::addColumn<QString>("title");
+        QTest::addColumn<QString>("firstSymbol");
+        // 1 March 2026 is a Sunday.
+        QTest::newRow("en_US Sunday") << "en_US" << 1 << "2026-03-01"
+                                      << "March 2026"
+                                      << "Su";
+        QTest::newRow("Monday") << "en_US" << 2 << "2026-02-23"
+                                << "March 2026"
+                                << "Mo";
+        QTest::newRow("Saturday") << "en_US" << 7 << "2026-02-28"
+                                  << "March 2026"
+                                  << "Sa";
+        QTest::newRow("zh_CN") << "zh_CN" << 2 << "2026-02-23"
+                               << "2026年3月"
+                               << "一";
+    }
+    void gridStartsAtTheFirstWeekday() {
+        QFETCH(QString, locale);
+        QFETCH(int, firstWeekday);
+        QFETCH(QString, firstCell);
+        QFETCH(QString, title);
+        QFETCH(QString, firstSymbol);
+        auto env = fixedEnvironment("Europe/Berlin", locale.toStdString(), 2026, 3, 10, 8);
+        env.firstWeekday = firstWeekday;
+        ScopedCalendarEnvironment scoped(env);
+        MonthModel model;
+        QCOMPARE(model.rowCount(), 42);
+        const QDateTime first = model.data(model.index(0), MonthModel::DateRole).toDateTime();
+        QCOMPARE(first.toTimeZone(QTimeZone("Europe/Berlin")).date().toString(Qt::ISODate),
+                 firstCell);
+        QCOMPARE(model.monthTitle(), title);
+        QCOMPARE(model.weekdaySymbols().size(), 7);
+        QVERIFY2(model.weekdaySymbols().first().contains(firstSymbol),
+                 qPrintable(model.weekdaySymbols().join(",")));
+        int inMonth = 0;
+        for (int i = 0; i < 42; ++i) {
+            inMonth += model.data(model.index(i), MonthModel::IsCurrentMonthRole).toBool();
+        }
+        QCOMPARE(inMonth, 31);
+    }
+
+    void monthChangesRecomputeFromTheStore() {
+        realmDataFunc().addEventData(
+            dayEvent("y", "Yearly", 2025, 4, 2, "colorForUserSelection04"));
+        MonthModel model;
+        const int builds = model.buildCount();
+        model.moveMonth(1); // April 2026: 1 April is a Wednesday, cell 3
+        QCOMPARE(model.buildCount(), builds + 1);
+        QCOMPARE(model.data(model.index(3), MonthModel::DayTextRole).toString(), QString("01"));
+        QCOMPARE(model.data(model.index(4), MonthModel::ColorNamesRole).toStringList(),
+                 QStringList{});
+        QCOMPARE(model.data(model.index(3), MonthModel::IsPastRole).toBool(), false);
+        // The one-off event of 2 April 2025 lies in another year: nothing this April.
+        QCOMPARE(model.data(model.index(4), MonthModel::IsCurrentMonthRole).toBool(), true);
+        model.moveMonth(-13); // March 2025
+        QCOMPARE(model.monthTitle(), QString("March 2025"));
+        QCOMPARE(model.data(model.index(0), MonthModel::IsPastRole).toBool(), true);
+        model.moveMonth(1); // April 2025: 1 April is a Tuesday, so 2 April is cell 3
+        QCOMPARE(model.data(model.index(3), MonthModel::ColorNamesRole).toStringList(),
+                 QStringList{"colorForUserSelection04"});
+    }
+
+    void colourNamesSortAsPlainStrings() {
+        QCOMPARE(sortedColorNames({"colorForUserSelection02", "", "colorForUserSelection01"}),
+                 (QStringList{"colorForUserSelection01", "colorForUserSelection02", "default"}));
+        QCOMPARE(sortedColorNames({"-", "colorForUserSelection10", "colorForUserSelection09", "-"}),
+                 (QStringList{"colorForUserSelection09", "colorForUserSelection10", "default",
+                              "default"}));
+        QCOMPARE(sortedColorNames({}), QStringList{});
+    }
+
+    void ringArcsSplitTheCircle() {
+        QCOMPARE(ringSegments(0), QList<RingSegment>{});
+        QCOMPARE(ringSegments(1), (QList<RingSegment>{{0, 360}}));
+        const auto three = ringSegments(3);
+        QCOMPARE(three.size(), 3);
+        QCOMPARE(three[0].startAngle, 0.0);
+        QCOMPARE(three[1].startAngle, 120.0);
+        QCOMPARE(three[2].endAngle, 360.0);
+        for (int i = 1; i < three.size(); ++i) {
+            QCOMPARE(three[i].startAngle, three[i - 1].endAngle);
+        }
+    }
+};
+
+QTEST_MAIN(MainScreenTest)
+#include "test_main_screen.moc"
