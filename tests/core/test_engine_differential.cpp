@@ -10,10 +10,12 @@
 #include "test_engine_support.h"
 
 #include <algorithm>
+#include <array>
 #include <cstdint>
 #include <cstdlib>
 #include <gtest/gtest.h>
 #include <memory>
+#include <optional>
 #include <random>
 #include <sstream>
 #include <string>
@@ -84,6 +86,16 @@ const std::vector<Place>& places() {
     return list;
 }
 
+Calendar calendarFor(const std::string& zone, const std::string& locale,
+                     std::optional<int> firstWeekday = {}, std::optional<int> minimalDays = {}) {
+    CalendarEnvironment env;
+    env.timeZoneId = zone;
+    env.localeId = locale;
+    env.firstWeekday = firstWeekday;
+    env.minimumDaysInFirstWeek = minimalDays;
+    return Calendar(env);
+}
+
 struct Scene {
     const Place* place;
     std::unique_ptr<Calendar> calendar;
@@ -92,12 +104,9 @@ struct Scene {
 std::vector<Scene> makeScenes() {
     std::vector<Scene> scenes;
     for (const Place& place : places()) {
-        CalendarEnvironment env;
-        env.timeZoneId = place.zone;
-        env.localeId = place.locale;
-        env.firstWeekday = place.firstWeekday;
-        env.minimumDaysInFirstWeek = place.minimalDays;
-        scenes.push_back(Scene{&place, std::make_unique<Calendar>(env)});
+        scenes.push_back(
+            Scene{&place, std::make_unique<Calendar>(calendarFor(
+                              place.zone, place.locale, place.firstWeekday, place.minimalDays))});
     }
     return scenes;
 }
@@ -141,25 +150,16 @@ DateComponents wallTime(Random& random, std::int64_t days) {
     c.year = date.year;
     c.month = date.month;
     c.day = date.day;
-    switch (random.between(0, 5)) {
-    case 0:
-        c.hour = 0, c.minute = 0, c.second = 0;
-        break;
-    case 1:
-        c.hour = 23, c.minute = 59, c.second = 59;
-        break;
-    case 2:
-        c.hour = 0, c.minute = 0, c.second = 1;
-        break;
-    case 3: // the hours in which clocks change
-        c.hour = random.between(1, 3), c.minute = random.pick<std::int64_t>({0, 30, 59});
-        c.second = 0;
-        break;
-    default:
-        c.hour = random.between(0, 23), c.minute = random.between(0, 59);
-        c.second = random.between(0, 59);
-        break;
-    }
+    // Midnight, the last second, the first second, the hours in which clocks change, any time.
+    const std::vector<std::vector<std::int64_t>> edges = {{0, 0, 0}, {23, 59, 59}, {0, 0, 1}};
+    const std::int64_t kind = random.between(0, 5);
+    const std::vector<std::int64_t> time =
+        kind < 3    ? edges[static_cast<std::size_t>(kind)]
+        : kind == 3 ? std::vector<std::int64_t>{random.between(1, 3),
+                                                random.pick<std::int64_t>({0, 30, 59}), 0}
+                    : std::vector<std::int64_t>{random.between(0, 23), random.between(0, 59),
+                                                random.between(0, 59)};
+    c.hour = time[0], c.minute = time[1], c.second = time[2];
     return c;
 }
 
@@ -292,15 +292,12 @@ public:
         e.eventStartDateMonth = start.month;
         e.eventStartDateDay = start.day;
 
+        // 00:00, 23:59, 02:30 (in the hour clocks change) or any time.
         const std::int64_t time = random_.between(0, 5);
-        e.eventDateWhenEveryDayHour = time == 0   ? 0
-                                      : time == 1 ? 23
-                                      : time == 2 ? 2
-                                                  : random_.between(0, 23);
-        e.eventDateWhenEveryDayMin = time == 0   ? 0
-                                     : time == 1 ? 59
-                                     : time == 2 ? 30
-                                                 : random_.between(0, 59);
+        e.eventDateWhenEveryDayHour =
+            time < 3 ? std::array{0, 23, 2}[time] : random_.between(0, 23);
+        e.eventDateWhenEveryDayMin =
+            time < 3 ? std::array{0, 59, 30}[time] : random_.between(0, 59);
         if (random_.chance(1)) {
             e.eventDateWhenEveryDayHour = random_.pick<std::int64_t>({24, 25, -1});
         }
@@ -408,38 +405,31 @@ TEST(EngineDifferential, BatchAnswersAreTheWalks) {
         }
 
         // Lists: one moment near the anchor, every event.
-        {
-            const DateComponents wall = wallTime(random, anchor + random.between(-2, 2));
-            const Date now = unwrap(calendar.date(wall));
-            for (std::size_t i = 0; i < events.size(); ++i) {
-                const auto expected = occurrenceList(events[i], now, calendar);
-                const auto actual = batch.occurrences(i, now);
-                ++listQuestions;
-                listElements += static_cast<std::int64_t>(expected.size());
-                if (actual != expected) {
-                    std::string detail = "walk " + std::to_string(expected.size()) +
-                                         " elements, batch " + std::to_string(actual.size());
-                    for (std::size_t k = 0; k < std::max(expected.size(), actual.size()); ++k) {
-                        const std::string a = k < expected.size() ? describe(expected[k]) : "-";
-                        const std::string b = k < actual.size() ? describe(actual[k]) : "-";
-                        if (a != b) {
-                            detail += "; first difference at " + std::to_string(k) + ": walk " + a +
-                                      ", batch " + b;
-                            break;
-                        }
-                    }
-                    failures.report(where("now " + describe(wall)) + ", event " +
-                                    describe(events[i]) + ": " + detail);
-                }
+        const DateComponents wall = wallTime(random, anchor + random.between(-2, 2));
+        const Date now = unwrap(calendar.date(wall));
+        for (std::size_t i = 0; i < events.size(); ++i) {
+            const auto expected = occurrenceList(events[i], now, calendar);
+            const auto actual = batch.occurrences(i, now);
+            ++listQuestions;
+            listElements += static_cast<std::int64_t>(expected.size());
+            if (actual != expected) {
+                const auto [w, b] =
+                    std::mismatch(expected.begin(), expected.end(), actual.begin(), actual.end());
+                failures.report(where("now " + describe(wall)) + ", event " + describe(events[i]) +
+                                ": walk " + std::to_string(expected.size()) + " elements, batch " +
+                                std::to_string(actual.size()) + "; first difference at " +
+                                std::to_string(w - expected.begin()) + ": walk " +
+                                (w != expected.end() ? describe(*w) : "-") + ", batch " +
+                                (b != actual.end() ? describe(*b) : "-"));
             }
-            std::vector<const EventFields*> pointers;
-            for (const EventFields& e : events) {
-                pointers.push_back(&e);
-            }
-            ++plans;
-            if (batch.planOccurrences(now) != planOccurrencesByWalk(pointers, now, calendar)) {
-                failures.report(where("plan at " + describe(wall)) + ": the plans differ");
-            }
+        }
+        std::vector<const EventFields*> pointers;
+        for (const EventFields& e : events) {
+            pointers.push_back(&e);
+        }
+        ++plans;
+        if (batch.planOccurrences(now) != planOccurrencesByWalk(pointers, now, calendar)) {
+            failures.report(where("plan at " + describe(wall)) + ": the plans differ");
         }
     }
     std::cout << "asked " << dayQuestions << " day questions (" << dayHits << " on the day), "
@@ -455,12 +445,7 @@ TEST(EngineDifferential, DayNumbersAndWeeksAreTheCalendars) {
     Random random(kDefaultSeed);
     for (int firstWeekday = 1; firstWeekday <= 7; ++firstWeekday) {
         for (int minimalDays = 1; minimalDays <= 7; minimalDays += 3) {
-            CalendarEnvironment env;
-            env.timeZoneId = "UTC";
-            env.localeId = "en_US";
-            env.firstWeekday = firstWeekday;
-            env.minimumDaysInFirstWeek = minimalDays;
-            const Calendar calendar(env);
+            const Calendar calendar = calendarFor("UTC", "en_US", firstWeekday, minimalDays);
             const LocalClock clock(calendar);
             ASSERT_TRUE(clock.usable());
             for (int i = 0; i < 400; ++i) {
@@ -498,10 +483,7 @@ TEST(EngineDifferential, DayNumbersAndWeeksAreTheCalendars) {
 TEST(EngineDifferential, LocalClockMatchesCompositionAroundClockChanges) {
     for (const char* zone : {"Europe/Berlin", "America/New_York", "Pacific/Auckland",
                              "America/Santiago", "Australia/Lord_Howe"}) {
-        CalendarEnvironment env;
-        env.timeZoneId = zone;
-        env.localeId = "en_US";
-        const Calendar calendar(env);
+        const Calendar calendar = calendarFor(zone, "en_US");
         const LocalClock clock(calendar);
         const auto transitions = calendar.zoneTransitions(
             Date{static_cast<double>(daysFromCivil(2019, 1, 1)) * 86400.0},
@@ -529,15 +511,9 @@ TEST(EngineDifferential, LocalClockMatchesCompositionAroundClockChanges) {
         EXPECT_TRUE(clock.consistent()) << zone;
     }
 
-    CalendarEnvironment buddhist;
-    buddhist.timeZoneId = "Europe/Berlin";
-    buddhist.localeId = "th_TH";
-    EXPECT_FALSE(LocalClock(Calendar(buddhist)).usable());
+    EXPECT_FALSE(LocalClock(calendarFor("Europe/Berlin", "th_TH")).usable());
 
-    CalendarEnvironment berlin;
-    berlin.timeZoneId = "Europe/Berlin";
-    berlin.localeId = "en_US";
-    const Calendar calendar(berlin);
+    const Calendar calendar = calendarFor("Europe/Berlin", "en_US");
     const LocalClock clock(calendar);
     clock.moment(daysFromCivil(1500, 6, 1), 0);
     EXPECT_FALSE(clock.consistent()) << "a year before 1600 must not be answered by arithmetic";
@@ -546,10 +522,7 @@ TEST(EngineDifferential, LocalClockMatchesCompositionAroundClockChanges) {
 // Monthly rules whose codes never find a long enough month make the walk give up after
 // thousands of passes; the batch must give up the same way, and before a later code is looked at.
 TEST(EngineDifferential, RulesThatNeverLandGiveUpLikeTheWalk) {
-    CalendarEnvironment env;
-    env.timeZoneId = "Europe/Berlin";
-    env.localeId = "en_US";
-    const Calendar calendar(env);
+    const Calendar calendar = calendarFor("Europe/Berlin", "en_US");
     struct Case {
         std::int64_t year, month, day, skippedUnits;
         std::vector<std::int64_t> codes;

@@ -1,8 +1,5 @@
-// The browsing screens over a real store and real settings at a fixed moment (10:00 on Tuesday
-// 10 March 2026 in Berlin): the list model and the row model following writes, the row, the
-// timeline, the list page and the filter page driven in a window, and every page rendered in
-// light and dark, English and Chinese. Any QML warning fails the test.
-//
+// The browsing screens over a real store at 10:00 on Tuesday 10 March 2026 in Berlin, driven in a
+// window and rendered in light and dark, English and Chinese. Any QML warning fails the test.
 // Set TIDEMARK_BROWSING_RENDER_DIR to keep the rendered pages as PNG files.
 // moc stops at the C++20 standard headers that the core's headers pull in; it needs none of them.
 #ifndef Q_MOC_RUN
@@ -16,6 +13,7 @@
 #include "records/Store.h"
 #include "shell/QmlTypes.h"
 #include "shell/Translations.h"
+#include "test_main_support.h"
 #endif
 
 #include <QDir>
@@ -27,7 +25,6 @@
 #include <QQuickView>
 #include <QSignalSpy>
 #include <QTest>
-#include <functional>
 #include <mutex>
 
 using namespace tidemark;
@@ -47,21 +44,6 @@ void recordWarnings(QtMsgType type, const QMessageLogContext& context, const QSt
     previousHandler(type, context, message);
 }
 
-eventInfo makeEvent(std::string id, std::string stamp,
-                    const std::function<void(eventInfo&)>& edit = {}) {
-    eventInfo e;
-    e.eventId = std::move(id);
-    e.eventTitle = e.eventId;
-    e.timeStampGenerate = std::move(stamp);
-    e.eventStartDateYear = 2026;
-    e.eventStartDateMonth = 3;
-    e.eventStartDateDay = 10;
-    if (edit) {
-        edit(e);
-    }
-    return e;
-}
-
 void store(const std::vector<eventInfo>& events) {
     auto s = Store::open();
     s.write([&] {
@@ -74,99 +56,6 @@ void store(const std::vector<eventInfo>& events) {
 void removeEvent(const std::string& id) {
     auto s = Store::open();
     s.write([&] { s.remove<eventInfo>(id); });
-}
-
-/// Events of every kind, as a user's store would hold them.
-std::vector<eventInfo> seededEvents() {
-    return {
-        makeEvent("birthday", "20260101090000",
-                  [](eventInfo& e) {
-                      e.eventTitle = "Mum's birthday";
-                      e.eventContent = "Call in the morning, flowers from the corner shop";
-                      e.eventType = 4;
-                      e.eventRepeatOrNot = true;
-                      e.eventStartDateYear = 1961;
-                      e.eventStartDateMonth = 4;
-                      e.eventStartDateDay = 2;
-                      e.eventStarOrNot = true;
-                      e.eventNotiOrNot = true;
-                      e.eventColorString = "colorForUserSelection01";
-                  }),
-        makeEvent("today", "20260301080000",
-                  [](eventInfo& e) {
-                      e.eventTitle = "Dentist";
-                      e.eventColorString = "colorForUserSelection04";
-                      e.eventNotiOrNot = true;
-                  }),
-        makeEvent("trip", "20260302080000",
-                  [](eventInfo& e) {
-                      e.eventTitle = "Flight to Lisbon with a very long title that cannot fit";
-                      e.eventContent =
-                          "Terminal 2, gate closes 40 minutes before departure. Passport, "
-                          "charger, the blue suitcase and the gift for Ana. Check in online the "
-                          "day before.";
-                      e.eventStartDateDay = 27;
-                      e.eventHaveMemoOrNot = true;
-                      e.eventColorString = "colorForUserSelection03";
-                  }),
-        makeEvent("moved", "20260110080000",
-                  [](eventInfo& e) {
-                      e.eventTitle = "Moved into the flat";
-                      e.eventStartDateYear = 2025;
-                      e.eventStartDateMonth = 9;
-                      e.eventStartDateDay = 1;
-                  }),
-        makeEvent("pills", "20260205080000",
-                  [](eventInfo& e) {
-                      e.eventTitle = "Vitamin D";
-                      e.eventType = 1;
-                      e.eventRepeatOrNot = true;
-                      e.eventHaveCustomizeInterval = true;
-                      e.eventDateWhenCustomizeRepeatTimes = 2;
-                      e.eventDateWhenEveryDayHour = 8;
-                      e.eventDateWhenEveryDayMin = 30;
-                      e.eventStartDateDay = 1;
-                      e.eventNotiOrNot = true;
-                      e.eventColorString = "colorForUserSelection02";
-                  }),
-        makeEvent("climbing", "20260206080000",
-                  [](eventInfo& e) {
-                      e.eventTitle = "Climbing";
-                      e.eventType = 2;
-                      e.eventRepeatOrNot = true;
-                      e.eventDateWhenEveryWeek = encodeDayListArchive({4, 1});
-                      e.eventStartDateMonth = 1;
-                      e.eventStartDateDay = 5;
-                      e.eventHaveEndDateOrNot = true;
-                      e.eventEndDateYear = 2026;
-                      e.eventEndDateMonth = 6;
-                      e.eventEndDateDay = 30;
-                      e.eventShareOrNot = true;
-                      e.eventColorString = "colorForUserSelection05";
-                  }),
-        makeEvent("rent", "20260207080000",
-                  [](eventInfo& e) {
-                      e.eventTitle = "Rent";
-                      e.eventType = 3;
-                      e.eventRepeatOrNot = true;
-                      e.eventDateWhenEveryMonth = encodeDayListArchive({31, 99});
-                      e.eventStartDateMonth = 1;
-                      e.eventStartDateDay = 31;
-                      e.eventStarOrNot = true;
-                  }),
-        makeEvent("course", "20260208080000",
-                  [](eventInfo& e) {
-                      e.eventTitle = "Evening course";
-                      e.eventType = 1;
-                      e.eventRepeatOrNot = true;
-                      e.eventDateWhenEveryDayHour = 19;
-                      e.eventStartDateMonth = 1;
-                      e.eventHaveEndDateOrNot = true;
-                      e.eventEndDateYear = 2026;
-                      e.eventEndDateMonth = 3;
-                      e.eventEndDateDay = 1;
-                  }),
-    };
 }
 
 /// The item named `name` under `root`, through the object tree and the visual tree (items that a
@@ -315,46 +204,6 @@ private slots:
         QTRY_VERIFY(model.showEmptyBox());
     }
 
-    void listModelFollowsFilterSettings() {
-        store({makeEvent("plain", "1"),
-               makeEvent("starred", "2",
-                         [](eventInfo& e) {
-                             e.eventStarOrNot = true;
-                             e.eventColorString = "colorForUserSelection02";
-                         }),
-               makeEvent("ended", "3", [](eventInfo& e) {
-                   e.eventRepeatOrNot = true;
-                   e.eventType = 1;
-                   e.eventHaveEndDateOrNot = true;
-                   e.eventEndDateYear = 2026;
-                   e.eventEndDateMonth = 3;
-                   e.eventEndDateDay = 1;
-               })});
-        FilteredEventListModel model;
-        QCOMPARE(model.eventIds(), (QStringList{"ended", "starred", "plain"}));
-
-        Setting<std::int64_t> kind{"TL_UIOptions_showWhichKindEventSelection", 9};
-        Setting<std::string> colour{"ALL_APP_filterSelectionFromUserForColorString", "-"};
-        Setting<bool> showEnded{"TL_UIOptions_timelineViewShowEndEventOrNot", true};
-
-        kind = 3;
-        QTRY_COMPARE(model.eventIds(), QStringList{"starred"});
-        QCOMPARE(model.kindMenuTitle(), QString("Starred"));
-        kind = 9;
-        colour = std::string();
-        QTRY_COMPARE(model.eventIds(), (QStringList{"ended", "plain"}));
-        showEnded = false;
-        QTRY_COMPARE(model.eventIds(), QStringList{"plain"});
-        kind = 1; // only the ended event: no row, and no box either
-        QTRY_COMPARE(model.showWhichKindEventSelection(), 1);
-        QCOMPARE(model.count(), 0);
-        QVERIFY(!model.showEmptyBox());
-        kind = 7;
-        QTRY_COMPARE(model.showWhichKindEventSelection(), 7);
-        QCOMPARE(model.kindMenuTitle(), QString());
-        QVERIFY(model.showEmptyBox());
-    }
-
     void rowModelFollowsEditsAndDeletion() {
         store({makeEvent("x", "1")});
         EventRowModel row;
@@ -452,6 +301,26 @@ private slots:
         page->setVisible(false);
         page->setVisible(true);
         QCOMPARE(std::count(services_->log->begin(), services_->log->end(), "noti remove all"), 2L);
+
+        Setting<std::int64_t> kind{"TL_UIOptions_showWhichKindEventSelection", 9};
+        auto* menu = page->findChild<QObject*>("kindMenu");
+        QVERIFY(menu);
+        for (int value : {0, 3}) {
+            click(child(page, "kindMenuButton"));
+            QTRY_VERIFY(menu->property("opened").toBool());
+            auto* item = child(menu->property("contentItem").value<QObject*>(),
+                               QStringLiteral("kindMenuItem%1").arg(value));
+            QVERIFY(item);
+            click(item);
+            QCOMPARE(kind.get(), std::int64_t(value));
+            QTRY_VERIFY(item->property("checked").toBool());
+        }
+        QTRY_COMPARE(child(page, "kindMenuTitle")->property("text").toString(), QString("Starred"));
+
+        auto* popup = page->findChild<QObject*>("filterSettingPopupForMainView");
+        QVERIFY(popup && !popup->property("visible").toBool());
+        click(child(page, "filterButton"));
+        QTRY_VERIFY(popup->property("opened").toBool());
     }
 
     void listPageResetsTheKindOnAppearance() {
@@ -473,7 +342,8 @@ private slots:
     }
 
     void filterPageWritesTheSettings() {
-        store({makeEvent("plain", "1"), makeEvent("red", "2", [](eventInfo& e) {
+        store({makeEvent("plain", "1"), endedEvent("ended", "0", 1, 1),
+               makeEvent("red", "2", [](eventInfo& e) {
                    e.eventColorString = "colorForUserSelection01";
                    e.eventStarOrNot = true;
                })});
@@ -500,20 +370,20 @@ private slots:
         click(child(page, "kindRow9"));
         QCOMPARE(kind.get(), std::int64_t(9));
 
-        click(child(page, "showEndedFalse"));
-        QCOMPARE(showEnded.get(), false);
-        click(child(page, "showEndedTrue"));
-        QCOMPARE(showEnded.get(), true);
-
         click(child(page, "colourCellNone"));
         QCOMPARE(colour.get(), std::string());
+        QTRY_COMPARE(model.eventIds(), (QStringList{"plain", "ended"}));
+        click(child(page, "showEndedFalse"));
+        QCOMPARE(showEnded.get(), false);
         QTRY_COMPARE(model.eventIds(), QStringList{"plain"});
+        click(child(page, "showEndedTrue"));
+        QCOMPARE(showEnded.get(), true);
         click(child(page, "colourCell0"));
         QCOMPARE(colour.get(), std::string("colorForUserSelection01"));
         QTRY_COMPARE(model.eventIds(), QStringList{"red"});
         click(child(page, "colourCell0"));
         QCOMPARE(colour.get(), std::string("-"));
-        QTRY_COMPARE(model.eventIds(), (QStringList{"red", "plain"}));
+        QTRY_COMPARE(model.eventIds(), (QStringList{"red", "plain", "ended"}));
 
         click(child(page, "schemeCell1"));
         QVERIFY(dark.get() && !light.get() && !system.get());
@@ -525,35 +395,6 @@ private slots:
         click(child(page, "schemeCell2"));
         QVERIFY(system.get() && !light.get() && !dark.get());
         QCOMPARE(theme.get(), Theme::systemDefault);
-    }
-
-    void timelineKindMenuWritesTheKind() {
-        Setting<std::int64_t> kind{"TL_UIOptions_showWhichKindEventSelection", 9};
-        auto* page = show(R"(TimelineView { objectName: "page"; anchors.fill: parent })");
-        QVERIFY(page);
-        auto* menu = page->findChild<QObject*>("kindMenu");
-        QVERIFY(menu);
-        for (int value : {3, 0, 3}) {
-            click(child(page, "kindMenuButton"));
-            QTRY_VERIFY(menu->property("opened").toBool());
-            auto* item = child(menu->property("contentItem").value<QObject*>(),
-                               QStringLiteral("kindMenuItem%1").arg(value));
-            QVERIFY(item);
-            click(item);
-            QCOMPARE(kind.get(), std::int64_t(value));
-            QTRY_VERIFY(item->property("checked").toBool());
-        }
-        QTRY_COMPARE(child(page, "kindMenuTitle")->property("text").toString(), QString("Starred"));
-    }
-
-    void timelineFilterButtonOpensThePopup() {
-        auto* page = show(R"(TimelineView { objectName: "page"; anchors.fill: parent })");
-        QVERIFY(page);
-        auto* popup = page->findChild<QObject*>("filterSettingPopupForMainView");
-        QVERIFY(popup);
-        QVERIFY(!popup->property("visible").toBool());
-        click(child(page, "filterButton"));
-        QTRY_VERIFY(popup->property("opened").toBool());
     }
 
     void renderEveryPage_data() {
@@ -577,7 +418,7 @@ private slots:
             << "rowDetails"
             << R"(Flickable { anchors.fill: parent; contentHeight: col.height + 32
                 Column { id: col; x: 16; y: 16; width: parent.width - 32; spacing: 12
-                  Repeater { model: ["climbing", "rent", "pills", "birthday", "trip"]
+                  Repeater { model: ["E3", "E4", "E2", "E5", "E1", "E6"]
                     ListRowViewForTimeline { required property string modelData;
                       width: parent.width; eventId: modelData; showMoreDetailToggle: true } } }
                 Item { objectName: "page" } })"
@@ -588,7 +429,7 @@ private slots:
         QFETCH(QString, name);
         QFETCH(QString, item);
         QFETCH(bool, popup);
-        store(seededEvents());
+        seedEventsOfEveryKind();
         const QString outDir = qEnvironmentVariable("TIDEMARK_BROWSING_RENDER_DIR");
         for (const char* locale : {"en_US", "zh_CN"}) {
             ScopedCalendarEnvironment place(

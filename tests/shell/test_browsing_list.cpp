@@ -8,32 +8,17 @@
 #include "browsing/TimelineList.h"
 #include "records/DayListArchive.h"
 #include "shell/Translations.h"
+#include "test_main_support.h"
 #endif
 
 #include <QCoreApplication>
 #include <QTest>
-#include <functional>
 #include <set>
 
 using namespace tidemark;
 using namespace tidemark::testing;
 
 namespace {
-
-eventInfo makeEvent(std::string id, std::string stamp,
-                    const std::function<void(eventInfo&)>& edit = {}) {
-    eventInfo e;
-    e.eventId = std::move(id);
-    e.eventTitle = e.eventId;
-    e.timeStampGenerate = std::move(stamp);
-    e.eventStartDateYear = 2026;
-    e.eventStartDateMonth = 3;
-    e.eventStartDateDay = 10;
-    if (edit) {
-        edit(e);
-    }
-    return e;
-}
 
 std::vector<std::string> idsOf(const std::vector<stackCardItem>& items) {
     std::vector<std::string> ids;
@@ -73,9 +58,17 @@ std::vector<eventInfo> mixedEvents() {
 
 using Ids = std::vector<std::string>;
 
+/// An event and the texts of its row.
+struct RowCase {
+    eventInfo event;
+    QString typeText, dayCountText, datesText, detailsText, nextDateText;
+    QStringList symbols;
+};
+
 } // namespace
 
 Q_DECLARE_METATYPE(Ids)
+Q_DECLARE_METATYPE(RowCase)
 
 class BrowsingListTest : public QObject {
     Q_OBJECT
@@ -105,7 +98,6 @@ private slots:
         QTest::newRow("unknown colour keeps all")
             << 9LL << "purple" << Ids{"e", "d", "c", "b", "a"};
         QTest::newRow("kind and colour together") << 3LL << "" << Ids{"d"};
-        QTest::newRow("colour without a match") << 1LL << "colorForUserSelection05" << Ids{};
     }
 
     void filteredEventList() {
@@ -136,22 +128,8 @@ private slots:
     }
 
     void endedEventsCountForTheBoxButDrawNoRow() {
-        const auto ended = makeEvent("ended", "2", [](eventInfo& e) {
-            e.eventRepeatOrNot = true;
-            e.eventType = 1;
-            e.eventHaveEndDateOrNot = true;
-            e.eventEndDateYear = 2026;
-            e.eventEndDateMonth = 3;
-            e.eventEndDateDay = 8;
-        });
-        const auto endsToday = makeEvent("endsToday", "1", [](eventInfo& e) {
-            e.eventRepeatOrNot = true;
-            e.eventType = 1;
-            e.eventHaveEndDateOrNot = true;
-            e.eventEndDateYear = 2026;
-            e.eventEndDateMonth = 3;
-            e.eventEndDateDay = 10;
-        });
+        const auto ended = endedEvent("ended", "2", 1, 8);
+        const auto endsToday = endedEvent("endsToday", "1", 1, 10);
         const auto& cal = Calendar::current();
         const Date at = now();
         TimelineFilter show;
@@ -189,137 +167,124 @@ private slots:
     }
 
     void rowTexts_data() {
-        QTest::addColumn<int>("which");
-        QTest::addColumn<QString>("typeText");
-        QTest::addColumn<QString>("dayCountText");
-        QTest::addColumn<QString>("datesText");
-        QTest::addColumn<QString>("detailsText");
-        QTest::addColumn<QString>("nextDateText");
-        QTest::addColumn<QStringList>("symbols");
+        QTest::addColumn<RowCase>("c");
         const QString thisFriday =
             QString::fromStdString(localized("thisWeek5StringAtComputeFuncPageForNextEventDate"));
-        QTest::newRow("one-off today") << 0 << ""
-                                       << "Today"
-                                       << "2026-03-10"
-                                       << ""
-                                       << "" << QStringList{};
-        QTest::newRow("one-off ahead") << 1 << ""
-                                       << "10 days"
-                                       << "2026-03-20"
-                                       << ""
-                                       << "" << QStringList{"star.fill"};
-        QTest::newRow("one-off past, odd stored date") << 2 << ""
-                                                       << "8 days"
-                                                       << "2026-02-30"
-                                                       << ""
-                                                       << "" << QStringList{"bell.badge"};
+        QTest::newRow("one-off today")
+            << RowCase{makeEvent("today", "1"), "", "Today", "2026-03-10", "", "", {}};
+        QTest::newRow("one-off ahead") << RowCase{makeEvent("ahead", "2",
+                                                            [](eventInfo& e) {
+                                                                e.eventStartDateDay = 20;
+                                                                e.eventStarOrNot = true;
+                                                            }),
+                                                  "",
+                                                  "10 days",
+                                                  "2026-03-20",
+                                                  "",
+                                                  "",
+                                                  {"star.fill"}};
+        // 30 February composes leniently to 2 March: 8 whole days back.
+        QTest::newRow("one-off past, odd stored date")
+            << RowCase{makeEvent("past", "3",
+                                 [](eventInfo& e) {
+                                     e.eventStartDateMonth = 2;
+                                     e.eventStartDateDay = 30;
+                                     e.eventNotiOrNot = true;
+                                 }),
+                       "",
+                       "8 days",
+                       "2026-02-30",
+                       "",
+                       "",
+                       {"bell.badge"}};
         QTest::newRow("daily every 3 days, all flags")
-            << 3 << "Every 3 days"
-            << ""
-            << "2026-03-01 ~ ∞"
-            << "Every 3 days 09:05"
-            << "" << QStringList{"star.fill", "bell.badge", "repeat", "shareplay"};
+            << RowCase{makeEvent("daily", "4",
+                                 [](eventInfo& e) {
+                                     e.eventRepeatOrNot = true;
+                                     e.eventType = 1;
+                                     e.eventStartDateDay = 1;
+                                     e.eventHaveCustomizeInterval = true;
+                                     e.eventDateWhenCustomizeRepeatTimes = 3;
+                                     e.eventDateWhenEveryDayHour = 9;
+                                     e.eventDateWhenEveryDayMin = 5;
+                                     e.eventStarOrNot = e.eventNotiOrNot = e.eventShareOrNot = true;
+                                 }),
+                       "Every 3 days",
+                       "",
+                       "2026-03-01 ~ ∞",
+                       "Every 3 days 09:05",
+                       "",
+                       {"star.fill", "bell.badge", "repeat", "shareplay"}};
         QTest::newRow("weekly, codes out of order, end date")
-            << 4 << "Every week"
-            << ""
-            << "2026-01-05 ~ 2026-12-31"
-            << "Every week: Mon Fri Sun" << thisFriday << QStringList{"repeat"};
-        QTest::newRow("monthly 31 and last day") << 5 << "Every month"
-                                                 << ""
-                                                 << "2026-01-31 ~ ∞"
-                                                 << "Every month: 1 · 31 · last day"
-                                                 << ">><<" << QStringList{"repeat"};
-        QTest::newRow("yearly every 2 years") << 6 << "Every 2 years"
-                                              << ""
-                                              << "2024-02-29 ~ ∞"
-                                              << "Every 2 years: 02-29"
-                                              << "" << QStringList{"repeat", "shareplay"};
+            << RowCase{makeEvent("weekly", "5",
+                                 [](eventInfo& e) {
+                                     e.eventRepeatOrNot = true;
+                                     e.eventType = 2;
+                                     e.eventStartDateMonth = 1;
+                                     e.eventStartDateDay = 5;
+                                     e.eventDateWhenEveryWeek = encodeDayListArchive({5, 1, 7});
+                                     e.eventHaveEndDateOrNot = true;
+                                     e.eventEndDateYear = 2026;
+                                     e.eventEndDateMonth = 12;
+                                     e.eventEndDateDay = 31;
+                                 }),
+                       "Every week",
+                       "",
+                       "2026-01-05 ~ 2026-12-31",
+                       "Every week: Mon Fri Sun",
+                       thisFriday,
+                       {"repeat"}};
+        QTest::newRow("monthly 31 and last day")
+            << RowCase{makeEvent("monthly", "6",
+                                 [](eventInfo& e) {
+                                     e.eventRepeatOrNot = true;
+                                     e.eventType = 3;
+                                     e.eventStartDateMonth = 1;
+                                     e.eventStartDateDay = 31;
+                                     e.eventDateWhenEveryMonth = encodeDayListArchive({99, 31, 1});
+                                 }),
+                       "Every month",
+                       "",
+                       "2026-01-31 ~ ∞",
+                       "Every month: 1 · 31 · last day",
+                       ">><<",
+                       {"repeat"}};
+        QTest::newRow("yearly every 2 years")
+            << RowCase{makeEvent("yearly", "7",
+                                 [](eventInfo& e) {
+                                     e.eventRepeatOrNot = true;
+                                     e.eventType = 4;
+                                     e.eventStartDateYear = 2024;
+                                     e.eventStartDateMonth = 2;
+                                     e.eventStartDateDay = 29;
+                                     e.eventHaveCustomizeInterval = true;
+                                     e.eventDateWhenCustomizeRepeatTimes = 2;
+                                     e.eventShareOrNot = true;
+                                 }),
+                       "Every 2 years",
+                       "",
+                       "2024-02-29 ~ ∞",
+                       "Every 2 years: 02-29",
+                       "",
+                       {"repeat", "shareplay"}};
     }
 
     void rowTexts() {
-        QFETCH(int, which);
-        QFETCH(QString, typeText);
-        QFETCH(QString, dayCountText);
-        QFETCH(QString, datesText);
-        QFETCH(QString, detailsText);
-        QFETCH(QString, nextDateText);
-        QFETCH(QStringList, symbols);
-
-        const std::vector<eventInfo> events{
-            makeEvent("today", "1"),
-            makeEvent("ahead", "2",
-                      [](eventInfo& e) {
-                          e.eventStartDateDay = 20;
-                          e.eventStarOrNot = true;
-                      }),
-            makeEvent("past", "3",
-                      [](eventInfo& e) {
-                          e.eventStartDateMonth = 2;
-                          e.eventStartDateDay =
-                              30; // composes leniently to 2 March: 8 whole days back
-                          e.eventNotiOrNot = true;
-                      }),
-            makeEvent("daily", "4",
-                      [](eventInfo& e) {
-                          e.eventRepeatOrNot = true;
-                          e.eventType = 1;
-                          e.eventStartDateDay = 1;
-                          e.eventHaveCustomizeInterval = true;
-                          e.eventDateWhenCustomizeRepeatTimes = 3;
-                          e.eventDateWhenEveryDayHour = 9;
-                          e.eventDateWhenEveryDayMin = 5;
-                          e.eventStarOrNot = e.eventNotiOrNot = e.eventShareOrNot = true;
-                      }),
-            makeEvent("weekly", "5",
-                      [](eventInfo& e) {
-                          e.eventRepeatOrNot = true;
-                          e.eventType = 2;
-                          e.eventStartDateMonth = 1;
-                          e.eventStartDateDay = 5;
-                          e.eventDateWhenEveryWeek = encodeDayListArchive({5, 1, 7});
-                          e.eventHaveEndDateOrNot = true;
-                          e.eventEndDateYear = 2026;
-                          e.eventEndDateMonth = 12;
-                          e.eventEndDateDay = 31;
-                      }),
-            makeEvent("monthly", "6",
-                      [](eventInfo& e) {
-                          e.eventRepeatOrNot = true;
-                          e.eventType = 3;
-                          e.eventStartDateMonth = 1;
-                          e.eventStartDateDay = 31;
-                          e.eventDateWhenEveryMonth = encodeDayListArchive({99, 31, 1});
-                      }),
-            makeEvent("yearly", "7",
-                      [](eventInfo& e) {
-                          e.eventRepeatOrNot = true;
-                          e.eventType = 4;
-                          e.eventStartDateYear = 2024;
-                          e.eventStartDateMonth = 2;
-                          e.eventStartDateDay = 29;
-                          e.eventHaveCustomizeInterval = true;
-                          e.eventDateWhenCustomizeRepeatTimes = 2;
-                          e.eventShareOrNot = true;
-                      }),
-        };
-        const auto row =
-            eventRowData(events[static_cast<std::size_t>(which)], now(), Calendar::current());
+        QFETCH(RowCase, c);
+        const auto row = eventRowData(c.event, now(), Calendar::current());
         QVERIFY(row.exists);
-        QCOMPARE(row.typeText, typeText);
-        QCOMPARE(row.dayCountText, dayCountText);
-        QCOMPARE(row.datesText, datesText);
-        QCOMPARE(row.detailsText, detailsText);
-        QCOMPARE(row.nextDateText, nextDateText);
-        QCOMPARE(row.symbols, symbols);
-        QCOMPARE(row.isToday, which == 0);
-        QCOMPARE(row.dayCountNumber.isEmpty(), dayCountText.isEmpty() || which == 0);
+        QCOMPARE(row.typeText, c.typeText);
+        QCOMPARE(row.dayCountText, c.dayCountText);
+        QCOMPARE(row.datesText, c.datesText);
+        QCOMPARE(row.detailsText, c.detailsText);
+        QCOMPARE(row.nextDateText, c.nextDateText);
+        QCOMPARE(row.symbols, c.symbols);
+        const bool today = c.dayCountText == "Today";
+        QCOMPARE(row.isToday, today);
+        QCOMPARE(row.dayCountNumber.isEmpty(), c.dayCountText.isEmpty() || today);
     }
 
     void colourContentAndMemoPassThrough() {
-        const auto plain = eventRowData(makeEvent("p", "1"), now(), Calendar::current());
-        QCOMPARE(plain.colorName, QString());
-        QCOMPARE(plain.content, QString());
-        QVERIFY(!plain.hasMemo);
         const auto full = eventRowData(makeEvent("f", "1",
                                                  [](eventInfo& e) {
                                                      e.eventColorString = "colorForUserSelection04";

@@ -1,6 +1,5 @@
-// The main screen in its window: tabs and their persistence, the month header, the month grid's
-// rings and selection, the day list, and the toolkit's month and ring arithmetic. Any QML
-// warning fails the test.
+// The main screen in its window (tabs, month header, grid, day list) and the toolkit's month and
+// ring arithmetic. Any QML warning fails the test.
 #include "QtTestSupport.h"
 #include "TestSupport.h"
 #include "records/Defaults.h"
@@ -55,7 +54,7 @@ QQuickItem* findItem(QQuickItem* root, const QString& name) {
     return nullptr;
 }
 
-bool effectivelyVisible(QQuickItem* item) {
+bool shown(QQuickItem* item) {
     return item && item->isVisible();
 }
 
@@ -121,7 +120,6 @@ private slots:
         environment_ = std::make_unique<ScopedCalendarEnvironment>(
             fixedEnvironment("Europe/Berlin", "en_US", 2026, 3, 10, 8));
         services_ = std::make_unique<FakeServices>();
-        // No sample events: each test seeds its own.
         Setting<bool>("userLaunchStatus", false).set(true);
         app_ = std::make_unique<tideMarkApp>();
     }
@@ -138,14 +136,20 @@ private slots:
 
     void tabsSwitchPersistAndPlusLeavesTheTab() {
         QVERIFY(open());
-        QVERIFY(effectivelyVisible(item("calendarPageView")));
+        QVERIFY(shown(item("calendarPageView")));
         QVERIFY(!item("eventListPageView")); // built when first shown
+        const auto colourOf = [&](const QString& tab) {
+            return findItem(item("tab_" + tab), "tabIcon")->property("color").value<QColor>();
+        };
+        QTRY_COMPARE(colourOf("summaryView"), QColor("#1F7A8C"));
+        QCOMPARE(colourOf("eventListView"), QColor("#9AA5AD"));
+        QCOMPARE(colourOf("addNewEvent"), QColor("#E5534B"));
         const int hapticsBefore = app_->haptics()->requestCount();
 
         click(item("tab_eventListView"));
         QCOMPARE(currentTab(), QString("eventListView"));
-        QVERIFY(effectivelyVisible(item("eventListPageView")));
-        QVERIFY(!effectivelyVisible(item("calendarPageView")));
+        QVERIFY(shown(item("eventListPageView")));
+        QVERIFY(!shown(item("calendarPageView")));
 
         click(item("tab_addNewEvent"));
         QCOMPARE(currentTab(), QString("eventListView"));
@@ -161,28 +165,18 @@ private slots:
         click(item("tab_moreView"));
         QCOMPARE(currentTab(), QString("moreView"));
         auto* note = item("settingsComingLabel");
-        QVERIFY(effectivelyVisible(note));
+        QVERIFY(shown(note));
         QCOMPARE(note->property("text").toString(), QString("Settings arrive in a later version."));
         QCOMPARE(app_->haptics()->requestCount(), hapticsBefore + 3);
 
         // A restart opens the saved tab, and the calendar page waits until it is shown.
         close();
         QVERIFY(open());
-        QVERIFY(effectivelyVisible(item("settingPlaceholderView")));
+        QVERIFY(shown(item("settingPlaceholderView")));
         QVERIFY(!item("calendarPageView"));
         click(item("tab_summaryView"));
         QCOMPARE(currentTab(), QString("summaryView"));
-        QVERIFY(effectivelyVisible(item("calendarPageView")));
-    }
-
-    void tabIconsTakeTheirColours() {
-        QVERIFY(open());
-        auto colourOf = [&](const QString& tab) {
-            return findItem(item("tab_" + tab), "tabIcon")->property("color").value<QColor>();
-        };
-        QTRY_COMPARE(colourOf("summaryView"), QColor("#1F7A8C"));
-        QCOMPARE(colourOf("eventListView"), QColor("#9AA5AD"));
-        QCOMPARE(colourOf("addNewEvent"), QColor("#E5534B"));
+        QVERIFY(shown(item("calendarPageView")));
     }
 
     void monthArrowsMoveTheMonthNotTheSelection() {
@@ -201,9 +195,6 @@ private slots:
         QCOMPARE(label->property("text").toString(), QString("February 2026"));
         QCOMPARE(calendarPage()->todayDateForDatePickerDefault(), selected);
         QCOMPARE(app_->haptics()->requestCount(), hapticsBefore + 3);
-        // February 2026 starts on a Sunday too: its first cell is 1 February.
-        QCOMPARE(monthModel()->data(monthModel()->index(0), MonthModel::DayTextRole).toString(),
-                 QString("01"));
     }
 
     void selectingADayFillsTheDayList() {
@@ -211,7 +202,7 @@ private slots:
             dayEvent("A", "Dentist", 2026, 3, 15, "colorForUserSelection01"));
         QVERIFY(open());
         auto* noEvent = item("noEventLabel");
-        QTRY_VERIFY(effectivelyVisible(noEvent)); // today, the 10th, is empty
+        QTRY_VERIFY(shown(noEvent)); // today, the 10th, is empty
         QCOMPARE(noEvent->property("text").toString(), QString("No events on this day"));
 
         click(dayCell(15));
@@ -219,8 +210,6 @@ private slots:
         auto* list = item("dayList");
         QTRY_COMPARE(list->property("count").toInt(), 1);
         QVERIFY(!noEvent->isVisible());
-        QVERIFY(dayCell(15)->property("selected").toBool());
-        QVERIFY(!dayCell(10)->property("selected").toBool());
 
         click(dayCell(16));
         QTRY_COMPARE(list->property("count").toInt(), 0);
@@ -245,18 +234,16 @@ private slots:
             {20, {"colorForUserSelection01", "colorForUserSelection02", "default"}},
         };
         for (const auto& c : cases) {
-            const QString tag = QString::number(c.day);
             QCOMPARE(monthModel()
                          ->data(monthModel()->index(c.day - 1), MonthModel::ColorNamesRole)
                          .toStringList(),
                      c.names);
             auto* ring = findItem(dayCell(c.day), "ring");
-            QVERIFY2(ring, qPrintable(tag));
+            QVERIFY2(ring, qPrintable(QString::number(c.day)));
             QCOMPARE(ring->property("arcCount").toInt(), c.names.size());
             QCOMPARE(ring->opacity(), 0.723);
         }
-        auto* ring = findItem(dayCell(20), "ring");
-        const auto colours = ring->property("colors").toList();
+        const auto colours = findItem(dayCell(20), "ring")->property("colors").toList();
         QCOMPARE(colours.size(), 3);
         QCOMPARE(colours[0].value<QColor>(), QColor("#E5534B"));
         QCOMPARE(colours[2].value<QColor>(), QColor("#8E8E93")); // the gray of "default"
@@ -292,7 +279,6 @@ private slots:
         QVERIFY(!findItem(today, "selectedCircle")->isVisible());
     }
 
-    // The month grid without a window.
     void gridStartsAtTheFirstWeekday_data() {
         QTest::addColumn<QString>("locale");
         QTest::addColumn<int>("firstWeekday");
@@ -346,11 +332,10 @@ private slots:
         model.moveMonth(1); // April 2026: 1 April is a Wednesday, cell 3
         QCOMPARE(model.buildCount(), builds + 1);
         QCOMPARE(model.data(model.index(3), MonthModel::DayTextRole).toString(), QString("01"));
+        // The one-off event of 2 April 2025 lies in another year: nothing on 2 April 2026.
         QCOMPARE(model.data(model.index(4), MonthModel::ColorNamesRole).toStringList(),
                  QStringList{});
         QCOMPARE(model.data(model.index(3), MonthModel::IsPastRole).toBool(), false);
-        // The one-off event of 2 April 2025 lies in another year: nothing this April.
-        QCOMPARE(model.data(model.index(4), MonthModel::IsCurrentMonthRole).toBool(), true);
         model.moveMonth(-13); // March 2025
         QCOMPARE(model.monthTitle(), QString("March 2025"));
         QCOMPARE(model.data(model.index(0), MonthModel::IsPastRole).toBool(), true);
@@ -360,8 +345,6 @@ private slots:
     }
 
     void colourNamesSortAsPlainStrings() {
-        QCOMPARE(sortedColorNames({"colorForUserSelection02", "", "colorForUserSelection01"}),
-                 (QStringList{"colorForUserSelection01", "colorForUserSelection02", "default"}));
         QCOMPARE(sortedColorNames({"-", "colorForUserSelection10", "colorForUserSelection09", "-"}),
                  (QStringList{"colorForUserSelection09", "colorForUserSelection10", "default",
                               "default"}));
@@ -371,14 +354,7 @@ private slots:
     void ringArcsSplitTheCircle() {
         QCOMPARE(ringSegments(0), QList<RingSegment>{});
         QCOMPARE(ringSegments(1), (QList<RingSegment>{{0, 360}}));
-        const auto three = ringSegments(3);
-        QCOMPARE(three.size(), 3);
-        QCOMPARE(three[0].startAngle, 0.0);
-        QCOMPARE(three[1].startAngle, 120.0);
-        QCOMPARE(three[2].endAngle, 360.0);
-        for (int i = 1; i < three.size(); ++i) {
-            QCOMPARE(three[i].startAngle, three[i - 1].endAngle);
-        }
+        QCOMPARE(ringSegments(3), (QList<RingSegment>{{0, 120}, {120, 240}, {240, 360}}));
     }
 };
 

@@ -1,10 +1,11 @@
-// Shared helpers of the main screen's tests: seeded events and a QML warning trap.
+// Shared helpers of the shell's tests: events to seed the store with.
 #pragma once
 
 #include "records/DayListArchive.h"
 #include "records/realmDataFunc.h"
 
 #include <QStringList>
+#include <functional>
 #include <string>
 
 namespace tidemark::testing {
@@ -21,6 +22,34 @@ inline eventObject dayEvent(const std::string& id, const std::string& title, int
     event.eventStartDateDay = day;
     event.eventColorString = color;
     return event;
+}
+
+/// A one-off event on 10 March 2026 titled by its id, changed by `edit`.
+inline eventInfo makeEvent(std::string id, std::string stamp,
+                           const std::function<void(eventInfo&)>& edit = {}) {
+    eventInfo e;
+    e.eventId = std::move(id);
+    e.eventTitle = e.eventId;
+    e.timeStampGenerate = std::move(stamp);
+    e.eventStartDateYear = 2026;
+    e.eventStartDateMonth = 3;
+    e.eventStartDateDay = 10;
+    if (edit) {
+        edit(e);
+    }
+    return e;
+}
+
+/// A repeating event of `type` that ended on `endDay` March 2026.
+inline eventInfo endedEvent(std::string id, std::string stamp, std::int64_t type, int endDay) {
+    return makeEvent(std::move(id), std::move(stamp), [&](eventInfo& e) {
+        e.eventRepeatOrNot = true;
+        e.eventType = type;
+        e.eventHaveEndDateOrNot = true;
+        e.eventEndDateYear = 2026;
+        e.eventEndDateMonth = 3;
+        e.eventEndDateDay = endDay;
+    });
 }
 
 /// One event of every kind: one-off, daily, weekly, monthly, yearly, starred, with memo and
