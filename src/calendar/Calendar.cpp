@@ -5,12 +5,14 @@
 
 #include "base/Fatal.h"
 
+#include <algorithm>
 #include <array>
 #include <atomic>
 #include <cerrno>
 #include <chrono>
 #include <cmath>
 #include <cstdlib>
+#include <iterator>
 #include <limits>
 #include <mutex>
 #include <random>
@@ -178,7 +180,8 @@ struct Calendar::Impl {
     // Formatters are costly to build and formatting is frequent: one per pattern, made on
     // first use. A handful of patterns is used, so a linear search beats hashing.
     std::vector<std::pair<std::string, std::unique_ptr<icu::SimpleDateFormat>>> formatters;
-    std::array<std::unique_ptr<icu::SimpleDateFormat>, 2> abbreviated; // [withYear]
+    // The same for the locale's best patterns, by skeleton.
+    std::vector<std::pair<std::string, std::unique_ptr<icu::SimpleDateFormat>>> skeletons;
 
     std::unique_ptr<icu::SimpleDateFormat> makeFormatter(const icu::UnicodeString& pattern) {
         UErrorCode status = U_ZERO_ERROR;
@@ -410,22 +413,30 @@ std::string Calendar::format(Date date, std::string_view pattern) const {
 }
 
 std::string Calendar::formatAbbreviated(Date date, bool withYear) const {
-    auto& formatter = impl_->abbreviated[withYear ? 1 : 0];
-    if (!formatter) {
+    return formatSkeleton(date, withYear ? "yMMMd" : "MMMd");
+}
+
+std::string Calendar::formatSkeleton(Date date, std::string_view skeleton) const {
+    auto found = std::find_if(impl_->skeletons.begin(), impl_->skeletons.end(),
+                              [&](const auto& entry) { return entry.first == skeleton; });
+    if (found == impl_->skeletons.end()) {
+        std::unique_ptr<icu::SimpleDateFormat> formatter;
         UErrorCode status = U_ZERO_ERROR;
         std::unique_ptr<icu::DateTimePatternGenerator> generator(
             icu::DateTimePatternGenerator::createInstance(impl_->locale, status));
-        if (U_FAILURE(status)) {
-            return {};
+        if (U_SUCCESS(status)) {
+            const auto pattern = generator->getBestPattern(
+                icu::UnicodeString::fromUTF8(
+                    icu::StringPiece(skeleton.data(), static_cast<int32_t>(skeleton.size()))),
+                status);
+            if (U_SUCCESS(status)) {
+                formatter = impl_->makeFormatter(pattern);
+            }
         }
-        const auto pattern =
-            generator->getBestPattern(icu::UnicodeString(withYear ? u"yMMMd" : u"MMMd"), status);
-        if (U_FAILURE(status)) {
-            return {};
-        }
-        formatter = impl_->makeFormatter(pattern);
+        impl_->skeletons.emplace_back(std::string(skeleton), std::move(formatter));
+        found = std::prev(impl_->skeletons.end());
     }
-    return impl_->formatWith(formatter.get(), date);
+    return impl_->formatWith(found->second.get(), date);
 }
 
 // ---------------------------------------------------------------------------------------------

@@ -152,6 +152,11 @@ public:
     /// ("Mar 10, 2026", "2026年3月10日"); without the year when `withYear` is false.
     std::string formatAbbreviated(Date date, bool withYear = true) const;
 
+    /// Formats with the locale's best pattern for an ICU skeleton: "yMMMM" gives "March 2026" or
+    /// "2026年3月", "MMMMEEEEd" gives "Tuesday, March 10" or "3月10日星期二". "" when ICU has no
+    /// pattern for it.
+    std::string formatSkeleton(Date date, std::string_view skeleton) const;
+
 private:
     struct Impl;
     std::unique_ptr<Impl> impl_;

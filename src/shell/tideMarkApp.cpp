@@ -1,5 +1,6 @@
 #include "shell/tideMarkApp.h"
 
+#include "calendar/Calendar.h"
 #include "platform/linux/QtDispatcher.h"
 #include "shell/CalendarPage.h"
 #include "shell/QmlTypes.h"
@@ -39,6 +40,17 @@ QString tideMarkApp::preferredColorScheme() const {
 
 bool tideMarkApp::hasQmlFile(const QString& fileName) const {
     return QFile::exists(QStringLiteral(":/qml/") + fileName);
+}
+
+QString tideMarkApp::headline(int tabViewSelection) const {
+    switch (tabViewSelection) {
+    case 0:
+        return QString::fromStdString(Calendar::current().formatSkeleton(now(), "MMMMEEEEd"));
+    case 1:
+        return qtTrId("nextFewDaysEventViewNaviLinkStringBigTitleAtBrandNewMainView");
+    default:
+        return {};
+    }
 }
 
 bool tideMarkApp::launch(QQmlApplicationEngine& engine) {

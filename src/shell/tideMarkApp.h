@@ -42,6 +42,10 @@ public:
 
     QString preferredColorScheme() const;
 
+    /// The main screen's headline for the page setting "FUNC_APP_tabViewSelection": 0 today's
+    /// date with weekday, month and day in the user's locale; 1 the next-few-days title; else "".
+    Q_INVOKABLE QString headline(int tabViewSelection) const;
+
     /// Whether the window's QML folder holds `fileName` (a page that lands later may be
     /// missing still).
     Q_INVOKABLE bool hasQmlFile(const QString& fileName) const;

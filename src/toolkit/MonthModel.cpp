@@ -9,8 +9,6 @@
 
 #include <algorithm>
 #include <memory>
-#include <unicode/dtptngen.h>
-#include <unicode/locid.h>
 
 namespace tidemark {
 
@@ -42,36 +40,6 @@ Date composed(const Calendar& calendar, std::int64_t year, std::int64_t month, s
     c.month = month;
     c.day = day;
     return unwrap(calendar.date(c));
-}
-
-std::string generatedMonthYearPattern(const std::string& localeId) {
-    UErrorCode status = U_ZERO_ERROR;
-    const icu::Locale locale(localeId.c_str());
-    std::unique_ptr<icu::DateTimePatternGenerator> generator(
-        icu::DateTimePatternGenerator::createInstance(locale, status));
-    if (U_FAILURE(status)) {
-        return "MMMM y";
-    }
-    const auto pattern = generator->getBestPattern(icu::UnicodeString(u"yMMMM"), status);
-    if (U_FAILURE(status)) {
-        return "MMMM y";
-    }
-    std::string out;
-    pattern.toUTF8String(out);
-    return out;
-}
-
-/// The locale's pattern for month and year ("MMMM y", "y年M月"). Making a pattern generator is
-/// slow, so the pattern of the last locale asked for is kept.
-std::string monthYearPattern(const std::string& localeId) {
-    thread_local std::string lastLocale;
-    thread_local std::string lastPattern;
-    if (!lastPattern.empty() && localeId == lastLocale) {
-        return lastPattern;
-    }
-    lastLocale = localeId;
-    lastPattern = generatedMonthYearPattern(localeId);
-    return lastPattern;
 }
 
 } // namespace
@@ -168,8 +136,7 @@ void MonthModel::rebuild() {
     for (int i = 0; i < 7; ++i) {
         symbols << QString::fromStdString(calendar.format(toDate(cells[i].date), "EEEEEE"));
     }
-    monthTitle_ =
-        QString::fromStdString(calendar.format(first, monthYearPattern(calendar.localeId())));
+    monthTitle_ = QString::fromStdString(calendar.formatSkeleton(first, "yMMMM"));
     weekdaySymbols_ = symbols;
 
     const bool firstBuild = cells_.empty();

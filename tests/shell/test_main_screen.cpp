@@ -179,6 +179,15 @@ private slots:
         QVERIFY(shown(item("calendarPageView")));
     }
 
+    void headlineFollowsThePageSetting() {
+        QCOMPARE(app_->headline(0), QStringLiteral("Tuesday, March 10"));
+        QCOMPARE(app_->headline(1), QStringLiteral("Next few days"));
+        QCOMPARE(app_->headline(2), QString());
+        Setting<std::int64_t>("FUNC_APP_tabViewSelection", 0).set(1);
+        QVERIFY(open());
+        QCOMPARE(item("headline")->property("text").toString(), QStringLiteral("Next few days"));
+    }
+
     void monthArrowsMoveTheMonthNotTheSelection() {
         QVERIFY(open());
         auto* label = item("monthLabel");

@@ -24,6 +24,12 @@ Item {
         defaultValue: "summaryView"
     }
 
+    AppStorage {
+        id: tabViewSelection
+        key: "FUNC_APP_tabViewSelection"
+        defaultValue: 0
+    }
+
     function selectTab(tab) {
         Haptics.impact()
         tabSwitch.restart()
@@ -42,11 +48,33 @@ Item {
         color: mainView.Material.background
     }
 
+    // The screen's headline: today's date, or the next-few-days title, by the page setting. It
+    // is read when the tab changes; like every date on screen it has no day-change timer.
+    Label {
+        id: headline
+        objectName: "headline"
+        anchors.left: parent.left
+        anchors.right: parent.right
+        anchors.top: parent.top
+        anchors.leftMargin: 20
+        anchors.rightMargin: 20
+        topPadding: 14
+        bottomPadding: 2
+        visible: mainView.shownTab !== "moreView" && text !== ""
+        text: {
+            mainView.shownTab // read again on each tab change
+            return TideMarkApp.headline(tabViewSelection.value)
+        }
+        font.pixelSize: 26
+        font.bold: true
+        elide: Text.ElideRight
+    }
+
     Item {
         id: pages
         anchors.left: parent.left
         anchors.right: parent.right
-        anchors.top: parent.top
+        anchors.top: headline.visible ? headline.bottom : parent.top
         anchors.bottom: tabBar.top
 
         NumberAnimation {
