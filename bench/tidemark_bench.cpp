@@ -10,6 +10,15 @@
 // answers are compared in full (on the sampled events where the walk is sampled); libical is
 // compared with the engine, and its agreement is reported apart, since it reads some rules
 // differently.
+//
+// In the default build (with the shell) a last line per N, "main-screen", brings up the app's
+// window offscreen (QT_QPA_PLATFORM=offscreen, Material style) on a private XDG data and config
+// folder whose store holds the same mix (in the app's colour names) and whose first launch is
+// marked done, so no sample events join them: the time from the start of launch() to the
+// window's first frame (median of fresh apps, engines and windows, next to the 500 ms it should
+// stay under) and the cost of a month change of the calendar grid, average and worst of a year
+// forward and back, with the store read and the engine's 42 days of a month apart. The core-only
+// build has no such line.
 #include "base/Fatal.h"
 #include "calendar/Calendar.h"
 #include "engine/LocalClock.h"
@@ -31,6 +40,24 @@
 #include <random>
 #include <string>
 #include <vector>
+
+#ifdef TIDEMARK_BENCH_WITH_SHELL
+#include "records/Defaults.h"
+#include "records/Store.h"
+#include "shell/tideMarkApp.h"
+#include "toolkit/MonthModel.h"
+
+#include <QElapsedTimer>
+#include <QEventLoop>
+#include <QGuiApplication>
+#include <QQmlApplicationEngine>
+#include <QQuickStyle>
+#include <QQuickWindow>
+#include <QTimer>
+#include <filesystem>
+#include <memory>
+#include <unistd.h>
+#endif
 
 using namespace tidemark;
 
@@ -423,9 +450,211 @@ Agreement agreement(const MonthAnswers& a, const MonthAnswers& b,
     return result;
 }
 
+#ifdef TIDEMARK_BENCH_WITH_SHELL
+// ---------------------------------------------------------------------------------------------
+// The main screen
+
+constexpr double kFirstFrameLimitMs = 500;
+
+/// A fresh folder as XDG_DATA_HOME and XDG_CONFIG_HOME while the object lives, so that the app
+/// opens a store and settings of its own; the variables are put back and the folder removed
+/// afterwards.
+class PrivateHome {
+public:
+    PrivateHome() {
+        std::string pattern =
+            (std::filesystem::temp_directory_path() / "tidemark-bench-XXXXXX").string();
+        if (mkdtemp(pattern.data()) == nullptr) {
+            std::fprintf(stderr, "tidemark-bench: cannot make a folder in %s\n",
+                         std::filesystem::temp_directory_path().c_str());
+            std::exit(1);
+        }
+        root_ = pattern;
+        save("XDG_DATA_HOME", oldData_, hadData_);
+        save("XDG_CONFIG_HOME", oldConfig_, hadConfig_);
+        setenv("XDG_DATA_HOME", (root_ / "data").c_str(), 1);
+        setenv("XDG_CONFIG_HOME", (root_ / "config").c_str(), 1);
+        DefaultsSuite::resetForTesting();
+        setDefaultStorePath({});
+    }
+    ~PrivateHome() {
+        DefaultsSuite::resetForTesting();
+        restore("XDG_DATA_HOME", oldData_, hadData_);
+        restore("XDG_CONFIG_HOME", oldConfig_, hadConfig_);
+        setDefaultStorePath({});
+        std::error_code ignored;
+        std::filesystem::remove_all(root_, ignored);
+    }
+    PrivateHome(const PrivateHome&) = delete;
+    PrivateHome& operator=(const PrivateHome&) = delete;
+
+private:
+    static void save(const char* name, std::string& value, bool& had) {
+        const char* v = std::getenv(name);
+        had = v != nullptr;
+        value = v != nullptr ? v : "";
+    }
+    static void restore(const char* name, const std::string& value, bool had) {
+        if (had) {
+            setenv(name, value.c_str(), 1);
+        } else {
+            unsetenv(name);
+        }
+    }
+    std::filesystem::path root_;
+    std::string oldData_, oldConfig_;
+    bool hadData_ = false, hadConfig_ = false;
+};
+
+/// The one QGuiApplication of the run, made the first time the main screen is measured.
+std::unique_ptr<QGuiApplication> guiApplication;
+
+void ensureGuiApplication() {
+    if (guiApplication) {
+        return;
+    }
+    static int argc = 1;
+    static char name[] = "tidemark-bench";
+    static char* argv[] = {name, nullptr};
+    setenv("QT_QPA_PLATFORM", "offscreen", 1);
+    guiApplication = std::make_unique<QGuiApplication>(argc, argv);
+    QQuickStyle::setStyle(QStringLiteral("Material"));
+}
+
+/// Launches the app into `engine` and waits for the window's first frame; the milliseconds
+/// from the start of launch(), or a negative value if the window failed or never drew.
+double launchToFirstFrame(tideMarkApp& app, QQmlApplicationEngine& engine) {
+    QElapsedTimer clock;
+    clock.start();
+    if (!app.launch(engine) || engine.rootObjects().isEmpty()) {
+        return -1;
+    }
+    auto* window = qobject_cast<QQuickWindow*>(engine.rootObjects().first());
+    if (window == nullptr) {
+        return -1;
+    }
+    double firstFrameMs = -1;
+    QEventLoop loop;
+    QObject::connect(
+        window, &QQuickWindow::frameSwapped, &loop,
+        [&] {
+            firstFrameMs = static_cast<double>(clock.nsecsElapsed()) / 1e6;
+            loop.quit();
+        },
+        Qt::SingleShotConnection);
+    QTimer::singleShot(20000, &loop, &QEventLoop::quit);
+    loop.exec();
+    return firstFrameMs;
+}
+
+/// The app's colour names in place of the mix's own, with some events on the default colour.
+std::vector<eventInfo> withAppColors(std::vector<eventInfo> events) {
+    for (std::size_t i = 0; i < events.size(); ++i) {
+        events[i].eventColorString =
+            i % 11 == 0 ? "" : "colorForUserSelection0" + std::to_string(1 + i % 5);
+    }
+    return events;
+}
+
+void benchmarkMainScreen(const std::vector<eventInfo>& mix, const CalendarEnvironment& environment,
+                         Date now) {
+    ensureGuiApplication();
+    const std::int64_t n = static_cast<std::int64_t>(mix.size());
+    PrivateHome home;
+    CalendarEnvironment fixed = environment;
+    fixed.fixedNow = now;
+    const CalendarEnvironment previous = calendarEnvironment();
+    setCalendarEnvironment(fixed);
+    Setting<bool>("userLaunchStatus", false).set(true);
+    {
+        const std::vector<eventInfo> events = withAppColors(mix);
+        Store store = Store::open();
+        store.write([&] {
+            for (const eventInfo& e : events) {
+                store.add(e);
+            }
+        });
+    }
+    const std::int64_t stored = Store::open().count<eventInfo>();
+
+    // The first frame, each time with a fresh app, engine and window; the last stays up while
+    // the month changes are timed.
+    const int runs = n <= 1000 ? 5 : 3;
+    std::vector<double> firstFrames;
+    auto app = std::make_unique<tideMarkApp>();
+    auto engine = std::make_unique<QQmlApplicationEngine>();
+    bool failed = false;
+    for (int run = 0; run < runs && !failed; ++run) {
+        if (run > 0) {
+            engine.reset();
+            app.reset();
+            QCoreApplication::processEvents();
+            app = std::make_unique<tideMarkApp>();
+            engine = std::make_unique<QQmlApplicationEngine>();
+        }
+        const double ms = launchToFirstFrame(*app, *engine);
+        failed = ms < 0;
+        firstFrames.push_back(ms);
+    }
+    if (failed || stored != n) {
+        std::printf("main-screen N=%lld: FAILED (%s)\n", static_cast<long long>(n),
+                    failed ? "the window did not load or draw"
+                           : "the store does not hold the seeded events");
+    } else {
+        // A month change as the grid does it: one store read, one batch, 42 days; a year
+        // forward, then back.
+        MonthModel month;
+        constexpr int kChanges = 24;
+        QElapsedTimer step;
+        double worst = 0;
+        double total = 0;
+        for (int i = 0; i < kChanges; ++i) {
+            step.start();
+            month.moveMonth(i < kChanges / 2 ? 1 : -1);
+            const double ms = static_cast<double>(step.nsecsElapsed()) / 1e6;
+            worst = std::max(worst, ms);
+            total += ms;
+        }
+        // Its two parts apart, on the month of now.
+        const Calendar& calendar = Calendar::current();
+        const DateComponents nowParts = calendar.dateComponents(kYear | kMonth, now);
+        std::vector<eventInfo> events;
+        const double storeMs = medianMillis(9, [&] { events = Results<eventInfo>().snapshot(); });
+        std::size_t hits = 0;
+        const double engineMs = medianMillis(9, [&] {
+            const RuleBatch batch(events, calendar);
+            hits = 0;
+            for (int d = 1; d <= MonthModel::kCellCount; ++d) {
+                DateComponents c;
+                c.year = nowParts.year;
+                c.month = nowParts.month;
+                c.day = d;
+                hits += batch.indicesOnDate(unwrap(calendar.date(c))).size();
+            }
+        });
+        std::printf("main-screen N=%lld: first frame %s ms (limit %.0f ms), month change %s ms "
+                    "average, %s ms worst (engine %s ms, store %s ms)\n",
+                    static_cast<long long>(n), millisText(median(firstFrames)).c_str(),
+                    kFirstFrameLimitMs, millisText(total / kChanges).c_str(),
+                    millisText(worst).c_str(), millisText(engineMs).c_str(),
+                    millisText(storeMs).c_str());
+        if (hits == 0 || month.rowCount() != MonthModel::kCellCount) {
+            std::printf("# main-screen N=%lld: the month grid came out empty\n",
+                        static_cast<long long>(n));
+        }
+    }
+    engine.reset();
+    app.reset();
+    QCoreApplication::processEvents();
+    setCalendarEnvironment(previous);
+    std::fflush(stdout);
+}
+#endif
+
 // ---------------------------------------------------------------------------------------------
 
-void benchmark(std::int64_t count, std::uint64_t seed, const Calendar& calendar, Date now) {
+void benchmark(std::int64_t count, std::uint64_t seed, const CalendarEnvironment& environment,
+               const Calendar& calendar, Date now) {
     const DateComponents todayParts = calendar.dateComponents(kYear | kMonth | kDay, now);
     const std::int64_t today = daysFromCivil(*todayParts.year, *todayParts.month, *todayParts.day);
     const std::vector<eventInfo> events = makeEvents(count, seed, today);
@@ -528,9 +757,20 @@ void benchmark(std::int64_t count, std::uint64_t seed, const Calendar& calendar,
                 static_cast<long long>(n), millisText(widgetMs).c_str(), json.size(),
                 complete ? "yes" : "NO");
     std::fflush(stdout);
+#ifdef TIDEMARK_BENCH_WITH_SHELL
+    benchmarkMainScreen(events, environment, now);
+#else
+    (void)environment;
+#endif
 }
 
 } // namespace
+
+#ifdef TIDEMARK_BENCH_WITH_SHELL
+constexpr const char* kMainScreenNote = "; the main-screen line opens the window offscreen";
+#else
+constexpr const char* kMainScreenNote = "; built without the shell: no main-screen line";
+#endif
 
 int main(int argc, char** argv) {
     std::vector<std::int64_t> counts;
@@ -550,7 +790,10 @@ int main(int argc, char** argv) {
                 seed = static_cast<std::uint64_t>(value);
             }
         } else {
-            std::fprintf(stderr, "usage: tidemark-bench [--events N]... [--seed S]\n");
+            std::fprintf(stderr,
+                         "usage: tidemark-bench [--events N]... [--seed S]\n"
+                         "  N events per run (default 100, 1000 and 10000)%s\n",
+                         kMainScreenNote);
             return arg == "--help" || arg == "-h" ? 0 : 2;
         }
     }
@@ -576,7 +819,10 @@ int main(int argc, char** argv) {
                 static_cast<unsigned long long>(seed), calendar.timeZoneId().c_str(),
                 calendar.localeId().c_str());
     for (const std::int64_t count : counts) {
-        benchmark(count, seed, calendar, now);
+        benchmark(count, seed, environment, calendar, now);
     }
+#ifdef TIDEMARK_BENCH_WITH_SHELL
+    guiApplication.reset();
+#endif
     return 0;
 }
