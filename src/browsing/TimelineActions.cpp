@@ -5,8 +5,9 @@
 namespace tidemark {
 
 void TimelineActions::timelineAppeared() {
+    // The plan catches up with every edit made since it was last filed.
     notiFunc().removeAllNotiRequests();
-    // planAllNotiRequests() follows here when reminder planning lands.
+    notiFunc().planAllNotiRequests();
 }
 
 void TimelineActions::chooseColorScheme(int scheme) {

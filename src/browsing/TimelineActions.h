@@ -20,8 +20,8 @@ public:
 
     using QObject::QObject;
 
-    /// On each appearance of the timeline: drops every pending reminder request. Planning them
-    /// afresh joins here once the reminder planner exists.
+    /// On each appearance of the timeline: drops every pending reminder request and plans them
+    /// afresh from the store.
     Q_INVOKABLE void timelineAppeared();
 
     /// Sets the chosen scheme's flag, clears the two others, and sets the window's theme setting

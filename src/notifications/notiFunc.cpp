@@ -1,8 +1,11 @@
 #include "notifications/notiFunc.h"
 
+#include "base/Fatal.h"
 #include "calendar/Calendar.h"
+#include "engine/RuleBatch.h"
 #include "notifications/NotificationCenter.h"
 
+#include <algorithm>
 #include <cstdio>
 #include <iostream>
 
@@ -40,6 +43,76 @@ void notiFunc::removeOneNotiRequest(const std::string& identifier) {
 
 void notiFunc::removeAllNotiRequests() {
     notificationCenter().removeAllPending();
+}
+
+void notiFunc::printPendingNotiRequests() {
+    notificationCenter().pending([](std::vector<NotificationRequest> requests) {
+        for (const auto& r : requests) {
+            std::cout << r.identifier << " in " << r.delaySeconds << " s: " << r.title << std::endl;
+        }
+    });
+}
+
+void notiFunc::addOneNotiRequest(const std::string& title, const std::string& content,
+                                 double timeInterval, const std::string& identifier) {
+    if (!(timeInterval > 0)) {
+        return;
+    }
+    NotificationRequest request;
+    request.identifier = identifier;
+    request.title = title;
+    request.subtitle = content;
+    request.delaySeconds = timeInterval;
+    request.sound = true;
+    request.timeSensitive = true;
+    notificationCenter().add(request, [](std::optional<std::string>) {});
+}
+
+void notiFunc::planAllNotiRequests() {
+    const auto plan = plannedReminders(eventNotiOn.snapshot(), now(), Calendar::current());
+    if (!switchOfNotiOpenOrNotForAllEvent.get()) {
+        return;
+    }
+    // The cap comes first: reminders already due take places among the 60 and file nothing.
+    const std::size_t taken = std::min(plan.size(), kMaximumRequests);
+    for (std::size_t i = 0; i < taken; ++i) {
+        const auto& entry = plan[i];
+        addOneNotiRequest(entry.title, entry.content, entry.timeInterval,
+                          entry.eventNotiId + "@@" + newUUIDString());
+    }
+}
+
+double leadTimeOffset(std::int64_t eventNotiType, std::int64_t hour, std::int64_t minute) {
+    static constexpr std::array<std::int64_t, 10> offsets{
+        0, -3600, -10800, -21600, 0, -86400, -259200, -604800, -1209600, -2419200};
+    if (eventNotiType < 0 || eventNotiType > 9) {
+        return 0;
+    }
+    std::int64_t seconds = offsets[static_cast<std::size_t>(eventNotiType)];
+    if (eventNotiType >= 4) {
+        // The occurrences of these rules stand at the start of their day: the time of day of
+        // the reminder comes on top.
+        seconds = checkedAdd(seconds, checkedAdd(checkedMul(hour, 3600), checkedMul(minute, 60)));
+    }
+    return static_cast<double>(seconds);
+}
+
+std::vector<notiFunc::eventNotiInfoDataForAppOnly>
+plannedReminders(const std::vector<eventInfo>& events, Date now, const Calendar& calendar) {
+    // The batch composes every element of every list (in order of their moments); the lead
+    // times then reorder them by interval.
+    std::vector<notiFunc::eventNotiInfoDataForAppOnly> plan;
+    for (const PlannedOccurrence& occurrence : RuleBatch(events, calendar).planOccurrences(now)) {
+        const eventInfo& event = events[occurrence.eventIndex];
+        plan.push_back({event.eventTitle, event.eventContent,
+                        occurrence.date.timeIntervalSince(now) +
+                            leadTimeOffset(event.eventNotiType, event.eventNotiDateDayHour,
+                                           event.eventNotiDateDayMin),
+                        event.eventNotiId, event.eventId});
+    }
+    std::stable_sort(plan.begin(), plan.end(),
+                     [](const auto& a, const auto& b) { return a.timeInterval < b.timeInterval; });
+    return plan;
 }
 
 void bgFunc::submitNotiRefreshTask() {

@@ -1,11 +1,19 @@
-// Reminder planning's entry points. Made anew at each use; its state is the two settings below and
-// the store. This layer holds the authorisation and removal steps that launch and first launch
-// use; filing the plan itself (addOneNotiRequest, planAllNotiRequests) comes with the planner.
+// Reminder planning. Made anew at each use; its state is the two settings below and the store.
+// A plan is never kept: every run builds the list of coming reminders of all events that have
+// one, files the first 60 as one-shot requests, and relies on the caller to have removed what
+// was pending before.
 #pragma once
 
+#include "calendar/Calendar.h"
 #include "records/Defaults.h"
+#include "records/Store.h"
+#include "records/eventInfo.h"
 
+#include <array>
+#include <cstdint>
 #include <string>
+#include <string_view>
+#include <vector>
 
 namespace tidemark {
 
@@ -14,6 +22,24 @@ public:
     Setting<bool> switchOfNotiOpenOrNotForAllEvent{"ALL_APP_switchOfNotiOpenOrNotForAllEvent",
                                                    true};
     Setting<bool> notiAuthorizationForAppStatus{"ALL_APP_notiAuthorizationForAppStatus", false};
+    /// The events that have a reminder, in store order.
+    Results<eventInfo> eventNotiOn =
+        Results<eventInfo>().filter("eventNotiOrNot", Predicate::Op::Equal, true);
+
+    /// One planned reminder of one run.
+    struct eventNotiInfoDataForAppOnly {
+        std::string title;
+        std::string content;
+        double timeInterval = 0; ///< seconds from the planning moment; may be 0 or negative
+        std::string eventNotiId;
+        std::string eventId;
+
+        bool operator==(const eventNotiInfoDataForAppOnly&) const = default;
+    };
+
+    /// At most this many requests are filed by one run, counted before the past ones are
+    /// left out.
+    static constexpr std::size_t kMaximumRequests = 60;
 
     /// Asks for alert, sound and badge; a grant without error stores true. Never stores false.
     void requestNotiAuthorization();
@@ -21,7 +47,32 @@ public:
     void refreshNotiAuthorizationStatus();
     void removeOneNotiRequest(const std::string& identifier);
     void removeAllNotiRequests();
+    void printPendingNotiRequests();
+    /// Files one request with the content as its subtitle, the default sound and time-sensitive
+    /// delivery; a delay of zero or less files nothing. Errors are ignored.
+    void addOneNotiRequest(const std::string& title, const std::string& content,
+                           double timeInterval, const std::string& identifier);
+    /// Plans every coming reminder and files the first 60 (unless the master switch is off).
+    void planAllNotiRequests();
 };
+
+/// The display keys of the lead times; a position is the value of eventNotiType.
+inline constexpr std::array<std::string_view, 10> notiSelectionStringForEvent{
+    "noti30minsAgoBeforeEvent", "noti1hourAgoBeforeEvent", "noti3hourAgoBeforeEvent",
+    "noti6hourAgoBeforeEvent",  "noti0dayAgoBeforeEvent",  "noti1dayAgoBeforeEvent",
+    "noti3dayAgoBeforeEvent",   "noti1weekAgoBeforeEvent", "noti2weekAgoBeforeEvent",
+    "noti1monthAgoBeforeEvent",
+};
+
+/// Seconds added to an occurrence's interval for a lead time: the row's offset, plus the chosen
+/// hour and minute for the day leads (4 to 9). Row 0 subtracts nothing, and a value outside 0 to
+/// 9 changes nothing.
+double leadTimeOffset(std::int64_t eventNotiType, std::int64_t hour, std::int64_t minute);
+
+/// The sorted plan of one run for those of these events that have a reminder: every element of
+/// every occurrence list, its interval from `now` plus the lead time, sorted by interval.
+std::vector<notiFunc::eventNotiInfoDataForAppOnly>
+plannedReminders(const std::vector<eventInfo>& events, Date now, const Calendar& calendar);
 
 /// Background refresh of the reminder plan.
 class bgFunc {

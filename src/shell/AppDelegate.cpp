@@ -45,8 +45,7 @@ void AppDelegate::didReceiveResponse(const std::string& requestIdentifier) {
 
 void runBackgroundRefresh() {
     notiFunc().removeAllNotiRequests();
-    // Planning the reminders again belongs here, between the removal and the next submission;
-    // it joins this handler together with the planner (see the README's status table).
+    notiFunc().planAllNotiRequests();
     bgFunc().cancelAllBgTasks();
     bgFunc().submitNotiRefreshTask();
 }
