@@ -16,22 +16,6 @@ namespace tidemark {
 
 namespace {
 
-DateComponents dayComponents(std::int64_t year, std::int64_t month, std::int64_t day) {
-    DateComponents c;
-    c.year = year;
-    c.month = month;
-    c.day = day;
-    return c;
-}
-
-DateComponents momentComponents(std::int64_t year, std::int64_t month, std::int64_t day,
-                                std::int64_t hour, std::int64_t minute) {
-    DateComponents c = dayComponents(year, month, day);
-    c.hour = hour;
-    c.minute = minute;
-    return c;
-}
-
 std::optional<Date> composeStart(const EventFields& event, const Calendar& calendar) {
     return calendar.date(dayComponents(event.eventStartDateYear, event.eventStartDateMonth,
                                        event.eventStartDateDay));
@@ -156,6 +140,22 @@ MonthLimits monthLimits(bool customised, bool startOpen) {
 
 // ---------------------------------------------------------------------------------------------
 // Helpers
+
+DateComponents dayComponents(std::int64_t year, std::int64_t month, std::int64_t day) {
+    DateComponents c;
+    c.year = year;
+    c.month = month;
+    c.day = day;
+    return c;
+}
+
+DateComponents momentComponents(std::int64_t year, std::int64_t month, std::int64_t day,
+                                std::int64_t hour, std::int64_t minute) {
+    DateComponents c = dayComponents(year, month, day);
+    c.hour = hour;
+    c.minute = minute;
+    return c;
+}
 
 std::int64_t lastDayOfMonth(std::int64_t year, std::int64_t month, const Calendar& calendar) {
     const Date date = unwrap(calendar.date(dayComponents(year, checkedAdd(month, 1), 0)));

@@ -44,6 +44,12 @@ bool eventHappensOnDay(const EventFields& event, Date date, const Calendar& cale
 std::int64_t occurrencesOnDayFromToday(const EventFields& event, std::int64_t dayOffset, Date now,
                                        const Calendar& calendar);
 
+/// An occurrence element of a day (year, month, day) and of a moment (with hour and minute),
+/// as loose numbers that only composition turns into a date.
+DateComponents dayComponents(std::int64_t year, std::int64_t month, std::int64_t day);
+DateComponents momentComponents(std::int64_t year, std::int64_t month, std::int64_t day,
+                                std::int64_t hour, std::int64_t minute);
+
 /// Helpers shared by the rules.
 std::int64_t lastDayOfMonth(std::int64_t year, std::int64_t month, const Calendar& calendar);
 /// Week code (1 Monday ... 7 Sunday) to the calendar's weekday (1 Sunday ... 7 Saturday).

@@ -82,22 +82,6 @@ std::int64_t ceilDiv(std::int64_t a, std::int64_t b) {
     return -floorDiv(-a, b);
 }
 
-DateComponents dayElement(std::int64_t year, std::int64_t month, std::int64_t day) {
-    DateComponents c;
-    c.year = year;
-    c.month = month;
-    c.day = day;
-    return c;
-}
-
-DateComponents momentElement(std::int64_t year, std::int64_t month, std::int64_t day,
-                             std::int64_t hour, std::int64_t minute) {
-    DateComponents c = dayElement(year, month, day);
-    c.hour = hour;
-    c.minute = minute;
-    return c;
-}
-
 /// The day asked about, once per question.
 struct DayKey {
     Date date;
@@ -488,7 +472,7 @@ bool RuleBatch::State::list(const EventFields& event, const Rule& rule, const To
             if (startMoment - now > 0) {
                 for (std::int64_t i = 0; i <= 99; ++i) {
                     keep(clock.moment(rule.startDay + i, rule.timeOfDay),
-                         [&] { return momentElement(year, month, day + i, hour, minute); });
+                         [&] { return momentComponents(year, month, day + i, hour, minute); });
                 }
                 break;
             }
@@ -496,7 +480,7 @@ bool RuleBatch::State::list(const EventFields& event, const Rule& rule, const To
             const double todayMoment = clock.moment(todayDay, rule.timeOfDay).secondsSince1970;
             for (std::int64_t i = todayMoment - now > 0 ? 0 : 1; i <= 99; ++i) {
                 keep(clock.moment(todayDay + i, rule.timeOfDay), [&] {
-                    return momentElement(today.year, today.month, today.day + i, hour, minute);
+                    return momentComponents(today.year, today.month, today.day + i, hour, minute);
                 });
             }
             break;
@@ -504,8 +488,9 @@ bool RuleBatch::State::list(const EventFields& event, const Rule& rule, const To
         const double interval = startMoment - now;
         if (interval > 0) {
             for (std::int64_t i = 0; i <= 99; ++i) {
-                keep(clock.moment(rule.startDay + i * rule.step, rule.timeOfDay),
-                     [&] { return momentElement(year, month, day + i * rule.step, hour, minute); });
+                keep(clock.moment(rule.startDay + i * rule.step, rule.timeOfDay), [&] {
+                    return momentComponents(year, month, day + i * rule.step, hour, minute);
+                });
             }
             break;
         }
@@ -513,7 +498,7 @@ bool RuleBatch::State::list(const EventFields& event, const Rule& rule, const To
         for (std::int64_t i = 1; i <= 99; ++i) {
             const std::int64_t k = daysPassed / rule.step + i;
             keep(clock.moment(rule.startDay + k * rule.step, rule.timeOfDay),
-                 [&] { return momentElement(year, month, day + k * rule.step, hour, minute); });
+                 [&] { return momentComponents(year, month, day + k * rule.step, hour, minute); });
         }
         break;
     }
@@ -526,7 +511,7 @@ bool RuleBatch::State::list(const EventFields& event, const Rule& rule, const To
                     const Date date = clock.moment(firstDay + i * unit, 0);
                     if (isOpen(date) && date.secondsSince1970 - rule.startDate > kOverInterval) {
                         keep(date, [&] {
-                            return dayElement(first.year, first.month, first.day + i * unit);
+                            return dayComponents(first.year, first.month, first.day + i * unit);
                         });
                     }
                 }
@@ -540,8 +525,9 @@ bool RuleBatch::State::list(const EventFields& event, const Rule& rule, const To
                                                 : (i + weeksPassed) * 7;
                 const Date date = clock.moment(firstDay + offset, 0);
                 if (isOpen(date)) {
-                    keep(date,
-                         [&] { return dayElement(first.year, first.month, first.day + offset); });
+                    keep(date, [&] {
+                        return dayComponents(first.year, first.month, first.day + offset);
+                    });
                 }
             }
         }
@@ -580,7 +566,7 @@ bool RuleBatch::State::list(const EventFields& event, const Rule& rule, const To
                 }
                 const Date date = clock.moment(daysFromCivil(y, m, d), 0);
                 if (isOpen(date)) {
-                    keep(date, [&] { return dayElement(y, m, d); });
+                    keep(date, [&] { return dayComponents(y, m, d); });
                 }
             }
         }
@@ -606,7 +592,7 @@ bool RuleBatch::State::list(const EventFields& event, const Rule& rule, const To
             }
             const Date date = clock.moment(daysFromCivil(y, month, day), 0);
             if (isOpen(date)) {
-                keep(date, [&] { return dayElement(y, month, day); });
+                keep(date, [&] { return dayComponents(y, month, day); });
             }
         }
         break;
