@@ -151,9 +151,29 @@
         <source>No events yet</source>
         <translation>No events yet</translation>
     </message>
+    <message id="notiNoSystemSettingsString">
+        <source>This desktop has no notification settings page that Tide Mark can open. Notifications are set in your notification service's own settings.</source>
+        <translation>This desktop has no notification settings page that Tide Mark can open. Notifications are set in your notification service's own settings.</translation>
+    </message>
+    <message id="notiNotAuthorizedExplanationString">
+        <source>No notification service answers in this session, so reminders can't be shown. Start your desktop's notification service, then come back here.</source>
+        <translation>No notification service answers in this session, so reminders can't be shown. Start your desktop's notification service, then come back here.</translation>
+    </message>
     <message id="notiObjectsCountZero">
         <source>Nothing here yet</source>
         <translation>Nothing here yet</translation>
+    </message>
+    <message id="notiSettingSubViewNavigationTitleString">
+        <source>Reminders</source>
+        <translation>Reminders</translation>
+    </message>
+    <message id="notiStatusOffTitleStringAtNotiSettingSubViewPage">
+        <source>Reminders are off</source>
+        <translation>Reminders are off</translation>
+    </message>
+    <message id="notiStatusOnTitleStringAtNotiSettingSubViewPage">
+        <source>Reminders are on</source>
+        <translation>Reminders are on</translation>
     </message>
     <message id="onboardPageString01">
         <source>Welcome to Tide Mark</source>
@@ -163,9 +183,21 @@
         <source>Keep your dates, anniversaries and repeating events here, and see at a glance how many days remain.</source>
         <translation>Keep your dates, anniversaries and repeating events here, and see at a glance how many days remain.</translation>
     </message>
+    <message id="requestAuthorizationStringAtNotiSettingSubViewPage">
+        <source>Open the system's notification settings</source>
+        <translation>Open the system's notification settings</translation>
+    </message>
     <message id="settingsComingString">
         <source>Settings arrive in a later version.</source>
         <translation>Settings arrive in a later version.</translation>
+    </message>
+    <message id="settingsRemindersRowDetailString">
+        <source>Reminders reach you even while Tide Mark is closed.</source>
+        <translation>Reminders reach you even while Tide Mark is closed.</translation>
+    </message>
+    <message id="settingsRemindersRowString">
+        <source>Reminders</source>
+        <translation>Reminders</translation>
     </message>
     <message id="stringForRepeatSettingExplanationEventDayTextAfterNum">
         <source> · </source>

@@ -151,9 +151,29 @@
         <source>No events yet</source>
         <translation>还没有事件</translation>
     </message>
+    <message id="notiNoSystemSettingsString">
+        <source>This desktop has no notification settings page that Tide Mark can open. Notifications are set in your notification service's own settings.</source>
+        <translation>此桌面没有可供潮记打开的通知设置页面。请在通知服务自身的设置中调整通知。</translation>
+    </message>
+    <message id="notiNotAuthorizedExplanationString">
+        <source>No notification service answers in this session, so reminders can't be shown. Start your desktop's notification service, then come back here.</source>
+        <translation>当前会话中没有可用的通知服务，因此无法显示提醒。请先启动桌面的通知服务，然后再回到这里。</translation>
+    </message>
     <message id="notiObjectsCountZero">
         <source>Nothing here yet</source>
         <translation>这里还没有事件</translation>
+    </message>
+    <message id="notiSettingSubViewNavigationTitleString">
+        <source>Reminders</source>
+        <translation>提醒</translation>
+    </message>
+    <message id="notiStatusOffTitleStringAtNotiSettingSubViewPage">
+        <source>Reminders are off</source>
+        <translation>提醒已关闭</translation>
+    </message>
+    <message id="notiStatusOnTitleStringAtNotiSettingSubViewPage">
+        <source>Reminders are on</source>
+        <translation>提醒已开启</translation>
     </message>
     <message id="onboardPageString01">
         <source>Welcome to Tide Mark</source>
@@ -163,9 +183,21 @@
         <source>Keep your dates, anniversaries and repeating events here, and see at a glance how many days remain.</source>
         <translation>在这里记下日期、纪念日和重复事件，一眼看到还剩多少天。</translation>
     </message>
+    <message id="requestAuthorizationStringAtNotiSettingSubViewPage">
+        <source>Open the system's notification settings</source>
+        <translation>打开系统通知设置</translation>
+    </message>
     <message id="settingsComingString">
         <source>Settings arrive in a later version.</source>
         <translation>设置将在后续版本中推出。</translation>
+    </message>
+    <message id="settingsRemindersRowDetailString">
+        <source>Reminders reach you even while Tide Mark is closed.</source>
+        <translation>即使潮记已关闭，提醒也会准时送达。</translation>
+    </message>
+    <message id="settingsRemindersRowString">
+        <source>Reminders</source>
+        <translation>提醒</translation>
     </message>
     <message id="stringForRepeatSettingExplanationEventDayTextAfterNum">
         <source> · </source>

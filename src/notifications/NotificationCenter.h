@@ -21,6 +21,8 @@ struct NotificationRequest {
     double delaySeconds = 0;
     bool sound = true;
     bool timeSensitive = true;
+
+    bool operator==(const NotificationRequest&) const = default;
 };
 
 enum class AuthorizationStatus { notDetermined, denied, authorized };

@@ -133,4 +133,11 @@ void bgFunc::printPendingBgTasks() {
     }
 }
 
+void runBackgroundRefresh() {
+    notiFunc().removeAllNotiRequests();
+    notiFunc().planAllNotiRequests();
+    bgFunc().cancelAllBgTasks();
+    bgFunc().submitNotiRefreshTask();
+}
+
 } // namespace tidemark

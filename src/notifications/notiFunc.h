@@ -87,4 +87,8 @@ public:
     void printPendingBgTasks();
 };
 
+/// The handler of the background refresh "refreshNotiBgTaskEvery12Hours": drops the pending
+/// reminders, plans them again and files the next refresh, so that the chain goes on.
+void runBackgroundRefresh();
+
 } // namespace tidemark

@@ -43,11 +43,4 @@ void AppDelegate::didReceiveResponse(const std::string& requestIdentifier) {
     userLaunchAppByPressLocalNotificationStatu.set(true);
 }
 
-void runBackgroundRefresh() {
-    notiFunc().removeAllNotiRequests();
-    notiFunc().planAllNotiRequests();
-    bgFunc().cancelAllBgTasks();
-    bgFunc().submitNotiRefreshTask();
-}
-
 } // namespace tidemark

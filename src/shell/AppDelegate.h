@@ -44,8 +44,4 @@ public:
     void didReceiveResponse(const std::string& requestIdentifier) override;
 };
 
-/// The handler of the background refresh "refreshNotiBgTaskEvery12Hours": drops the pending
-/// reminders, plans them again and files the next refresh.
-void runBackgroundRefresh();
-
 } // namespace tidemark

@@ -32,8 +32,12 @@ std::optional<LaunchOptions> parseLaunchOptions(const QStringList& arguments, QS
         QStringLiteral("screenshot-dir"),
         QStringLiteral("Save every page, light and dark, as PNG pictures in a folder, then quit."),
         QStringLiteral("folder"));
+    const QCommandLineOption responseOption(
+        QStringLiteral("notification-response"),
+        QStringLiteral("Open the app for a tapped reminder (given by the reminder agent)."),
+        QStringLiteral("identifier"));
     parser.addOptions({nowOption, zoneOption, localeOption, weekOption, quitOption,
-                       screenshotOption, screenshotDirOption});
+                       screenshotOption, screenshotDirOption, responseOption});
     parser.addPositionalArgument(QStringLiteral("url"),
                                  QStringLiteral("A tidemark: URL to open (optional)."));
     if (!parser.parse(arguments)) {
@@ -49,6 +53,7 @@ std::optional<LaunchOptions> parseLaunchOptions(const QStringList& arguments, QS
     options.quitAfterFirstFrame = parser.isSet(quitOption);
     options.screenshotPath = parser.value(screenshotOption);
     options.screenshotDir = parser.value(screenshotDirOption);
+    options.notificationResponse = parser.value(responseOption);
     for (const auto& argument : parser.positionalArguments()) {
         if (!argument.startsWith(QStringLiteral("tidemark:"), Qt::CaseInsensitive)) {
             *error = QStringLiteral("Not a tidemark: URL: %1").arg(argument);

@@ -19,6 +19,8 @@ struct LaunchOptions {
     QString screenshotDir;
     /// The tidemark: URL the app was opened with, or "".
     QString url;
+    /// The request identifier of the reminder whose notification was activated, or "".
+    QString notificationResponse;
 };
 
 /// Parses the arguments (argv[0] first). On bad input returns nothing and sets `error` to a

@@ -1,6 +1,8 @@
 #include "shell/QmlTypes.h"
 
 #include "browsing/BrowsingTypes.h"
+#include "editing/EditingTypes.h"
+#include "settings/SettingsTypes.h"
 #include "shell/AppStorage.h"
 #include "shell/CalendarPage.h"
 #include "toolkit/ToolkitTypes.h"
@@ -15,6 +17,8 @@ void registerQmlTypes() {
                                              "made by the app for its window");
     registerToolkitTypes();
     registerBrowsingTypes();
+    registerEditingTypes();
+    registerSettingsTypes();
 }
 
 } // namespace tidemark

@@ -16,7 +16,8 @@ SingleInstance::~SingleInstance() {
     }
 }
 
-SingleInstance::Outcome SingleInstance::claim(const QString& url) {
+SingleInstance::Outcome SingleInstance::claim(const QString& url,
+                                              const QString& notificationResponse) {
     auto bus = QDBusConnection::sessionBus();
     if (!bus.isConnected() || !bus.interface()) {
         return Outcome::primary;
@@ -30,10 +31,14 @@ SingleInstance::Outcome SingleInstance::claim(const QString& url) {
                                          QDBusConnection::ExportScriptableSlots);
         return Outcome::primary;
     }
-    auto call = QDBusMessage::createMethodCall(
-        name, QString::fromLatin1(kAppObjectPath), QString::fromLatin1(kAppInterface),
-        url.isEmpty() ? QStringLiteral("Activate") : QStringLiteral("Open"));
-    if (!url.isEmpty()) {
+    const QString method = !notificationResponse.isEmpty() ? QStringLiteral("NotificationResponse")
+                           : !url.isEmpty()                ? QStringLiteral("Open")
+                                                           : QStringLiteral("Activate");
+    auto call = QDBusMessage::createMethodCall(name, QString::fromLatin1(kAppObjectPath),
+                                               QString::fromLatin1(kAppInterface), method);
+    if (!notificationResponse.isEmpty()) {
+        call << notificationResponse;
+    } else if (!url.isEmpty()) {
         call << url;
     }
     const auto answer = bus.call(call, QDBus::Block, 5000);
@@ -43,6 +48,11 @@ SingleInstance::Outcome SingleInstance::claim(const QString& url) {
 
 void SingleInstance::Activate() {
     emit activateRequested();
+}
+
+void SingleInstance::NotificationResponse(const QString& identifier) {
+    emit activateRequested();
+    emit notificationResponded(identifier);
 }
 
 void SingleInstance::Open(const QString& url) {

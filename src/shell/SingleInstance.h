@@ -24,19 +24,23 @@ public:
     explicit SingleInstance(QObject* parent = nullptr);
     ~SingleInstance() override;
 
-    /// Claims the name; if another process has it, sends it `url` (or asks it to show itself)
-    /// and answers handedOver.
-    Outcome claim(const QString& url);
+    /// Claims the name; if another process has it, sends it the activated reminder's identifier,
+    /// else `url`, else asks it to show itself, and answers handedOver.
+    Outcome claim(const QString& url, const QString& notificationResponse = {});
 
 public slots:
     /// Called over the bus by a second start: bring the window forward.
     Q_SCRIPTABLE void Activate();
     /// Called over the bus with the URL a second start was given; the window stays as it is.
     Q_SCRIPTABLE void Open(const QString& url);
+    /// Called over the bus when a reminder's notification was activated: show the window and
+    /// hand the request identifier on.
+    Q_SCRIPTABLE void NotificationResponse(const QString& identifier);
 
 signals:
     void activateRequested();
     void urlOpened(const QString& url);
+    void notificationResponded(const QString& identifier);
 
 private:
     bool registered_ = false;

@@ -1,6 +1,7 @@
 // tidemark: the app. Wires the services and starts the window; nothing else lives here.
 #include "base/Localize.h"
 #include "platform/linux/DBusWidgetCenter.h"
+#include "platform/linux/LinuxNotificationCenter.h"
 #include "shell/LaunchOptions.h"
 #include "shell/Screenshots.h"
 #include "shell/SingleInstance.h"
@@ -31,13 +32,20 @@ int main(int argc, char* argv[]) {
     tidemark::SingleInstance instance;
     const bool takesPictures =
         !options->screenshotPath.isEmpty() || !options->screenshotDir.isEmpty();
-    if (!takesPictures &&
-        instance.claim(options->url) == tidemark::SingleInstance::Outcome::handedOver) {
+    if (!takesPictures && instance.claim(options->url, options->notificationResponse) ==
+                              tidemark::SingleInstance::Outcome::handedOver) {
         return 0;
     }
     tidemark::setCalendarEnvironment(options->environment);
     tidemark::installTranslations(app, options->environment.localeId);
     tidemark::setWidgetCenter(std::make_shared<tidemark::DBusWidgetCenter>());
+    // Reminders are filed with the agent's file; a run that only takes pictures files none.
+    std::shared_ptr<tidemark::LinuxNotificationCenter> reminders;
+    if (!takesPictures) {
+        reminders = std::make_shared<tidemark::LinuxNotificationCenter>();
+        tidemark::setNotificationCenter(reminders);
+        tidemark::setBackgroundTaskScheduler(reminders);
+    }
 
     QQuickStyle::setStyle(QStringLiteral("Material"));
     tidemark::tideMarkApp tideMark;
@@ -57,6 +65,17 @@ int main(int argc, char* argv[]) {
     }
     if (!options->url.isEmpty()) {
         tideMark.haptics()->impact();
+    }
+    // A tapped reminder reaches the delegate the launch installed (none with the master switch
+    // off at launch), whether it started this process or came to the running one.
+    if (reminders) {
+        QObject::connect(&instance, &tidemark::SingleInstance::notificationResponded, &app,
+                         [reminders](const QString& identifier) {
+                             reminders->deliverResponse(identifier.toStdString());
+                         });
+        if (!options->notificationResponse.isEmpty()) {
+            reminders->deliverResponse(options->notificationResponse.toStdString());
+        }
     }
     if (window && !options->screenshotDir.isEmpty()) {
         const QString folder = options->screenshotDir;

@@ -1,6 +1,7 @@
 #include "shell/tideMarkApp.h"
 
 #include "calendar/Calendar.h"
+#include "notifications/notiFunc.h"
 #include "platform/linux/QtDispatcher.h"
 #include "shell/CalendarPage.h"
 #include "shell/QmlTypes.h"

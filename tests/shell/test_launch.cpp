@@ -3,6 +3,7 @@
 #include "QtTestSupport.h"
 #include "TestSupport.h"
 #include "base/Localize.h"
+#include "notifications/notiFunc.h"
 #include "records/Defaults.h"
 #include "records/EventJson.h"
 #include "records/SettingsKeys.h"

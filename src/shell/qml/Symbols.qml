@@ -10,6 +10,7 @@ QtObject {
     readonly property var glyphs: ({
         "star.fill": "\ue838",
         "bell.badge": "\ue7f7",
+        "bell.slash": "\ue7f6",
         "repeat": "\ue040",
         "shareplay": "\ue0e2",
         "calendar": "\ue935",

@@ -1,0 +1,7 @@
+#include "editing/EditingTypes.h"
+
+namespace tidemark {
+
+void registerCardTypes() {}
+
+} // namespace tidemark

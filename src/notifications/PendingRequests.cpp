@@ -1,0 +1,309 @@
+#include "notifications/PendingRequests.h"
+
+#include "records/XdgPaths.h"
+
+#include <chrono>
+#include <sqlite3.h>
+#include <system_error>
+#include <type_traits>
+
+namespace tidemark {
+
+namespace fs = std::filesystem;
+
+namespace {
+
+constexpr int kBusyTimeoutMs = 5000;
+
+const char* const kSchema = R"sql(
+PRAGMA journal_mode=WAL;
+CREATE TABLE IF NOT EXISTS requests(
+    identifier TEXT PRIMARY KEY,
+    title TEXT NOT NULL,
+    subtitle TEXT NOT NULL,
+    sound INTEGER NOT NULL,
+    time_sensitive INTEGER NOT NULL,
+    delay REAL NOT NULL,
+    fire_at REAL NOT NULL,
+    filed INTEGER NOT NULL);
+CREATE INDEX IF NOT EXISTS requests_by_time ON requests(fire_at, filed);
+CREATE TABLE IF NOT EXISTS background_tasks(
+    identifier TEXT PRIMARY KEY,
+    earliest_begin REAL NOT NULL);
+CREATE TABLE IF NOT EXISTS state(
+    key TEXT PRIMARY KEY,
+    value INTEGER NOT NULL);
+)sql";
+
+/// One prepared statement, finalised when it goes.
+class Statement {
+public:
+    Statement(sqlite3* db, const char* sql) : db_(db) {
+        if (sqlite3_prepare_v2(db, sql, -1, &stmt_, nullptr) != SQLITE_OK) {
+            throw PendingRequestsError(std::string("notifications: can't prepare: ") +
+                                       sqlite3_errmsg(db));
+        }
+    }
+    ~Statement() { sqlite3_finalize(stmt_); }
+    Statement(const Statement&) = delete;
+    Statement& operator=(const Statement&) = delete;
+
+    Statement& bind(int index, const std::string& text) {
+        sqlite3_bind_text(stmt_, index, text.data(), static_cast<int>(text.size()),
+                          SQLITE_TRANSIENT);
+        return *this;
+    }
+    Statement& bind(int index, double value) {
+        sqlite3_bind_double(stmt_, index, value);
+        return *this;
+    }
+    Statement& bind(int index, bool value) {
+        sqlite3_bind_int(stmt_, index, value ? 1 : 0);
+        return *this;
+    }
+    /// True while there is a row.
+    bool step() {
+        const int rc = sqlite3_step(stmt_);
+        if (rc == SQLITE_ROW) {
+            return true;
+        }
+        if (rc != SQLITE_DONE) {
+            throw PendingRequestsError(std::string("notifications: ") + sqlite3_errmsg(db_));
+        }
+        return false;
+    }
+    std::string text(int column) const {
+        const auto* p = sqlite3_column_text(stmt_, column);
+        return p ? std::string(reinterpret_cast<const char*>(p),
+                               static_cast<std::size_t>(sqlite3_column_bytes(stmt_, column)))
+                 : std::string();
+    }
+    double real(int column) const { return sqlite3_column_double(stmt_, column); }
+    bool flag(int column) const { return sqlite3_column_int(stmt_, column) != 0; }
+    bool isNull(int column) const { return sqlite3_column_type(stmt_, column) == SQLITE_NULL; }
+    void reset() {
+        sqlite3_reset(stmt_);
+        sqlite3_clear_bindings(stmt_);
+    }
+
+private:
+    sqlite3* db_;
+    sqlite3_stmt* stmt_ = nullptr;
+};
+
+const char* const kSelectRequests =
+    "SELECT identifier, title, subtitle, delay, sound, time_sensitive, fire_at FROM requests ";
+
+PendingRequest readRequest(const Statement& s) {
+    PendingRequest p;
+    p.request.identifier = s.text(0);
+    p.request.title = s.text(1);
+    p.request.subtitle = s.text(2);
+    p.request.delaySeconds = s.real(3);
+    p.request.sound = s.flag(4);
+    p.request.timeSensitive = s.flag(5);
+    p.fireAt = s.real(6);
+    return p;
+}
+
+} // namespace
+
+double wallClockNow() {
+    using namespace std::chrono;
+    return duration<double>(system_clock::now().time_since_epoch()).count();
+}
+
+struct PendingRequests::Impl {
+    sqlite3* db = nullptr;
+
+    void exec(const char* sql) {
+        char* message = nullptr;
+        if (sqlite3_exec(db, sql, nullptr, nullptr, &message) != SQLITE_OK) {
+            std::string text = message ? message : sqlite3_errmsg(db);
+            sqlite3_free(message);
+            throw PendingRequestsError("notifications: " + text);
+        }
+    }
+
+    /// Runs `work` in one write transaction, so that the agent never sees half a change.
+    template <typename Work> auto transaction(Work&& work) {
+        exec("BEGIN IMMEDIATE");
+        try {
+            if constexpr (std::is_void_v<decltype(work())>) {
+                work();
+                exec("COMMIT");
+            } else {
+                auto result = work();
+                exec("COMMIT");
+                return result;
+            }
+        } catch (...) {
+            sqlite3_exec(db, "ROLLBACK", nullptr, nullptr, nullptr);
+            throw;
+        }
+    }
+};
+
+fs::path PendingRequests::defaultPath() {
+    return xdgDataHome() / "tidemark" / "notifications.sqlite";
+}
+
+PendingRequests::PendingRequests(fs::path path) : impl_(std::make_unique<Impl>()) {
+    std::error_code ec;
+    fs::create_directories(path.parent_path(), ec);
+    if (sqlite3_open_v2(path.c_str(), &impl_->db,
+                        SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE | SQLITE_OPEN_FULLMUTEX,
+                        nullptr) != SQLITE_OK) {
+        std::string text = impl_->db ? sqlite3_errmsg(impl_->db) : "out of memory";
+        sqlite3_close_v2(impl_->db);
+        impl_->db = nullptr;
+        throw PendingRequestsError("notifications: can't open " + path.string() + ": " + text);
+    }
+    sqlite3_busy_timeout(impl_->db, kBusyTimeoutMs);
+    try {
+        impl_->exec(kSchema);
+    } catch (...) {
+        sqlite3_close_v2(impl_->db);
+        impl_->db = nullptr;
+        throw;
+    }
+}
+
+PendingRequests::~PendingRequests() {
+    if (impl_ && impl_->db) {
+        sqlite3_close_v2(impl_->db);
+    }
+}
+
+void PendingRequests::add(const NotificationRequest& request, double filedAt) {
+    impl_->transaction([&] {
+        // "filed" keeps the filing order for requests due at the same moment; a replacement
+        // goes to the end like a new request.
+        Statement s(impl_->db,
+                    "INSERT OR REPLACE INTO requests(identifier, title, subtitle, sound, "
+                    "time_sensitive, delay, fire_at, filed) VALUES(?, ?, ?, ?, ?, ?, ?, "
+                    "(SELECT IFNULL(MAX(filed), 0) + 1 FROM requests))");
+        s.bind(1, request.identifier)
+            .bind(2, request.title)
+            .bind(3, request.subtitle)
+            .bind(4, request.sound)
+            .bind(5, request.timeSensitive)
+            .bind(6, request.delaySeconds)
+            .bind(7, filedAt + request.delaySeconds);
+        s.step();
+    });
+}
+
+void PendingRequests::remove(const std::vector<std::string>& identifiers) {
+    impl_->transaction([&] {
+        Statement s(impl_->db, "DELETE FROM requests WHERE identifier = ?");
+        for (const auto& identifier : identifiers) {
+            s.bind(1, identifier);
+            s.step();
+            s.reset();
+        }
+    });
+}
+
+void PendingRequests::removeAll() {
+    impl_->exec("DELETE FROM requests");
+}
+
+std::vector<PendingRequest> PendingRequests::pending() const {
+    std::vector<PendingRequest> out;
+    Statement s(impl_->db, (std::string(kSelectRequests) + "ORDER BY fire_at, filed").c_str());
+    while (s.step()) {
+        out.push_back(readRequest(s));
+    }
+    return out;
+}
+
+std::vector<PendingRequest> PendingRequests::takeDue(double now) {
+    return impl_->transaction([&] {
+        std::vector<PendingRequest> out;
+        {
+            Statement s(impl_->db, (std::string(kSelectRequests) +
+                                    "WHERE fire_at <= ? ORDER BY fire_at, filed")
+                                       .c_str());
+            s.bind(1, now);
+            while (s.step()) {
+                out.push_back(readRequest(s));
+            }
+        }
+        Statement del(impl_->db, "DELETE FROM requests WHERE fire_at <= ?");
+        del.bind(1, now);
+        del.step();
+        return out;
+    });
+}
+
+void PendingRequests::submitBackgroundTask(const BackgroundTaskRequest& request) {
+    Statement s(impl_->db,
+                "INSERT OR REPLACE INTO background_tasks(identifier, earliest_begin) VALUES(?, ?)");
+    s.bind(1, request.identifier).bind(2, request.earliestBeginDate);
+    s.step();
+}
+
+void PendingRequests::cancelAllBackgroundTasks() {
+    impl_->exec("DELETE FROM background_tasks");
+}
+
+std::vector<BackgroundTaskRequest> PendingRequests::backgroundTasks() const {
+    std::vector<BackgroundTaskRequest> out;
+    Statement s(impl_->db, "SELECT identifier, earliest_begin FROM background_tasks "
+                           "ORDER BY earliest_begin, identifier");
+    while (s.step()) {
+        out.push_back({s.text(0), s.real(1)});
+    }
+    return out;
+}
+
+std::vector<BackgroundTaskRequest> PendingRequests::takeDueBackgroundTasks(double now) {
+    return impl_->transaction([&] {
+        std::vector<BackgroundTaskRequest> out;
+        {
+            Statement s(impl_->db, "SELECT identifier, earliest_begin FROM background_tasks "
+                                   "WHERE earliest_begin <= ? ORDER BY earliest_begin, identifier");
+            s.bind(1, now);
+            while (s.step()) {
+                out.push_back({s.text(0), s.real(1)});
+            }
+        }
+        Statement del(impl_->db, "DELETE FROM background_tasks WHERE earliest_begin <= ?");
+        del.bind(1, now);
+        del.step();
+        return out;
+    });
+}
+
+std::optional<double> PendingRequests::nextWake() const {
+    Statement s(impl_->db, "SELECT MIN(t) FROM (SELECT MIN(fire_at) AS t FROM requests UNION ALL "
+                           "SELECT MIN(earliest_begin) FROM background_tasks)");
+    if (s.step() && !s.isNull(0)) {
+        return s.real(0);
+    }
+    return std::nullopt;
+}
+
+std::optional<double> PendingRequests::nextWakeAfter(double now) const {
+    Statement s(
+        impl_->db,
+        "SELECT MIN(t) FROM (SELECT MIN(fire_at) AS t FROM requests WHERE fire_at > ?1 "
+        "UNION ALL SELECT MIN(earliest_begin) FROM background_tasks WHERE earliest_begin > ?1)");
+    s.bind(1, now);
+    if (s.step() && !s.isNull(0)) {
+        return s.real(0);
+    }
+    return std::nullopt;
+}
+
+bool PendingRequests::authorizationRequested() const {
+    Statement s(impl_->db, "SELECT value FROM state WHERE key = 'authorizationRequested'");
+    return s.step() && s.flag(0);
+}
+
+void PendingRequests::setAuthorizationRequested() {
+    impl_->exec("INSERT OR REPLACE INTO state(key, value) VALUES('authorizationRequested', 1)");
+}
+
+} // namespace tidemark

@@ -1,0 +1,181 @@
+import QtQuick
+import QtQuick.Controls
+import QtQuick.Controls.Material
+import QtQuick.Layouts
+import TideMark
+
+// Reminders: the master switch of all reminders (dimmed while the system doesn't let the app
+// notify, but still usable), and the way to the desktop's notification settings, where the
+// permission itself is given.
+Page {
+    id: page
+    objectName: "settingViewSubViewForNotiSetting"
+    title: qsTrId("notiSettingSubViewNavigationTitleString")
+
+    readonly property bool dark: Material.theme === Material.Dark
+    property bool loadingViewShowUp: false
+
+    BrowsingColors { id: colors; dark: page.dark }
+    NotiSettingModel { id: model }
+    background: Rectangle { color: colors.pageBackground }
+
+    Component.onCompleted: model.appeared()
+
+    function dismiss() {
+        if (page.StackView.view)
+            page.StackView.view.pop()
+    }
+
+    // Leaves the page, then opens the desktop's page a moment later.
+    function openSystemSettings() {
+        dismiss()
+        openTimer.start()
+    }
+    Timer {
+        id: openTimer
+        interval: 200
+        onTriggered: model.openSystemSettings()
+    }
+
+    header: ToolBar {
+        Material.background: colors.pageBackground
+        Material.elevation: 0
+        RowLayout {
+            anchors.fill: parent
+            spacing: 0
+            RowButton {
+                objectName: "backButton"
+                visible: page.StackView.view !== null && page.StackView.index > 0
+                symbol: "chevron.left"
+                tint: colors.primaryText
+                onClicked: page.dismiss()
+            }
+            Label {
+                objectName: "navigationTitle"
+                text: page.title
+                font.pixelSize: 20
+                font.weight: Font.DemiBold
+                color: colors.primaryText
+                Layout.fillWidth: true
+                Layout.leftMargin: 16
+            }
+        }
+    }
+
+    component Card: Rectangle {
+        Layout.fillWidth: true
+        radius: 14
+        color: colors.cardBackground
+        border.color: colors.cardBorder
+    }
+
+    ColumnLayout {
+        anchors.left: parent.left
+        anchors.right: parent.right
+        anchors.top: parent.top
+        anchors.margins: 16
+        spacing: 10
+
+        Card {
+            implicitHeight: switchRow.implicitHeight + 16
+            RowLayout {
+                id: switchRow
+                objectName: "masterSwitchRow"
+                anchors.fill: parent
+                anchors.leftMargin: 16
+                anchors.rightMargin: 8
+                opacity: model.authorized ? 1 : 0.28
+                spacing: 12
+                Label {
+                    text: Symbols.glyph(model.switchOn ? "bell.badge" : "bell.slash")
+                    font.family: Symbols.fontFamily
+                    font.pixelSize: 22
+                    color: colors.symbolTint
+                }
+                Label {
+                    objectName: "masterSwitchLabel"
+                    Layout.fillWidth: true
+                    text: model.switchOn ? qsTrId("notiStatusOnTitleStringAtNotiSettingSubViewPage")
+                                         : qsTrId("notiStatusOffTitleStringAtNotiSettingSubViewPage")
+                    wrapMode: Text.Wrap
+                    font.pixelSize: 16
+                    color: colors.primaryText
+                }
+                Switch {
+                    objectName: "masterSwitch"
+                    checked: model.switchOn
+                    onToggled: {
+                        Haptics.impact()
+                        model.switchOn = checked
+                        checked = Qt.binding(() => model.switchOn)
+                    }
+                }
+            }
+        }
+        Label {
+            objectName: "notAuthorizedNote"
+            Layout.fillWidth: true
+            Layout.leftMargin: 4
+            visible: !model.authorized
+            text: qsTrId("notiNotAuthorizedExplanationString")
+            wrapMode: Text.Wrap
+            font.pixelSize: 13
+            color: colors.secondaryText
+        }
+
+        Card {
+            Layout.topMargin: 8
+            implicitHeight: settingsButton.implicitHeight
+            visible: model.systemSettingsAvailable
+            ItemDelegate {
+                id: settingsButton
+                objectName: "openSystemSettingsButton"
+                anchors.left: parent.left
+                anchors.right: parent.right
+                contentItem: RowLayout {
+                    spacing: 12
+                    Label {
+                        text: Symbols.glyph("gearshape")
+                        font.family: Symbols.fontFamily
+                        font.pixelSize: 22
+                        color: colors.symbolTint
+                    }
+                    Label {
+                        Layout.fillWidth: true
+                        text: qsTrId("requestAuthorizationStringAtNotiSettingSubViewPage")
+                        wrapMode: Text.Wrap
+                        font.pixelSize: 16
+                        color: colors.primaryText
+                    }
+                    Label {
+                        text: Symbols.glyph("chevron.right")
+                        font.family: Symbols.fontFamily
+                        font.pixelSize: 20
+                        color: colors.secondaryText
+                    }
+                }
+                onClicked: {
+                    Haptics.impact()
+                    page.openSystemSettings()
+                }
+            }
+        }
+        Label {
+            objectName: "noSystemSettingsNote"
+            Layout.fillWidth: true
+            Layout.leftMargin: 4
+            Layout.topMargin: 8
+            visible: !model.systemSettingsAvailable
+            text: qsTrId("notiNoSystemSettingsString")
+            wrapMode: Text.Wrap
+            font.pixelSize: 13
+            color: colors.secondaryText
+        }
+    }
+
+    BusyIndicator {
+        anchors.centerIn: parent
+        running: page.loadingViewShowUp
+        visible: running
+    }
+}

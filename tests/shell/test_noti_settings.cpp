@@ -1,0 +1,184 @@
+// The reminders settings page: the master switch and what it plans, the permission mirror that
+// dims the switch, and the desktop's notification settings command.
+#ifndef Q_MOC_RUN
+#include "QtTestSupport.h"
+#include "TestSupport.h"
+#include "records/Defaults.h"
+#include "settings/NotiSettingModel.h"
+#include "shell/Haptics.h"
+#include "shell/QmlTypes.h"
+#include "shell/Translations.h"
+#endif
+
+#include <QQmlComponent>
+#include <QQmlEngine>
+#include <QQuickItem>
+#include <QQuickView>
+#include <QTest>
+#include <algorithm>
+
+using namespace tidemark;
+using namespace tidemark::testing;
+
+namespace {
+
+int count(const CallLog& log, const std::string& prefix) {
+    return static_cast<int>(std::count_if(log->begin(), log->end(), [&](const std::string& line) {
+        return line.rfind(prefix, 0) == 0;
+    }));
+}
+
+} // namespace
+
+class NotiSettingsTest : public QObject {
+    Q_OBJECT
+
+    std::unique_ptr<IsolatedStorage> storage_;
+    Setting<bool> switchSetting{"ALL_APP_switchOfNotiOpenOrNotForAllEvent", true};
+    Setting<bool> authorization{"ALL_APP_notiAuthorizationForAppStatus", false};
+
+private slots:
+    void initTestCase() {
+        installTranslations(*QCoreApplication::instance(), "en_US");
+        registerQmlTypes();
+        qmlRegisterSingletonInstance("TideMark", 1, 0, "Haptics", new Haptics(this));
+    }
+    void init() { storage_ = std::make_unique<IsolatedStorage>(); }
+    void cleanup() { storage_.reset(); }
+
+    void settingsCommandPerDesktop_data() {
+        QTest::addColumn<QString>("desktop");
+        QTest::addColumn<QStringList>("installed");
+        QTest::addColumn<QStringList>("command");
+        const QStringList all{"systemsettings", "kcmshell6", "kcmshell5", "gnome-control-center",
+                              "xfce4-notifyd-config"};
+        QTest::newRow("plasma") << "KDE" << all
+                                << QStringList{"systemsettings", "kcm_notifications"};
+        QTest::newRow("plasma 5 without systemsettings")
+            << "KDE" << QStringList{"kcmshell5"} << QStringList{"kcmshell5", "kcm_notifications"};
+        QTest::newRow("phosh lists GNOME second")
+            << "Phosh:GNOME" << all << QStringList{"gnome-control-center", "notifications"};
+        QTest::newRow("ubuntu") << "ubuntu:GNOME" << all
+                                << QStringList{"gnome-control-center", "notifications"};
+        QTest::newRow("xfce") << "XFCE" << all << QStringList{"xfce4-notifyd-config"};
+        QTest::newRow("desktop without its program")
+            << "GNOME" << QStringList{"kcmshell5"} << QStringList{};
+        QTest::newRow("unknown desktop") << "sway" << all << QStringList{};
+        QTest::newRow("none") << "" << all << QStringList{};
+    }
+    void settingsCommandPerDesktop() {
+        QFETCH(QString, desktop);
+        QFETCH(QStringList, installed);
+        QFETCH(QStringList, command);
+        QCOMPARE(systemNotificationSettingsCommand(
+                     desktop, [&](const QString& p) { return installed.contains(p); }),
+                 command);
+    }
+
+    void switchingOffRemovesEverythingAndPlansNothing() {
+        FakeServices services;
+        NotiSettingModel model;
+        model.setSwitchOn(false);
+        QVERIFY(!switchSetting.get());
+        QCOMPARE(*services.log, (std::vector<std::string>{"noti remove all"}));
+    }
+
+    void switchingOnDecidesOnThePermissionSeenBeforeAsking_data() {
+        QTest::addColumn<bool>("mirrorBefore");
+        QTest::addColumn<bool>("systemGrants");
+        QTest::addColumn<bool>("switchAfter");
+        QTest::addColumn<bool>("mirrorAfter");
+        // The mirror is read before the system answers, so a grant arriving now still leaves
+        // the switch off until the next try.
+        QTest::newRow("allowed") << true << true << true << true;
+        QTest::newRow("granted only now") << false << true << false << true;
+        QTest::newRow("refused") << false << false << false << false;
+        QTest::newRow("revoked since") << true << false << false << false; // the refusal wins
+    }
+    void switchingOnDecidesOnThePermissionSeenBeforeAsking() {
+        QFETCH(bool, mirrorBefore);
+        QFETCH(bool, systemGrants);
+        QFETCH(bool, switchAfter);
+        QFETCH(bool, mirrorAfter);
+        FakeServices services(BackgroundRefreshStatus::available, systemGrants);
+        switchSetting.set(false);
+        authorization.set(mirrorBefore);
+        NotiSettingModel model;
+        model.setSwitchOn(true);
+        QCOMPARE(model.switchOn(), switchAfter);
+        QCOMPARE(model.authorized(), mirrorAfter);
+        QCOMPARE(count(services.log, "noti remove all"), 0);
+    }
+
+    void thePageDimsTheSwitchWithoutPermissionButKeepsItUsable() {
+        FakeServices services(BackgroundRefreshStatus::available, false);
+        QQuickView view;
+        view.resize(390, 844);
+        QQmlComponent component(view.engine());
+        component.setData(R"(
+import QtQuick
+import QtQuick.Controls
+import QtQuick.Controls.Material
+Pane {
+    property bool dark: false
+    Material.theme: dark ? Material.Dark : Material.Light
+    padding: 0
+    width: 390; height: 844
+    StackView { id: stack; anchors.fill: parent; initialItem: Item {} }
+    function push() { stack.push("qrc:/qml/SettingViewSubViewForNotiSetting.qml") }
+    function depth() { return stack.depth }
+}
+)",
+                          QUrl("qrc:/qml/NotiSettingsHost.qml"));
+        QObject* root = component.create();
+        QVERIFY2(root, qPrintable(component.errorString()));
+        view.setContent(component.url(), &component, root);
+        view.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&view));
+        QMetaObject::invokeMethod(root, "push");
+        QQuickItem* row = nullptr;
+        QTRY_VERIFY((row = root->findChild<QQuickItem*>("masterSwitchRow")) != nullptr);
+        // On appearance the system was asked: refused, so both settings went off.
+        QTRY_VERIFY(!switchSetting.get());
+        QCOMPARE(row->opacity(), 0.28);
+        auto* label = root->findChild<QQuickItem*>("masterSwitchLabel");
+        QCOMPARE(label->property("text").toString(), QString("Reminders are off"));
+        QVERIFY(root->findChild<QQuickItem*>("notAuthorizedNote")->isVisible());
+        render(view, root, "off-unauthorized");
+
+        // Still usable: a tap tries, and the switch falls back off.
+        auto* toggle = root->findChild<QQuickItem*>("masterSwitch");
+        const QPointF centre =
+            toggle->mapToScene(QPointF(toggle->width() / 2, toggle->height() / 2));
+        QTest::mouseClick(&view, Qt::LeftButton, {}, centre.toPoint());
+        QTRY_VERIFY(!toggle->property("checked").toBool());
+        QVERIFY(!switchSetting.get());
+
+        // With permission the row is shown in full.
+        authorization.set(true);
+        switchSetting.set(true);
+        QTRY_COMPARE(row->opacity(), 1.0);
+        QTRY_COMPARE(label->property("text").toString(), QString("Reminders are on"));
+        QVERIFY(toggle->property("checked").toBool());
+        render(view, root, "on");
+    }
+
+private:
+    /// Keeps pictures of the page, light and dark, when TIDEMARK_SETTINGS_RENDER_DIR is set.
+    static void render(QQuickView& view, QObject* root, const QString& state) {
+        const QString folder = qEnvironmentVariable("TIDEMARK_SETTINGS_RENDER_DIR");
+        if (folder.isEmpty()) {
+            return;
+        }
+        for (const bool dark : {false, true}) {
+            root->setProperty("dark", dark);
+            QTest::qWait(300);
+            QVERIFY(view.grabWindow().save(QStringLiteral("%1/noti-settings-%2-%3.png")
+                                               .arg(folder, state, dark ? "dark" : "light")));
+        }
+        root->setProperty("dark", false);
+    }
+};
+
+QTEST_MAIN(NotiSettingsTest)
+#include "test_noti_settings.moc"
