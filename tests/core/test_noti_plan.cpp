@@ -144,6 +144,30 @@ TEST_F(NotiPlanTest, TheCapOfSixtyCountsThePastRemindersThatFileNothing) {
     }
 }
 
+TEST_F(NotiPlanTest, SixtyEntriesAreAllFiledAndTheSixtyFirstLatestIsDropped) {
+    for (const int entries : {60, 61}) {
+        SCOPED_TRACE(entries);
+        center->added.clear();
+        tidemark::testing::IsolatedStorage fresh;
+        // One-off events on the days after today, stored latest first, so that the store's order
+        // is not the plan's: each has one reminder at 09:00 on its day.
+        std::vector<eventInfo> events;
+        for (int i = entries; i >= 1; --i) {
+            events.push_back(reminder("E" + std::to_string(i), 0, 4, 2026, 3, 10 + i, 9, 0));
+        }
+        store(events);
+        notiFunc().planAllNotiRequests();
+        ASSERT_EQ(center->added.size(), 60u);
+        for (std::size_t i = 0; i < center->added.size(); ++i) {
+            EXPECT_EQ(center->added[i].identifier.substr(0, center->added[i].identifier.find("@@")),
+                      "E" + std::to_string(i + 1));
+        }
+        // 09:00 on 9 May from 08:00 on 10 March: 60 days and an hour of wall time, less the hour
+        // the clocks went forward on 29 March.
+        EXPECT_DOUBLE_EQ(center->added.back().delaySeconds, 60 * 86400);
+    }
+}
+
 TEST_F(NotiPlanTest, EqualNotiIdsStillGetDistinctIdentifiers) {
     auto a = reminder("A", 4, 4, 2020, 3, 11, 9);
     auto b = reminder("B", 4, 4, 2020, 3, 11, 9);
