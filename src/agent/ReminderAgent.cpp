@@ -43,6 +43,17 @@ QStringList serverCapabilities(QDBusConnection& bus) {
 
 } // namespace
 
+QVariantMap reminderHints(const NotificationRequest& request, const QStringList& capabilities) {
+    QVariantMap hints;
+    hints.insert(QStringLiteral("urgency"),
+                 QVariant::fromValue<uchar>(request.timeSensitive ? 2 : 1));
+    hints.insert(QStringLiteral("desktop-entry"), QString::fromLatin1(kDesktopEntry));
+    if (request.sound && capabilities.contains(QStringLiteral("sound"))) {
+        hints.insert(QStringLiteral("sound-name"), QStringLiteral("message-new-instant"));
+    }
+    return hints;
+}
+
 ReminderAgent::ReminderAgent(std::filesystem::path file, QObject* parent)
     : QObject(parent), path_(std::move(file)) {}
 
@@ -158,12 +169,7 @@ void ReminderAgent::wake() {
 bool ReminderAgent::deliver(const PendingRequest& due) {
     auto bus = QDBusConnection::sessionBus();
     const NotificationRequest& r = due.request;
-    QVariantMap hints;
-    hints.insert(QStringLiteral("urgency"), QVariant::fromValue<uchar>(r.timeSensitive ? 2 : 1));
-    hints.insert(QStringLiteral("desktop-entry"), QString::fromLatin1(kDesktopEntry));
-    if (r.sound && serverCapabilities(bus).contains(QStringLiteral("sound"))) {
-        hints.insert(QStringLiteral("sound-name"), QStringLiteral("message-new-instant"));
-    }
+    const QVariantMap hints = reminderHints(r, r.sound ? serverCapabilities(bus) : QStringList());
     auto call = QDBusMessage::createMethodCall(
         QString::fromLatin1(kNotificationsBusName), QString::fromLatin1(kNotificationsPath),
         QString::fromLatin1(kNotificationsInterface), QStringLiteral("Notify"));

@@ -11,6 +11,8 @@
 #include <QHash>
 #include <QObject>
 #include <QString>
+#include <QStringList>
+#include <QVariantMap>
 #include <memory>
 
 class QSocketNotifier;
@@ -19,6 +21,10 @@ class QDBusServiceWatcher;
 namespace tidemark {
 
 class LinuxNotificationCenter;
+
+/// The hints a reminder is shown with: urgency critical when it is time sensitive (else normal),
+/// the app's desktop entry, and a sound where it asks for one and the server can play it.
+QVariantMap reminderHints(const NotificationRequest& request, const QStringList& capabilities);
 
 class ReminderAgent : public QObject {
     Q_OBJECT
