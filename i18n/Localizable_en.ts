@@ -183,6 +183,10 @@
         <source>Keep your dates, anniversaries and repeating events here, and see at a glance how many days remain.</source>
         <translation>Keep your dates, anniversaries and repeating events here, and see at a glance how many days remain.</translation>
     </message>
+    <message id="reminderOpenActionString">
+        <source>Open</source>
+        <translation>Open</translation>
+    </message>
     <message id="requestAuthorizationStringAtNotiSettingSubViewPage">
         <source>Open the system's notification settings</source>
         <translation>Open the system's notification settings</translation>

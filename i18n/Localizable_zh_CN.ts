@@ -183,6 +183,10 @@
         <source>Keep your dates, anniversaries and repeating events here, and see at a glance how many days remain.</source>
         <translation>在这里记下日期、纪念日和重复事件，一眼看到还剩多少天。</translation>
     </message>
+    <message id="reminderOpenActionString">
+        <source>Open</source>
+        <translation>打开</translation>
+    </message>
     <message id="requestAuthorizationStringAtNotiSettingSubViewPage">
         <source>Open the system's notification settings</source>
         <translation>打开系统通知设置</translation>

@@ -173,9 +173,10 @@ bool ReminderAgent::deliver(const PendingRequest& due) {
     auto call = QDBusMessage::createMethodCall(
         QString::fromLatin1(kNotificationsBusName), QString::fromLatin1(kNotificationsPath),
         QString::fromLatin1(kNotificationsInterface), QStringLiteral("Notify"));
-    call << QStringLiteral("Tide Mark") << uint(0) << QString::fromLatin1(kDesktopEntry)
+    call << qtTrId("appDisplayName") << uint(0) << QString::fromLatin1(kDesktopEntry)
          << QString::fromStdString(r.title) << QString::fromStdString(r.subtitle)
-         << QStringList{QStringLiteral("default"), QStringLiteral("Open")} << hints << int(-1);
+         << QStringList{QStringLiteral("default"), qtTrId("reminderOpenActionString")} << hints
+         << int(-1);
     const auto reply = bus.call(call, QDBus::Block, kNotifyTimeoutMs);
     if (reply.type() != QDBusMessage::ReplyMessage || reply.arguments().isEmpty()) {
         qCWarning(lcAgent) << "no notification server took" << QString::fromStdString(r.identifier)

@@ -11,6 +11,8 @@
 #include <QDBusConnection>
 #include <QDBusMessage>
 #include <QDateTime>
+#include <QLocale>
+#include <QTranslator>
 #include <cstdio>
 
 namespace {
@@ -90,6 +92,13 @@ int main(int argc, char* argv[]) {
         return check();
     }
 
+    // The texts in the session's language: Simplified Chinese for zh*, English otherwise.
+    QTranslator texts;
+    if (texts.load(QLocale::system().language() == QLocale::Chinese
+                       ? QStringLiteral(":/agent-i18n/Localizable_zh_CN.qm")
+                       : QStringLiteral(":/agent-i18n/Localizable_en.qm"))) {
+        QCoreApplication::installTranslator(&texts);
+    }
     tidemark::ReminderAgent agent;
     QString error;
     if (!agent.start(&error)) {
