@@ -197,17 +197,17 @@ void ReminderAgent::arm() {
     } catch (const PendingRequestsError& e) {
         qCWarning(lcAgent) << e.what();
     }
-    itimerspec spec{};
+    itimerspec wakeAt{};
     if (next) {
         double whole = 0;
         const double fraction = std::modf(*next, &whole);
-        spec.it_value.tv_sec = static_cast<time_t>(whole);
-        spec.it_value.tv_nsec = static_cast<long>(fraction * 1e9);
-        if (spec.it_value.tv_sec == 0 && spec.it_value.tv_nsec == 0) {
-            spec.it_value.tv_nsec = 1; // zero would disarm
+        wakeAt.it_value.tv_sec = static_cast<time_t>(whole);
+        wakeAt.it_value.tv_nsec = static_cast<long>(fraction * 1e9);
+        if (wakeAt.it_value.tv_sec == 0 && wakeAt.it_value.tv_nsec == 0) {
+            wakeAt.it_value.tv_nsec = 1; // zero would disarm
         }
     }
-    if (timerfd_settime(timerFd_, TFD_TIMER_ABSTIME | TFD_TIMER_CANCEL_ON_SET, &spec, nullptr) !=
+    if (timerfd_settime(timerFd_, TFD_TIMER_ABSTIME | TFD_TIMER_CANCEL_ON_SET, &wakeAt, nullptr) !=
         0) {
         qCWarning(lcAgent) << "can't set the timer:" << qt_error_string(errno);
     }
