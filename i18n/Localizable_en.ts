@@ -3,6 +3,98 @@
 <TS version="2.1" language="en">
 <context>
     <name>Localizable</name>
+    <message id="addNewEventPageContentSpaceholderString">
+        <source>Notes (optional)</source>
+        <translation>Notes (optional)</translation>
+    </message>
+    <message id="addNewEventPageContentString01">
+        <source>Title and notes</source>
+        <translation>Title and notes</translation>
+    </message>
+    <message id="addNewEventPageContentString01-1">
+        <source>Date</source>
+        <translation>Date</translation>
+    </message>
+    <message id="addNewEventPageContentString02">
+        <source>Repeat</source>
+        <translation>Repeat</translation>
+    </message>
+    <message id="addNewEventPageContentString02-endDateString">
+        <source>End date</source>
+        <translation>End date</translation>
+    </message>
+    <message id="addNewEventPageContentString03">
+        <source>Reminder</source>
+        <translation>Reminder</translation>
+    </message>
+    <message id="addNewEventPageContentString11">
+        <source>More</source>
+        <translation>More</translation>
+    </message>
+    <message id="addNewEventPageGoNotiSettingPageString">
+        <source>When to remind</source>
+        <translation>When to remind</translation>
+    </message>
+    <message id="addNewEventPageGoRepeatEventSettingPageString">
+        <source>Repeat rule</source>
+        <translation>Repeat rule</translation>
+    </message>
+    <message id="addNewEventPageNavigationTitleStringAtaddNewEventPage">
+        <source>Event Details</source>
+        <translation>Event Details</translation>
+    </message>
+    <message id="addNewEventPagePickerForAddMemoToThisEventTrue">
+        <source>Keep memos for this event</source>
+        <translation>Keep memos for this event</translation>
+    </message>
+    <message id="addNewEventPagePickerForAddStarTrue">
+        <source>Star this event</source>
+        <translation>Star this event</translation>
+    </message>
+    <message id="addNewEventPagePickerForHaveOneEndDateForRepeatEventTrue">
+        <source>Stop repeating on a date</source>
+        <translation>Stop repeating on a date</translation>
+    </message>
+    <message id="addNewEventPagePickerForRepeatOrNotTrue">
+        <source>Repeat this event</source>
+        <translation>Repeat this event</translation>
+    </message>
+    <message id="addNewEventPagePickerForSetNotiForThisNotReapeatEventTrue">
+        <source>Remind me</source>
+        <translation>Remind me</translation>
+    </message>
+    <message id="addNewEventPageTitleSpaceholderString">
+        <source>Title</source>
+        <translation>Title</translation>
+    </message>
+    <message id="alertButtonStringForNeedMoreInfoAtAddNewEventPage">
+        <source>OK</source>
+        <translation>OK</translation>
+    </message>
+    <message id="alertMessageStringForNeedMoreInfoAtAddNewEventPage_nothingChanged">
+        <source>Nothing has changed.</source>
+        <translation>Nothing has changed.</translation>
+    </message>
+    <message id="alertMessageStringForNeedMoreInfoAtAddNewEventPage_noti">
+        <source>Choose when to be reminded, or turn the reminder off.</source>
+        <translation>Choose when to be reminded, or turn the reminder off.</translation>
+    </message>
+    <message id="alertMessageStringForNeedMoreInfoAtAddNewEventPage_repeat">
+        <source>Choose how the event repeats, or turn repeating off.</source>
+        <translation>Choose how the event repeats, or turn repeating off.</translation>
+    </message>
+    <message id="alertMessageStringForNeedMoreInfoAtAddNewEventPage_share">
+        <source>Choose a group to share with, or turn sharing off.</source>
+        <translation>Choose a group to share with, or turn sharing off.</translation>
+    </message>
+    <message id="alertMessageStringForNeedMoreInfoAtAddNewEventPage_title">
+        <source>Give the event a title.</source>
+        <translation>Give the event a title.</translation>
+    </message>
+    <message id="alertTitleStringForNeedMoreInfoAtAddNewEventPage">
+        <source>A little more, please</source>
+        <translation>A little more, please</translation>
+    </message>
     <message id="allColorsHintStringAtFilterPage">
         <source>Tap the chosen colour again to show every colour</source>
         <translation>Tap the chosen colour again to show every colour</translation>
@@ -46,6 +138,14 @@
     <message id="customizeStringAfterNumByYear">
         <source> years</source>
         <translation> years</translation>
+    </message>
+    <message id="customizeStringBeforeNum">
+        <source>Repeats</source>
+        <translation>Repeats</translation>
+    </message>
+    <message id="customizeStringBeforeNumAfterEveryWord">
+        <source> every</source>
+        <translation> every</translation>
     </message>
     <message id="endEventSectionTitleStringAtFilterPage">
         <source>Ended events</source>
@@ -103,10 +203,6 @@
         <source>last day</source>
         <translation>last day</translation>
     </message>
-    <message id="newEventFormComingString">
-        <source>Adding events arrives in the next version.</source>
-        <translation>Adding events arrives in the next version.</translation>
-    </message>
     <message id="nextDateLabelStringForListRowViewForTimeline">
         <source>Next: </source>
         <translation>Next: </translation>
@@ -150,6 +246,46 @@
     <message id="noEventStoredString">
         <source>No events yet</source>
         <translation>No events yet</translation>
+    </message>
+    <message id="noti0dayAgoBeforeEvent">
+        <source>On the day</source>
+        <translation>On the day</translation>
+    </message>
+    <message id="noti1dayAgoBeforeEvent">
+        <source>1 day before</source>
+        <translation>1 day before</translation>
+    </message>
+    <message id="noti1hourAgoBeforeEvent">
+        <source>1 hour before</source>
+        <translation>1 hour before</translation>
+    </message>
+    <message id="noti1monthAgoBeforeEvent">
+        <source>1 month before</source>
+        <translation>1 month before</translation>
+    </message>
+    <message id="noti1weekAgoBeforeEvent">
+        <source>1 week before</source>
+        <translation>1 week before</translation>
+    </message>
+    <message id="noti2weekAgoBeforeEvent">
+        <source>2 weeks before</source>
+        <translation>2 weeks before</translation>
+    </message>
+    <message id="noti30minsAgoBeforeEvent">
+        <source>30 minutes before</source>
+        <translation>30 minutes before</translation>
+    </message>
+    <message id="noti3dayAgoBeforeEvent">
+        <source>3 days before</source>
+        <translation>3 days before</translation>
+    </message>
+    <message id="noti3hourAgoBeforeEvent">
+        <source>3 hours before</source>
+        <translation>3 hours before</translation>
+    </message>
+    <message id="noti6hourAgoBeforeEvent">
+        <source>6 hours before</source>
+        <translation>6 hours before</translation>
     </message>
     <message id="notiNoSystemSettingsString">
         <source>This desktop has no notification settings page that Tide Mark can open. Notifications are set in your notification service's own settings.</source>
@@ -258,6 +394,22 @@
     <message id="tomorrowStringAtComputeFuncPageForNextEventDate">
         <source>Tomorrow</source>
         <translation>Tomorrow</translation>
+    </message>
+    <message id="type1stringForRepeatSettingExplanation">
+        <source>Every day at</source>
+        <translation>Every day at</translation>
+    </message>
+    <message id="type2stringForRepeatSettingExplanation">
+        <source>Every week</source>
+        <translation>Every week</translation>
+    </message>
+    <message id="type3stringForRepeatSettingExplanation">
+        <source>Every month: </source>
+        <translation>Every month: </translation>
+    </message>
+    <message id="type4stringForRepeatSettingExplanation">
+        <source>Every year on </source>
+        <translation>Every year on </translation>
     </message>
     <message id="weekStringForListRowViewForTimeline01">
         <source>Mon</source>

@@ -3,6 +3,98 @@
 <TS version="2.1" language="zh_CN">
 <context>
     <name>Localizable</name>
+    <message id="addNewEventPageContentSpaceholderString">
+        <source>Notes (optional)</source>
+        <translation>内容（可选）</translation>
+    </message>
+    <message id="addNewEventPageContentString01">
+        <source>Title and notes</source>
+        <translation>标题与内容</translation>
+    </message>
+    <message id="addNewEventPageContentString01-1">
+        <source>Date</source>
+        <translation>日期</translation>
+    </message>
+    <message id="addNewEventPageContentString02">
+        <source>Repeat</source>
+        <translation>重复</translation>
+    </message>
+    <message id="addNewEventPageContentString02-endDateString">
+        <source>End date</source>
+        <translation>结束日期</translation>
+    </message>
+    <message id="addNewEventPageContentString03">
+        <source>Reminder</source>
+        <translation>提醒</translation>
+    </message>
+    <message id="addNewEventPageContentString11">
+        <source>More</source>
+        <translation>更多</translation>
+    </message>
+    <message id="addNewEventPageGoNotiSettingPageString">
+        <source>When to remind</source>
+        <translation>提醒时间</translation>
+    </message>
+    <message id="addNewEventPageGoRepeatEventSettingPageString">
+        <source>Repeat rule</source>
+        <translation>重复规则</translation>
+    </message>
+    <message id="addNewEventPageNavigationTitleStringAtaddNewEventPage">
+        <source>Event Details</source>
+        <translation>事件详情</translation>
+    </message>
+    <message id="addNewEventPagePickerForAddMemoToThisEventTrue">
+        <source>Keep memos for this event</source>
+        <translation>为此事件记录备忘</translation>
+    </message>
+    <message id="addNewEventPagePickerForAddStarTrue">
+        <source>Star this event</source>
+        <translation>标星此事件</translation>
+    </message>
+    <message id="addNewEventPagePickerForHaveOneEndDateForRepeatEventTrue">
+        <source>Stop repeating on a date</source>
+        <translation>设置结束日期</translation>
+    </message>
+    <message id="addNewEventPagePickerForRepeatOrNotTrue">
+        <source>Repeat this event</source>
+        <translation>重复此事件</translation>
+    </message>
+    <message id="addNewEventPagePickerForSetNotiForThisNotReapeatEventTrue">
+        <source>Remind me</source>
+        <translation>提醒我</translation>
+    </message>
+    <message id="addNewEventPageTitleSpaceholderString">
+        <source>Title</source>
+        <translation>标题</translation>
+    </message>
+    <message id="alertButtonStringForNeedMoreInfoAtAddNewEventPage">
+        <source>OK</source>
+        <translation>好的</translation>
+    </message>
+    <message id="alertMessageStringForNeedMoreInfoAtAddNewEventPage_nothingChanged">
+        <source>Nothing has changed.</source>
+        <translation>没有任何更改。</translation>
+    </message>
+    <message id="alertMessageStringForNeedMoreInfoAtAddNewEventPage_noti">
+        <source>Choose when to be reminded, or turn the reminder off.</source>
+        <translation>请选择提醒时间，或关闭提醒。</translation>
+    </message>
+    <message id="alertMessageStringForNeedMoreInfoAtAddNewEventPage_repeat">
+        <source>Choose how the event repeats, or turn repeating off.</source>
+        <translation>请选择重复方式，或关闭重复。</translation>
+    </message>
+    <message id="alertMessageStringForNeedMoreInfoAtAddNewEventPage_share">
+        <source>Choose a group to share with, or turn sharing off.</source>
+        <translation>请选择共享的群组，或关闭共享。</translation>
+    </message>
+    <message id="alertMessageStringForNeedMoreInfoAtAddNewEventPage_title">
+        <source>Give the event a title.</source>
+        <translation>请为事件填写标题。</translation>
+    </message>
+    <message id="alertTitleStringForNeedMoreInfoAtAddNewEventPage">
+        <source>A little more, please</source>
+        <translation>还差一点信息</translation>
+    </message>
     <message id="allColorsHintStringAtFilterPage">
         <source>Tap the chosen colour again to show every colour</source>
         <translation>再次点击已选颜色即可显示全部颜色</translation>
@@ -46,6 +138,14 @@
     <message id="customizeStringAfterNumByYear">
         <source> years</source>
         <translation>年</translation>
+    </message>
+    <message id="customizeStringBeforeNum">
+        <source>Repeats</source>
+        <translation>重复</translation>
+    </message>
+    <message id="customizeStringBeforeNumAfterEveryWord">
+        <source> every</source>
+        <translation>：每</translation>
     </message>
     <message id="endEventSectionTitleStringAtFilterPage">
         <source>Ended events</source>
@@ -103,10 +203,6 @@
         <source>last day</source>
         <translation>最后一天</translation>
     </message>
-    <message id="newEventFormComingString">
-        <source>Adding events arrives in the next version.</source>
-        <translation>添加事件的功能将在下一个版本中推出。</translation>
-    </message>
     <message id="nextDateLabelStringForListRowViewForTimeline">
         <source>Next: </source>
         <translation>下次：</translation>
@@ -150,6 +246,46 @@
     <message id="noEventStoredString">
         <source>No events yet</source>
         <translation>还没有事件</translation>
+    </message>
+    <message id="noti0dayAgoBeforeEvent">
+        <source>On the day</source>
+        <translation>当天</translation>
+    </message>
+    <message id="noti1dayAgoBeforeEvent">
+        <source>1 day before</source>
+        <translation>提前 1 天</translation>
+    </message>
+    <message id="noti1hourAgoBeforeEvent">
+        <source>1 hour before</source>
+        <translation>提前 1 小时</translation>
+    </message>
+    <message id="noti1monthAgoBeforeEvent">
+        <source>1 month before</source>
+        <translation>提前 1 个月</translation>
+    </message>
+    <message id="noti1weekAgoBeforeEvent">
+        <source>1 week before</source>
+        <translation>提前 1 周</translation>
+    </message>
+    <message id="noti2weekAgoBeforeEvent">
+        <source>2 weeks before</source>
+        <translation>提前 2 周</translation>
+    </message>
+    <message id="noti30minsAgoBeforeEvent">
+        <source>30 minutes before</source>
+        <translation>提前 30 分钟</translation>
+    </message>
+    <message id="noti3dayAgoBeforeEvent">
+        <source>3 days before</source>
+        <translation>提前 3 天</translation>
+    </message>
+    <message id="noti3hourAgoBeforeEvent">
+        <source>3 hours before</source>
+        <translation>提前 3 小时</translation>
+    </message>
+    <message id="noti6hourAgoBeforeEvent">
+        <source>6 hours before</source>
+        <translation>提前 6 小时</translation>
     </message>
     <message id="notiNoSystemSettingsString">
         <source>This desktop has no notification settings page that Tide Mark can open. Notifications are set in your notification service's own settings.</source>
@@ -258,6 +394,22 @@
     <message id="tomorrowStringAtComputeFuncPageForNextEventDate">
         <source>Tomorrow</source>
         <translation>明天</translation>
+    </message>
+    <message id="type1stringForRepeatSettingExplanation">
+        <source>Every day at</source>
+        <translation>每天</translation>
+    </message>
+    <message id="type2stringForRepeatSettingExplanation">
+        <source>Every week</source>
+        <translation>每周</translation>
+    </message>
+    <message id="type3stringForRepeatSettingExplanation">
+        <source>Every month: </source>
+        <translation>每月：</translation>
+    </message>
+    <message id="type4stringForRepeatSettingExplanation">
+        <source>Every year on </source>
+        <translation>每年 </translation>
     </message>
     <message id="weekStringForListRowViewForTimeline01">
         <source>Mon</source>

@@ -153,14 +153,14 @@ private slots:
 
         click(item("tab_addNewEvent"));
         QCOMPARE(currentTab(), QString("eventListView"));
-        auto* popups = item("popupManager");
-        QCOMPARE(popups->property("count").toInt(), 1);
-        if (const QByteArray folder = qgetenv("TIDEMARK_PICTURE_DIR"); !folder.isEmpty()) {
-            QTest::qWait(300);
-            window()->grabWindow().save(QString::fromLocal8Bit(folder) + "/main-plus-note.png");
-        }
-        QMetaObject::invokeMethod(popups, "dismissAll");
-        QTRY_COMPARE(popups->property("count").toInt(), 0);
+        auto* stack = item("appStack");
+        QTRY_COMPARE(stack->property("depth").toInt(), 2);
+        QCOMPARE(qvariant_cast<QQuickItem*>(stack->property("currentItem"))->objectName(),
+                 QString("addNewEventPage"));
+        QTRY_VERIFY(!stack->property("busy").toBool());
+        click(item("formBackButton"));
+        QTRY_COMPARE(stack->property("depth").toInt(), 1);
+        QTRY_VERIFY(!stack->property("busy").toBool());
 
         click(item("tab_moreView"));
         QCOMPARE(currentTab(), QString("moreView"));

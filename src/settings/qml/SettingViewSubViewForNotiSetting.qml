@@ -101,7 +101,7 @@ Page {
                     font.pixelSize: 16
                     color: colors.primaryText
                 }
-                Switch {
+                TideSwitch {
                     objectName: "masterSwitch"
                     checked: model.switchOn
                     onToggled: {

@@ -11,6 +11,11 @@ Item {
     objectName: "calendarPageView"
 
     property bool darkScheme: false
+
+    // A row's buttons and tap, passed up to whoever opens pages.
+    signal editRequested(string eventId)
+    signal cardRequested(string eventId)
+    signal memoRequested(string eventId)
     property alias monthToShowDate: calendar.monthToShowDate
     readonly property bool hasRowView: TideMarkApp.hasQmlFile("ListRowViewForTimeline.qml")
 
@@ -107,6 +112,13 @@ Item {
                         setSource("ListRowViewForTimeline.qml", { eventId: modelData })
                     else
                         sourceComponent = plainRow
+                }
+                Connections {
+                    target: row.item
+                    ignoreUnknownSignals: true
+                    function onEditRequested(id) { page.editRequested(id) }
+                    function onCardRequested(id) { page.cardRequested(id) }
+                    function onMemoRequested(id) { page.memoRequested(id) }
                 }
                 // Until the event row lands: colour mark and title.
                 Component {

@@ -11,6 +11,11 @@ Item {
     objectName: "eventListPageView"
 
     property bool darkScheme: false
+
+    // A row's buttons and tap, passed up to whoever opens pages.
+    signal editRequested(string eventId)
+    signal cardRequested(string eventId)
+    signal memoRequested(string eventId)
     property bool shown: false
     readonly property bool hasRowView: TideMarkApp.hasQmlFile("ListRowViewForTimeline.qml")
 
@@ -49,6 +54,13 @@ Item {
                     setSource("ListRowViewForTimeline.qml", { eventId: eventId })
                 else
                     sourceComponent = plainRow
+            }
+            Connections {
+                target: row.item
+                ignoreUnknownSignals: true
+                function onEditRequested(id) { page.editRequested(id) }
+                function onCardRequested(id) { page.cardRequested(id) }
+                function onMemoRequested(id) { page.memoRequested(id) }
             }
             Component {
                 id: plainRow

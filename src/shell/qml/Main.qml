@@ -3,7 +3,8 @@ import QtQuick.Controls
 import QtQuick.Controls.Material
 import TideMark
 
-// The one window: the main screen as its root, the popup presenter above it.
+// The one window: a stack of pages with the main screen at its bottom, the popup presenter above
+// it.
 ApplicationWindow {
     id: window
     width: 390
@@ -30,12 +31,26 @@ ApplicationWindow {
         pictureScheme = pictureSchemeName
     }
 
-    MainView {
-        id: mainView
-        objectName: "mainView"
+    // Pushes a page of the window's folder for a picture, at once and without animation; an
+    // empty name goes back to the main screen.
+    function showPageForPicture(fileName, properties, pictureSchemeName) {
+        pictureScheme = pictureSchemeName
+        appStack.pop(null, StackView.Immediate)
+        if (fileName !== "")
+            appStack.push(Qt.resolvedUrl(fileName), properties, StackView.Immediate)
+    }
+
+    // The pages of the window: the main screen at the bottom, the pages it opens above it.
+    StackView {
+        id: appStack
+        objectName: "appStack"
         anchors.fill: parent
-        darkScheme: window.darkScheme
-        popups: popupManager
+        initialItem: MainView {
+            id: mainView
+            objectName: "mainView"
+            darkScheme: window.darkScheme
+            popups: popupManager
+        }
     }
 
     PopupManager {

@@ -36,11 +36,35 @@ Item {
         currentTabSetting.value = tab
     }
 
+    // Pushes a page onto the window's stack (the main screen is its bottom page); a bare file
+    // name is a page of the window's folder.
+    function openPage(url, properties) {
+        if (mainView.StackView.view)
+            mainView.StackView.view.push(Qt.resolvedUrl(url), properties || {})
+    }
+
+    // Opens a page of the window's folder if it is there yet.
+    function openFile(fileName, properties) {
+        if (TideMarkApp.hasQmlFile(fileName))
+            openPage(Qt.resolvedUrl(fileName), properties)
+    }
+
     function openNewEventForm() {
         Haptics.impact()
-        // The form lands in a later version; until then a short note says so.
-        if (popups)
-            popups.show(comingNote, "top")
+        openFile("AddNewEventPage.qml", { editOrAddNewEventCheckValue: false, eventId: "",
+                                          resetAllDataWhenEnterFromCardView: true })
+    }
+
+    // What the rows of the calendar and list pages ask for.
+    function openEditForm(eventId) {
+        openFile("AddNewEventPage.qml", { editOrAddNewEventCheckValue: true, eventId: eventId,
+                                          resetAllDataWhenEnterFromCardView: true })
+    }
+    function openCard(eventId) {
+        openFile("CardViewForEventObject.qml", { eventId: eventId })
+    }
+    function openMemos(eventId) {
+        openFile("MemoForCardViewPage.qml", { eventId: eventId })
     }
 
     Rectangle {
@@ -95,6 +119,9 @@ Item {
             active: visible || item !== null
             sourceComponent: CalendarPageView {
                 darkScheme: mainView.darkScheme
+                onEditRequested: id => mainView.openEditForm(id)
+                onCardRequested: id => mainView.openCard(id)
+                onMemoRequested: id => mainView.openMemos(id)
             }
         }
         Loader {
@@ -106,6 +133,9 @@ Item {
             sourceComponent: EventListPageView {
                 darkScheme: mainView.darkScheme
                 shown: listLoader.visible
+                onEditRequested: id => mainView.openEditForm(id)
+                onCardRequested: id => mainView.openCard(id)
+                onMemoRequested: id => mainView.openMemos(id)
             }
         }
         Loader {
@@ -115,6 +145,11 @@ Item {
             visible: mainView.shownTab === "moreView"
             active: visible || item !== null
             sourceComponent: SettingPlaceholderView {}
+            // The settings screen opens its pages through the main screen's stack.
+            onLoaded: {
+                if (item.pageRequested !== undefined)
+                    item.pageRequested.connect(mainView.openPage)
+            }
         }
     }
 
@@ -183,30 +218,6 @@ Item {
                         }
                     }
                 }
-            }
-        }
-    }
-
-    Component {
-        id: comingNote
-        // A snackbar: inverse colours, so it stands out on either scheme.
-        Rectangle {
-            objectName: "comingNote"
-            implicitWidth: Math.min(noteText.implicitWidth + 40, mainView.width - 48)
-            implicitHeight: noteText.implicitHeight + 28
-            radius: 12
-            color: mainView.darkScheme ? "#E6E9EC" : "#2B3137"
-            Label {
-                id: noteText
-                anchors.fill: parent
-                anchors.leftMargin: 20
-                anchors.rightMargin: 20
-                verticalAlignment: Text.AlignVCenter
-                horizontalAlignment: Text.AlignHCenter
-                text: qsTrId("newEventFormComingString")
-                wrapMode: Text.Wrap
-                font.pixelSize: 15
-                color: mainView.darkScheme ? "#1C2430" : "#F1F4F6"
             }
         }
     }

@@ -38,7 +38,8 @@ QtObject {
         "line.3.horizontal.decrease.circle": "\ue152",
         "ellipsis": "\ue5d3",
         "gearshape": "\ue8b8",
-        "clock": "\ue8b5"
+        "clock": "\ue8b5",
+        "keyboard.chevron.compact.down": "\ue31a"
     })
 
     function glyph(name) {

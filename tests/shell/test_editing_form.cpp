@@ -1,0 +1,842 @@
+// The new-event form at 08:00 on Tuesday 10 March 2026 in Berlin: its view model over a real
+// store and real settings (checks, reset, the one load, reactions, explanations, add, save,
+// delete), then the page in the window, driven by taps. No translator is installed, so texts are
+// their keys. Any QML warning fails the test.
+// moc stops at the C++20 standard headers that the core's headers pull in; it needs none of them.
+#ifndef Q_MOC_RUN
+#include "QtTestSupport.h"
+#include "TestSupport.h"
+#include "editing/AddNewEventForm.h"
+#include "editing/FormDatePickerModel.h"
+#include "records/DayListArchive.h"
+#include "records/Defaults.h"
+#include "records/Store.h"
+#include "records/realmDataFunc.h"
+#include "shell/Translations.h"
+#include "shell/tideMarkApp.h"
+#include "test_main_support.h"
+#endif
+
+#include <QDir>
+#include <QQmlApplicationEngine>
+#include <QQuickItem>
+#include <QQuickStyle>
+#include <QQuickWindow>
+#include <QRegularExpression>
+#include <QSignalSpy>
+#include <QTest>
+#include <algorithm>
+
+using namespace tidemark;
+using namespace tidemark::testing;
+
+namespace {
+
+QStringList qmlWarnings;
+QtMessageHandler previousHandler = nullptr;
+
+void trapWarnings(QtMsgType type, const QMessageLogContext& context, const QString& message) {
+    if (type == QtWarningMsg || type == QtCriticalMsg) {
+        qmlWarnings << message;
+    }
+    previousHandler(type, context, message);
+}
+
+QQuickItem* findItem(QQuickItem* root, const QString& name) {
+    if (!root) {
+        return nullptr;
+    }
+    if (root->objectName() == name) {
+        return root;
+    }
+    for (auto* child : root->childItems()) {
+        if (auto* found = findItem(child, name)) {
+            return found;
+        }
+    }
+    return nullptr;
+}
+
+void storeEvent(const eventInfo& e) {
+    auto s = Store::open();
+    s.write([&] { s.add(e); });
+}
+
+std::optional<eventInfo> storedEvent(const std::string& id) {
+    return Store::open().object<eventInfo>(id);
+}
+
+/// A weekly event with every field of the form set, a reminder, an end date and an interval.
+eventInfo fullEvent() {
+    return makeEvent("EDIT1", "20250101093000", [](eventInfo& e) {
+        e.eventTitle = "Choir";
+        e.eventContent = "Bring the scores";
+        e.eventRepeatOrNot = true;
+        e.eventType = 2;
+        e.eventDateWhenEveryWeek = encodeDayListArchive({2, 4});
+        e.eventHaveCustomizeInterval = true;
+        e.eventDateWhenCustomizeRepeatTimes = 5;
+        e.eventNotiOrNot = true;
+        e.eventNotiType = 5;
+        e.eventNotiDateDayHour = 9;
+        e.eventNotiDateDayMin = 30;
+        e.eventNotiId = "NOTI-OLD";
+        e.eventHaveEndDateOrNot = true;
+        e.eventEndDateYear = 2026;
+        e.eventEndDateMonth = 6;
+        e.eventEndDateDay = 30;
+        e.eventStarOrNot = true;
+        e.eventColorString = "colorForUserSelection04";
+        e.backupDataType01 = 7;
+        e.backupDataType02 = "kept?";
+        e.backupDataType03 = "no";
+    });
+}
+
+int indexOf(const CallLog& log, const std::string& entry) {
+    const auto it = std::find(log->begin(), log->end(), entry);
+    return it == log->end() ? -1 : static_cast<int>(it - log->begin());
+}
+
+} // namespace
+
+class EditingFormTest : public QObject {
+    Q_OBJECT
+
+private:
+    std::unique_ptr<IsolatedStorage> storage_;
+    std::unique_ptr<ScopedCalendarEnvironment> environment_;
+    std::unique_ptr<FakeServices> services_;
+    AddNewEventInputs inputs_; // a second declaration of the form's keys, as a sub-page has
+
+    std::unique_ptr<tideMarkApp> app_;
+    std::unique_ptr<QQmlApplicationEngine> engine_;
+
+    std::unique_ptr<AddNewEventForm> editForm(const std::string& id) {
+        auto form = std::make_unique<AddNewEventForm>();
+        form->setEditOrAddNewEventCheckValue(true);
+        form->setEventId(QString::fromStdString(id));
+        form->setResetAllDataWhenEnterFromCardView(true);
+        form->appeared();
+        return form;
+    }
+
+    QQuickWindow* window() const {
+        return qobject_cast<QQuickWindow*>(engine_->rootObjects().first());
+    }
+    QQuickItem* item(const QString& name) const { return findItem(window()->contentItem(), name); }
+    QObject* stack() const { return item("appStack"); }
+    QQuickItem* topPage() const {
+        return qvariant_cast<QQuickItem*>(stack()->property("currentItem"));
+    }
+    void click(QQuickItem* target) {
+        QVERIFY(target);
+        QVERIFY(target->isVisible());
+        const QPointF centre =
+            target->mapToScene(QPointF(target->width() / 2, target->height() / 2));
+        QTest::mouseClick(window(), Qt::LeftButton, {}, centre.toPoint());
+    }
+    void clickInPage(const QString& name) {
+        QTest::qWait(30); // let the layouts settle after the last tap
+        auto* target = findItem(topPage(), name);
+        QVERIFY2(target, qPrintable(name));
+        // Bring it into view first: the form scrolls.
+        auto* scroller = findItem(topPage(), "formScroller");
+        if (scroller) {
+            const QPointF inContent = target->mapToItem(
+                qvariant_cast<QQuickItem*>(scroller->property("contentItem")), QPointF(0, 0));
+            const qreal maxY = std::max<qreal>(0, scroller->property("contentHeight").toReal() -
+                                                      scroller->height());
+            scroller->setProperty("contentY", std::clamp<qreal>(inContent.y() - 120, 0, maxY));
+            QTest::qWait(20);
+        }
+        click(target);
+    }
+
+private slots:
+    void initTestCase() {
+        previousHandler = qInstallMessageHandler(trapWarnings);
+        QQuickStyle::setStyle(QStringLiteral("Material"));
+    }
+
+    void init() {
+        qmlWarnings.clear();
+        storage_ = std::make_unique<IsolatedStorage>();
+        environment_ = std::make_unique<ScopedCalendarEnvironment>(
+            fixedEnvironment("Europe/Berlin", "en_US", 2026, 3, 10, 8));
+        services_ = std::make_unique<FakeServices>();
+    }
+
+    void cleanup() {
+        engine_.reset();
+        app_.reset();
+        services_.reset();
+        environment_.reset();
+        storage_.reset();
+        if (!qmlWarnings.isEmpty()) {
+            QFAIL(qPrintable("Warnings: " + qmlWarnings.join("\n")));
+        }
+    }
+
+    // ---- the view model ---------------------------------------------------------------------
+
+    void checksFailInTheirOrder() {
+        {
+            auto s = Store::open();
+            s.write([&] { s.add(shareGroup{"G1", "Family", 0, "", ""}); });
+        }
+        struct Case {
+            const char* name;
+            std::function<void(AddNewEventInputs&)> inputs;
+            QString title;
+            QString expected; // "" when every check passes
+        };
+        const Bytes noDays = encodeDayListArchive({});
+        const std::vector<Case> cases = {
+            {"repeat on without a type, and no title: the repeat speaks first",
+             [](auto& i) { i.eventRepeatOrNot = true; }, "", kAlertRepeat},
+            {"weekly with an empty week list",
+             [&](auto& i) {
+                 i.eventRepeatOrNot = true;
+                 i.newEventType = 2;
+                 i.weekArrayForAppStorageList = noDays;
+             },
+             "t", kAlertRepeat},
+            {"monthly with no list at all",
+             [](auto& i) {
+                 i.eventRepeatOrNot = true;
+                 i.newEventType = 3;
+             },
+             "t", kAlertRepeat},
+            {"an unknown type",
+             [](auto& i) {
+                 i.eventRepeatOrNot = true;
+                 i.newEventType = 9;
+             },
+             "t", kAlertRepeat},
+            {"a type beyond yearly that still passes",
+             [](auto& i) {
+                 i.eventRepeatOrNot = true;
+                 i.newEventType = 8;
+             },
+             "t", ""},
+            {"weekly with days, but no title",
+             [](auto& i) {
+                 i.eventRepeatOrNot = true;
+                 i.newEventType = 2;
+                 i.weekArrayForAppStorageList = encodeDayListArchive({3});
+             },
+             "", kAlertTitle},
+            {"repeat switched off needs no type", [](auto& i) { i.newEventType = 0; }, "x", ""},
+            {"a title of blanks passes; a reminder without lead time fails",
+             [](auto& i) { i.setNotiForThisEvent = true; }, "  ", kAlertNoti},
+            {"lead time 0 is a choice",
+             [](auto& i) {
+                 i.setNotiForThisEvent = true;
+                 i.notiFuncSelectedType = 0;
+             },
+             "x", ""},
+            {"sharing without a group, after a failing reminder",
+             [](auto& i) {
+                 i.setNotiForThisEvent = true;
+                 i.shareToOtherPeople = true;
+             },
+             "x", kAlertNoti},
+            {"sharing without a group", [](auto& i) { i.shareToOtherPeople = true; }, "x",
+             kAlertShare},
+            {"sharing with a group that is not stored",
+             [](auto& i) {
+                 i.shareToOtherPeople = true;
+                 i.eventShareGroupId = std::string("G2");
+                 i.GroupIdForThisEvent = std::string("G1");
+             },
+             "x", kAlertShare},
+            {"sharing with a stored group",
+             [](auto& i) {
+                 i.shareToOtherPeople = true;
+                 i.eventShareGroupId = std::string("G1");
+             },
+             "x", ""},
+        };
+        for (const auto& c : cases) {
+            AddNewEventForm form;
+            form.resetAllData();
+            c.inputs(inputs_);
+            form.setTitleForEventInfo(c.title);
+            const QString expected = c.expected.isEmpty() ? kAlertNothingChanged : c.expected;
+            QVERIFY2(form.alertMessageKey() == expected, c.name);
+            QCOMPARE(form.confirmAction(), c.expected.isEmpty() ? "add" : "alert");
+            form.setEditOrAddNewEventCheckValue(true);
+            QCOMPARE(form.confirmAction(), c.expected.isEmpty() ? "save" : "alert");
+        }
+    }
+
+    void alertActionTogglesTheAlertAndWritesNothing() {
+        AddNewEventForm form;
+        form.appeared();
+        QSignalSpy dismissed(&form, &AddNewEventForm::dismissRequested);
+        form.confirm();
+        QVERIFY(form.alertForRequiredMoreInfo());
+        QCOMPARE(form.alertMessageKey(), QString(kAlertTitle));
+        QCOMPARE(Store::open().count<eventInfo>(), 0);
+        QCOMPARE(dismissed.count(), 0);
+    }
+
+    void resetClearsTheInputsAndAFreshFormFillsTheDates() {
+        inputs_.eventColorString = std::string("colorForUserSelection02");
+        inputs_.eventShareGroupId = std::string("G");
+        inputs_.GroupIdForThisEvent = std::string("G");
+        inputs_.eventRepeatOrNot = true;
+        inputs_.newEventType = 3;
+        inputs_.newEventTypeHaveIntervalInfo = true;
+        inputs_.intNumInputFromUserForCustomizeRepeatEvent = 11;
+        inputs_.weekArrayForAppStorageList = encodeDayListArchive({1});
+        inputs_.monthArrayForAppStorageList = encodeDayListArchive({2});
+        inputs_.haveOneEndDateForRepeatEvent = true;
+        inputs_.setNotiForThisEvent = true;
+        inputs_.notiFuncSelectedType = 4;
+        inputs_.notiHour = 7;
+        inputs_.notiMin = 15;
+        inputs_.addStarToThisEvent = true;
+        inputs_.addMemoToThisEvent = true;
+        inputs_.shareToOtherPeople = true;
+        inputs_.startYear = 2020;
+        inputs_.startMonth = 7;
+        inputs_.startDay = 4;
+        inputs_.endYear = 2021;
+        inputs_.byDayHour = 6;
+        inputs_.byDayMin = 45;
+        inputs_.loadEditTargetEventDataOnlyOneTimes = true;
+        Setting<std::int64_t> cycleChoice("AE_newEventTypeForCycleOrNot", 0);
+        cycleChoice = 2;
+
+        AddNewEventForm earlier; // a page still alive sees the reset too
+        AddNewEventForm form;
+        form.setTitleForEventInfo("kept");
+        form.setResetAllDataWhenEnterFromCardView(true);
+        form.appeared();
+
+        QVERIFY(!form.resetAllDataWhenEnterFromCardView());
+        QCOMPARE(inputs_.eventColorString.get(), "");
+        QCOMPARE(inputs_.eventShareGroupId.get(), "");
+        QCOMPARE(inputs_.GroupIdForThisEvent.get(), "");
+        QVERIFY(!inputs_.eventRepeatOrNot.get());
+        QCOMPARE(inputs_.newEventType.get(), 0);
+        QVERIFY(!inputs_.newEventTypeHaveIntervalInfo.get());
+        QCOMPARE(inputs_.intNumInputFromUserForCustomizeRepeatEvent.get(), 4);
+        QVERIFY(inputs_.weekArrayForAppStorageList.get().empty());
+        QVERIFY(inputs_.monthArrayForAppStorageList.get().empty());
+        QVERIFY(!inputs_.haveOneEndDateForRepeatEvent.get());
+        QVERIFY(!inputs_.setNotiForThisEvent.get());
+        QCOMPARE(inputs_.notiFuncSelectedType.get(), 10);
+        QCOMPARE(inputs_.notiHour.get() + inputs_.notiMin.get(), 0);
+        QVERIFY(!inputs_.addStarToThisEvent.get() && !inputs_.addMemoToThisEvent.get());
+        QVERIFY(!inputs_.shareToOtherPeople.get());
+        QCOMPARE(inputs_.byDayHour.get() + inputs_.byDayMin.get(), 0);
+        QVERIFY(!inputs_.loadEditTargetEventDataOnlyOneTimes.get());
+        QCOMPARE(cycleChoice.get(), 2);
+        QCOMPARE(form.titleForEventInfo(), QString("kept")); // transient, not a setting
+        // The dates come from the pickers: today, and ten days ahead.
+        QCOMPARE(inputs_.startYear.get() * 10000 + inputs_.startMonth * 100 + inputs_.startDay,
+                 20260310);
+        QCOMPARE(inputs_.endYear.get() * 10000 + inputs_.endMonth * 100 + inputs_.endDay, 20260320);
+        QCOMPARE(form.startPickerYear() * 10000 + form.startPickerMonth() * 100 +
+                     form.startPickerDay(),
+                 20260310);
+    }
+
+    void editLoadsTheTargetOnceWithoutItsReactions() {
+        storeEvent(fullEvent());
+        auto form = editForm("EDIT1");
+        QVERIFY(inputs_.loadEditTargetEventDataOnlyOneTimes.get());
+        QCOMPARE(form->titleForEventInfo(), QString("Choir"));
+        QCOMPARE(form->contentForEventInfo(), QString("Bring the scores"));
+        QCOMPARE(inputs_.newEventType.get(), 2);
+        QCOMPARE(decodeDayListArchive(inputs_.weekArrayForAppStorageList),
+                 (std::vector<std::int64_t>{2, 4}));
+        QCOMPARE(inputs_.intNumInputFromUserForCustomizeRepeatEvent.get(), 4);
+        // Loading the type and the repeat switch must not wipe the loaded reminder.
+        QVERIFY(inputs_.setNotiForThisEvent.get());
+        QCOMPARE(inputs_.notiFuncSelectedType.get(), 5);
+        QCOMPARE(inputs_.notiHour.get() * 100 + inputs_.notiMin, 930);
+        QCOMPARE(inputs_.endYear.get() * 10000 + inputs_.endMonth * 100 + inputs_.endDay, 20260630);
+        QCOMPARE(form->endPickerYear() * 10000 + form->endPickerMonth() * 100 +
+                     form->endPickerDay(),
+                 20260630);
+        QCOMPARE(form->startPickerYear() * 10000 + form->startPickerMonth() * 100 +
+                     form->startPickerDay(),
+                 20260310);
+        QCOMPARE(inputs_.eventColorString.get(), "colorForUserSelection04");
+
+        // Back from a sub-page: the user's unsaved changes stay; the event is not read again.
+        inputs_.addStarToThisEvent = false;
+        form->setTitleForEventInfo("Choir (new)");
+        form->appeared();
+        QVERIFY(!inputs_.addStarToThisEvent.get());
+        QCOMPARE(form->titleForEventInfo(), QString("Choir (new)"));
+
+        // A form opened on an id that names no event loads nothing.
+        auto missing = editForm("NOPE");
+        QCOMPARE(missing->titleForEventInfo(), QString());
+        QCOMPARE(inputs_.newEventType.get(), 0);
+    }
+
+    void reactionsToChangesAndTheirSkips() {
+        AddNewEventForm form;
+        form.appeared();
+        const auto chooseLeadTime = [&] {
+            inputs_.setNotiForThisEvent = true;
+            inputs_.notiFuncSelectedType = 6;
+            inputs_.notiHour = 8;
+            inputs_.notiMin = 20;
+        };
+        const auto reminderCleared = [&] {
+            return !inputs_.setNotiForThisEvent.get() && inputs_.notiFuncSelectedType.get() == 10 &&
+                   inputs_.notiHour.get() == 0 && inputs_.notiMin.get() == 0;
+        };
+
+        // A new repeat type from the repeat page (another declaration of the key) clears the
+        // reminder rule, without an alert.
+        inputs_.eventRepeatOrNot = true;
+        inputs_.newEventType = 1;
+        chooseLeadTime();
+        Setting<std::int64_t>("AE_newEventType", 1).set(4);
+        QVERIFY(reminderCleared());
+        QVERIFY(!form.alertForRequiredMoreInfo());
+        // Writing the same type again is no change.
+        chooseLeadTime();
+        inputs_.newEventType = 4;
+        QVERIFY(!reminderCleared());
+
+        // Switching the reminder off clears its rule; switching repeat off clears the type.
+        form.setSetNotiForThisEvent(false);
+        QVERIFY(reminderCleared());
+        form.setEventRepeatOrNot(false);
+        QCOMPARE(inputs_.newEventType.get(), 0);
+        form.setEventRepeatOrNot(true);
+        QCOMPARE(form.alertMessageKey(), QString(kAlertRepeat)); // a type must be chosen again
+
+        // While an edit target is still to be loaded, the same writes are left alone.
+        form.setEditOrAddNewEventCheckValue(true);
+        inputs_.loadEditTargetEventDataOnlyOneTimes = false;
+        chooseLeadTime();
+        inputs_.newEventType = 3;
+        inputs_.eventRepeatOrNot = false;
+        inputs_.setNotiForThisEvent = false;
+        QCOMPARE(inputs_.newEventType.get(), 3);
+        QCOMPARE(inputs_.notiFuncSelectedType.get(), 6);
+    }
+
+    void startPickerMovesTheEndNumbersButNotTheEndPicker() {
+        AddNewEventForm form;
+        form.setTitleForEventInfo("Trip");
+        form.appeared();
+        form.pickStartDate(2026, 4, 30);
+        QCOMPARE(inputs_.startYear.get() * 10000 + inputs_.startMonth * 100 + inputs_.startDay,
+                 20260430);
+        QCOMPARE(inputs_.endYear.get() * 10000 + inputs_.endMonth * 100 + inputs_.endDay, 20260501);
+        QCOMPARE(form.endDateText(), QString("2026-03-20"));
+
+        // Numbers written by someone else move the start picker.
+        inputs_.startMonth = 7;
+        QCOMPARE(form.startPickerMonth(), 7);
+
+        // The save reads both pickers again: the end date is the untouched end picker's.
+        form.addAction();
+        const auto events = Store::open().objects<eventInfo>();
+        QCOMPARE(events.size(), 1u);
+        QCOMPARE(events[0].eventStartDateMonth * 100 + events[0].eventStartDateDay, 730);
+        QCOMPARE(events[0].eventEndDateMonth * 100 + events[0].eventEndDateDay, 320);
+        QVERIFY(!events[0].eventHaveEndDateOrNot);
+
+        form.pickEndDate(2027, 1, 2);
+        QCOMPARE(inputs_.endYear.get() * 10000 + inputs_.endMonth * 100 + inputs_.endDay, 20270102);
+        QCOMPARE(form.endDateText(), QString("2027-01-02"));
+    }
+
+    void repeatExplanationForEachType_data() {
+        QTest::addColumn<int>("type");
+        QTest::addColumn<bool>("interval");
+        QTest::addColumn<QString>("expected");
+        const QString before = "customizeStringBeforeNumcustomizeStringBeforeNumAfterEveryWord 8";
+        const QString week =
+            "weekStringForListRowViewForTimeline02 weekStringForListRowViewForTimeline07 ";
+        const QString day = "stringForRepeatSettingExplanationEventDayTextAfterNum";
+        const QString month =
+            "1" + day + "15" + day + "monthSelectionNo99ForLastDayStringAtExplanation";
+        QTest::newRow("daily") << 1 << false << "type1stringForRepeatSettingExplanation 07:05";
+        QTest::newRow("daily, every 8")
+            << 1 << true << before + "customizeStringAfterNumByDay 07:05";
+        QTest::newRow("weekly") << 2 << false << "type2stringForRepeatSettingExplanation: " + week;
+        QTest::newRow("weekly, every 8")
+            << 2 << true << before + "customizeStringAfterNumByWeek: " + week;
+        QTest::newRow("monthly") << 3 << false << "type3stringForRepeatSettingExplanation" + month;
+        QTest::newRow("monthly, every 8")
+            << 3 << true << before + "customizeStringAfterNumByMonth: " + month;
+        QTest::newRow("yearly") << 4 << false << "type4stringForRepeatSettingExplanation03-09";
+        QTest::newRow("yearly, every 8")
+            << 4 << true << before + "customizeStringAfterNumByYear: 03-09";
+        QTest::newRow("none") << 0 << true << "";
+        QTest::newRow("beyond yearly") << 5 << false << "";
+    }
+    void repeatExplanationForEachType() {
+        QFETCH(int, type);
+        QFETCH(bool, interval);
+        QFETCH(QString, expected);
+        AddNewEventForm form;
+        inputs_.newEventType = type;
+        inputs_.newEventTypeHaveIntervalInfo = interval;
+        inputs_.intNumInputFromUserForCustomizeRepeatEvent = 7;
+        inputs_.byDayHour = 7;
+        inputs_.byDayMin = 5;
+        inputs_.weekArrayForAppStorageList = encodeDayListArchive({7, 2});
+        inputs_.monthArrayForAppStorageList = encodeDayListArchive({99, 15, 1});
+        inputs_.startMonth = 3;
+        inputs_.startDay = 9;
+        QCOMPARE(form.repeatExplanation(), expected);
+    }
+
+    void notiExplanationShowsAPickedTimeOnDayLeadsOnly() {
+        AddNewEventForm form;
+        const struct {
+            int code, hour, minute;
+            const char* expected;
+        } cases[] = {
+            {0, 9, 30, "noti30minsAgoBeforeEvent"},
+            {3, 9, 30, "noti6hourAgoBeforeEvent"},
+            {4, 0, 0, "noti0dayAgoBeforeEvent"},
+            {5, 9, 0, "noti1dayAgoBeforeEvent 09:00"},
+            {9, 0, 5, "noti1monthAgoBeforeEvent 00:05"},
+            {10, 9, 30, ""},
+            {-1, 9, 30, ""},
+        };
+        for (const auto& c : cases) {
+            inputs_.notiFuncSelectedType = c.code;
+            inputs_.notiHour = c.hour;
+            inputs_.notiMin = c.minute;
+            QCOMPARE(form.notiExplanation(), QString(c.expected));
+        }
+    }
+
+    void addWritesTheWholeRecordThenReplansAndLeaves() {
+        Haptics haptics;
+        AddNewEventForm form;
+        form.setHaptics(&haptics);
+        form.setResetAllDataWhenEnterFromCardView(true);
+        form.appeared();
+        form.setTitleForEventInfo("Gym");
+        form.setContentForEventInfo("Leg day");
+        form.setEventColorString("colorForUserSelection03");
+        inputs_.eventRepeatOrNot = true;
+        inputs_.newEventType = 1;
+        inputs_.byDayHour = 18;
+        inputs_.byDayMin = 15;
+        inputs_.newEventTypeHaveIntervalInfo = true;
+        inputs_.intNumInputFromUserForCustomizeRepeatEvent = 4;
+        inputs_.setNotiForThisEvent = true;
+        inputs_.notiFuncSelectedType = 1;
+        inputs_.addStarToThisEvent = true;
+        inputs_.addMemoToThisEvent = true;
+        inputs_.haveOneEndDateForRepeatEvent = true;
+        inputs_.GroupIdForThisEvent = std::string("GX");
+        inputs_.eventShareGroupId = std::string("other");
+        QCOMPARE(form.confirmAction(), QString("add"));
+
+        QSignalSpy dismissed(&form, &AddNewEventForm::dismissRequested);
+        const bool toggleBefore = form.toggleForAddNewEventPageAnimation();
+        services_->log->clear();
+        form.confirm();
+
+        const auto events = Store::open().objects<eventInfo>();
+        QCOMPARE(events.size(), 1u);
+        const eventInfo& e = events[0];
+        QVERIFY(
+            QRegularExpression("^[0-9A-F]{8}-[0-9A-F]{4}-4[0-9A-F]{3}-[0-9A-F]{4}-[0-9A-F]{12}$")
+                .match(QString::fromStdString(e.eventId))
+                .hasMatch());
+        eventInfo expected;
+        expected.eventId = e.eventId;
+        expected.eventNotiId = e.eventId;
+        expected.eventTitle = "Gym";
+        expected.eventContent = "Leg day";
+        expected.timeStampGenerate = "20260310080000";
+        expected.eventStartDateYear = 2026;
+        expected.eventStartDateMonth = 3;
+        expected.eventStartDateDay = 10;
+        expected.eventRepeatOrNot = true;
+        expected.eventType = 1;
+        expected.eventDateWhenEveryDayHour = 18;
+        expected.eventDateWhenEveryDayMin = 15;
+        expected.eventHaveCustomizeInterval = true;
+        expected.eventDateWhenCustomizeRepeatTimes = 5;
+        expected.eventNotiOrNot = true;
+        expected.eventNotiType = 1;
+        expected.eventShareGroupId = "GX"; // the event's group, never the share page's pick
+        expected.eventHaveEndDateOrNot = true;
+        expected.eventEndDateYear = 2026;
+        expected.eventEndDateMonth = 3;
+        expected.eventEndDateDay = 20;
+        expected.eventStarOrNot = true;
+        expected.eventHaveMemoOrNot = true;
+        expected.eventColorString = "colorForUserSelection03";
+        QCOMPARE(static_cast<const EventFields&>(e), static_cast<const EventFields&>(expected));
+
+        // Widgets first (inside the write), then the whole plan again, which files the new
+        // reminder.
+        const CallLog& log = services_->log;
+        const int widgets = indexOf(log, "widgets reload");
+        const int removeAll = indexOf(log, "noti remove all");
+        QVERIFY(widgets >= 0 && removeAll > widgets);
+        QVERIFY(std::any_of(log->begin() + removeAll, log->end(), [&](const std::string& s) {
+            return s.rfind("noti add " + e.eventId, 0) == 0;
+        }));
+        QCOMPARE(haptics.requestCount(), 1);
+        QCOMPARE(form.toggleForAddNewEventPageAnimation(), !toggleBefore);
+        QVERIFY(form.dismissFromAddOrEditButtonToggleValue());
+        QCOMPARE(dismissed.count(), 1);
+    }
+
+    void editSaveKeepsTheIdentityAndBlanksTheReserve() {
+        storeEvent(fullEvent());
+        storeEvent(makeEvent("OTHER", "20250101000000"));
+        Haptics haptics;
+        auto form = editForm("EDIT1");
+        form->setHaptics(&haptics);
+        QCOMPARE(form->confirmAction(), QString("save"));
+        form->setTitleForEventInfo("Choir, alto");
+        inputs_.notiFuncSelectedType = 7;
+        services_->log->clear();
+        form->confirm();
+
+        const auto saved = storedEvent("EDIT1").value();
+        QCOMPARE(saved.eventId, "EDIT1");
+        QCOMPARE(saved.eventNotiId, "NOTI-OLD");
+        QCOMPARE(saved.timeStampGenerate, "20250101093000");
+        QCOMPARE(saved.eventTitle, "Choir, alto");
+        QCOMPARE(saved.eventNotiType, 7);
+        QCOMPARE(saved.eventDateWhenCustomizeRepeatTimes, 5); // index 4 back to 5
+        QCOMPARE(saved.eventEndDateMonth * 100 + saved.eventEndDateDay, 630);
+        QCOMPARE(saved.backupDataType01, 0);
+        QCOMPARE(saved.backupDataType02, "");
+        QCOMPARE(saved.backupDataType03, "");
+        // Still in store order: the save overwrote in place.
+        QCOMPARE(Store::open().objects<eventInfo>().front().eventId, "EDIT1");
+        const int removeAll = indexOf(services_->log, "noti remove all");
+        QVERIFY(removeAll >= 0);
+        QVERIFY(
+            std::any_of(services_->log->begin() + removeAll, services_->log->end(),
+                        [](const std::string& s) { return s.rfind("noti add NOTI-OLD", 0) == 0; }));
+        QCOMPARE(haptics.requestCount(), 1);
+    }
+
+    void savingAnEventDeletedMeanwhileWritesNothingButLeaves() {
+        storeEvent(fullEvent());
+        auto form = editForm("EDIT1");
+        QSignalSpy dismissed(form.get(), &AddNewEventForm::dismissRequested);
+        {
+            auto s = Store::open();
+            s.write([&] { s.remove<eventInfo>("EDIT1"); });
+        }
+        services_->log->clear();
+        form->saveAction();
+        QCOMPARE(Store::open().count<eventInfo>(), 0);
+        QCOMPARE(indexOf(services_->log, "widgets reload"), -1);
+        QVERIFY(indexOf(services_->log, "noti remove all") >= 0);
+        QCOMPARE(dismissed.count(), 1);
+    }
+
+    void deleteRemovesTheEventOnlyAndLeaves() {
+        storeEvent(fullEvent());
+        realmDataFunc().addMemoData("EDIT1", "M1", "memo", "", now());
+        Haptics haptics;
+        auto form = editForm("EDIT1");
+        form->setHaptics(&haptics);
+        QSignalSpy dismissed(form.get(), &AddNewEventForm::dismissRequested);
+        services_->log->clear();
+        form->deleteAction();
+        QVERIFY(!storedEvent("EDIT1"));
+        QCOMPARE(Store::open().count<memoDataForNotiObject>(), 1);
+        QCOMPARE(indexOf(services_->log, "noti remove all"), -1);
+        QVERIFY(indexOf(services_->log, "widgets reload") >= 0);
+        QCOMPARE(haptics.requestCount(), 1);
+        QCOMPARE(dismissed.count(), 1);
+        QVERIFY(form->dismissFromAddOrEditButtonToggleValue());
+    }
+
+    void datePickerLaysOutTheMonthFromTheFirstWeekday() {
+        FormDatePickerModel march;
+        march.setYear(2026);
+        march.setMonth(3);
+        // 1 March 2026 is a Sunday, the first weekday of en_US: no leading blanks, five weeks.
+        QCOMPARE(march.cells().size(), 35);
+        QCOMPARE(march.cells().first().toInt(), 1);
+        QCOMPARE(march.title(), QString("March 2026"));
+        march.moveMonth(-3);
+        QCOMPARE(march.year() * 100 + march.month(), 202512);
+        QCOMPARE(march.daysInMonth(2028, 2), 29);
+        ScopedCalendarEnvironment german(fixedEnvironment("Europe/Berlin", "de_DE", 2026, 3, 10));
+        FormDatePickerModel mondayFirst;
+        mondayFirst.setYear(2026);
+        mondayFirst.setMonth(3);
+        QCOMPARE(mondayFirst.cells().indexOf(QVariant(1)), 6);
+        QCOMPARE(mondayFirst.cells().size(), 42);
+    }
+
+    // ---- the page in the window -------------------------------------------------------------
+
+    void pageAddsAnEventAndKeepsInputsAcrossVisits() {
+        Setting<bool>("userLaunchStatus", false).set(true);
+        app_ = std::make_unique<tideMarkApp>();
+        engine_ = std::make_unique<QQmlApplicationEngine>();
+        QVERIFY(app_->launch(*engine_));
+        QVERIFY(QTest::qWaitForWindowExposed(window()));
+
+        // The plus button opens a fresh form.
+        inputs_.addStarToThisEvent = true;
+        click(item("tab_addNewEvent"));
+        QTRY_COMPARE(topPage()->objectName(), QString("addNewEventPage"));
+        QTRY_VERIFY(!stack()->property("busy").toBool());
+        QVERIFY(!inputs_.addStarToThisEvent.get());
+        QVERIFY(!findItem(topPage(), "trashButton")->isVisible());
+
+        // Confirm without a title: the badge and the alert with the title message.
+        QVERIFY(findItem(topPage(), "confirmBadge")->isVisible());
+        clickInPage("confirmButton");
+        QObject* alert = topPage()->findChild<QObject*>("needMoreInfoAlert");
+        QTRY_VERIFY(alert->property("visible").toBool());
+        QCOMPARE(topPage()->findChild<QObject*>("needMoreInfoMessage")->property("text").toString(),
+                 QString(kAlertTitle));
+        QMetaObject::invokeMethod(alert, "accept");
+        QTRY_VERIFY(!alert->property("visible").toBool());
+
+        // Fill the title, pick a colour and the star, and confirm.
+        clickInPage("titleField");
+        for (const char c : std::string("Dinner with Ana")) {
+            QTest::keyClick(window(), c);
+        }
+        QTRY_VERIFY(findItem(topPage(), "keyboardDismissButton")->isVisible());
+        QVERIFY(!findItem(topPage(), "confirmBadge")->isVisible());
+        clickInPage("colorButton_colorForUserSelection05");
+        clickInPage("starSwitch");
+        clickInPage("dateCell_12");
+        clickInPage("confirmButton");
+        QTRY_COMPARE(topPage()->objectName(), QString("mainView"));
+        const auto events = Store::open().objects<eventInfo>();
+        QCOMPARE(events.size(), 1u);
+        QCOMPARE(events[0].eventTitle, "Dinner with Ana");
+        QCOMPARE(events[0].eventColorString, "colorForUserSelection05");
+        QVERIFY(events[0].eventStarOrNot);
+        QCOMPARE(events[0].eventStartDateDay, 12);
+
+        // Leave a half-filled form by the back button, open it again without a reset: the
+        // persisted inputs are there; the typed title is not.
+        QMetaObject::invokeMethod(item("mainView"), "openPage",
+                                  Q_ARG(QVariant, QUrl("qrc:/qml/AddNewEventPage.qml")),
+                                  Q_ARG(QVariant, QVariantMap{}));
+        QTRY_COMPARE(topPage()->objectName(), QString("addNewEventPage"));
+        QTRY_VERIFY(!stack()->property("busy").toBool());
+        clickInPage("repeatSwitch");
+        clickInPage("memoSwitch");
+        QVERIFY(findItem(topPage(), "endDateSwitch")->isVisible());
+        clickInPage("formBackButton");
+        QTRY_COMPARE(topPage()->objectName(), QString("mainView"));
+        QMetaObject::invokeMethod(item("mainView"), "openPage",
+                                  Q_ARG(QVariant, QUrl("qrc:/qml/AddNewEventPage.qml")),
+                                  Q_ARG(QVariant, QVariantMap{}));
+        QTRY_COMPARE(topPage()->objectName(), QString("addNewEventPage"));
+        QTRY_VERIFY(!stack()->property("busy").toBool());
+        QVERIFY(findItem(topPage(), "repeatSwitch")->property("checked").toBool());
+        QVERIFY(findItem(topPage(), "memoSwitch")->property("checked").toBool());
+        // Nothing clears the inputs after a save: the star of the event added before is still on.
+        QVERIFY(findItem(topPage(), "starSwitch")->property("checked").toBool());
+        QCOMPARE(findItem(topPage(), "titleField")->property("text").toString(), QString());
+    }
+
+    void rowEditRequestOpensTheFilledFormWhichDeletes() {
+        storeEvent(fullEvent());
+        Setting<bool>("userLaunchStatus", false).set(true);
+        app_ = std::make_unique<tideMarkApp>();
+        engine_ = std::make_unique<QQmlApplicationEngine>();
+        QVERIFY(app_->launch(*engine_));
+        QVERIFY(QTest::qWaitForWindowExposed(window()));
+        QVERIFY(QMetaObject::invokeMethod(item("calendarPageView"), "editRequested",
+                                          Q_ARG(QString, "EDIT1")));
+        QTRY_COMPARE(topPage()->objectName(), QString("addNewEventPage"));
+        QTRY_VERIFY(!stack()->property("busy").toBool());
+        QCOMPARE(findItem(topPage(), "titleField")->property("text").toString(), QString("Choir"));
+        QVERIFY(findItem(topPage(), "notiSwitch")->property("checked").toBool());
+        QCOMPARE(findItem(topPage(), "endDateText")->property("text").toString(),
+                 QString("2026-06-30"));
+        clickInPage("trashButton");
+        QTRY_COMPARE(topPage()->objectName(), QString("mainView"));
+        QVERIFY(!storedEvent("EDIT1"));
+
+        // The settings tab opens its pages on the same stack.
+        QTRY_VERIFY(!stack()->property("busy").toBool());
+        click(item("tab_moreView"));
+        QTRY_VERIFY(item("settingPlaceholderView"));
+        QVERIFY(QMetaObject::invokeMethod(item("settingPlaceholderView"), "pageRequested",
+                                          Q_ARG(QString, "AddNewEventPage.qml"),
+                                          Q_ARG(QVariant, QVariantMap{})));
+        QTRY_COMPARE(topPage()->objectName(), QString("addNewEventPage"));
+    }
+    // Last, since it installs a translator: the whole form in both languages and schemes, with
+    // every section open. Set TIDEMARK_PICTURE_DIR to keep the pictures.
+    void renderTheOpenFormTranslated_data() {
+        QTest::addColumn<QString>("locale");
+        QTest::addColumn<QString>("scheme");
+        for (const char* locale : {"en_US", "zh_CN"}) {
+            for (const char* scheme : {"light", "dark"}) {
+                QTest::newRow(QByteArray(locale) + "-" + scheme) << locale << scheme;
+            }
+        }
+    }
+    void renderTheOpenFormTranslated() {
+        QFETCH(QString, locale);
+        QFETCH(QString, scheme);
+        ScopedCalendarEnvironment place(
+            fixedEnvironment("Europe/Berlin", locale.toStdString(), 2026, 3, 10, 8));
+        installTranslations(*qApp, locale.toStdString());
+        storeEvent(fullEvent());
+        Setting<bool>("userLaunchStatus", false).set(true);
+        app_ = std::make_unique<tideMarkApp>();
+        engine_ = std::make_unique<QQmlApplicationEngine>();
+        QVERIFY(app_->launch(*engine_));
+        QVERIFY(QTest::qWaitForWindowExposed(window()));
+        window()->setProperty("pictureScheme", scheme);
+        QMetaObject::invokeMethod(item("calendarPageView"), "editRequested",
+                                  Q_ARG(QString, "EDIT1"));
+        QTRY_COMPARE(topPage()->objectName(), QString("addNewEventPage"));
+        QTRY_VERIFY(!stack()->property("busy").toBool());
+
+        const QRegularExpression key("[a-z]+[A-Z][A-Za-z0-9]*(String|Event|Explanation|Num)");
+        for (const char* name : {"repeatRowExplanation", "notiRowExplanation", "formTitle"}) {
+            const QString text = findItem(topPage(), name)->property("text").toString();
+            QVERIFY2(!text.isEmpty() && !key.match(text).hasMatch(), qPrintable(text));
+        }
+        const QByteArray keep = qgetenv("TIDEMARK_PICTURE_DIR");
+        auto* scroller = findItem(topPage(), "formScroller");
+        for (const char* part : {"top", "bottom", "alert"}) {
+            if (QByteArray(part) == "bottom") {
+                scroller->setProperty("contentY", scroller->property("contentHeight").toReal() -
+                                                      scroller->height());
+            } else if (QByteArray(part) == "alert") {
+                auto* form = qvariant_cast<AddNewEventForm*>(topPage()->property("form"));
+                form->setTitleForEventInfo(QString());
+                clickInPage("confirmButton");
+            }
+            QTest::qWait(200);
+            const QImage picture = window()->grabWindow();
+            QCOMPARE(picture.width(), 390);
+            if (!keep.isEmpty()) {
+                QDir().mkpath(QString::fromLocal8Bit(keep));
+                picture.save(QDir(QString::fromLocal8Bit(keep))
+                                 .filePath(QStringLiteral("form-%1-%2-%3.png")
+                                               .arg(locale, scheme, QString::fromLatin1(part))));
+            }
+        }
+    }
+};
+
+QTEST_MAIN(EditingFormTest)
+#include "test_editing_form.moc"
