@@ -19,6 +19,10 @@
         <source>Repeat</source>
         <translation>Repeat</translation>
     </message>
+    <message id="addNewEventPageContentString02-3">
+        <source>Custom interval</source>
+        <translation>Custom interval</translation>
+    </message>
     <message id="addNewEventPageContentString02-endDateString">
         <source>End date</source>
         <translation>End date</translation>
@@ -50,6 +54,22 @@
     <message id="addNewEventPagePickerForAddStarTrue">
         <source>Star this event</source>
         <translation>Star this event</translation>
+    </message>
+    <message id="addNewEventPagePickerForEventType1">
+        <source>Daily</source>
+        <translation>Daily</translation>
+    </message>
+    <message id="addNewEventPagePickerForEventType2">
+        <source>Weekly</source>
+        <translation>Weekly</translation>
+    </message>
+    <message id="addNewEventPagePickerForEventType3">
+        <source>Monthly</source>
+        <translation>Monthly</translation>
+    </message>
+    <message id="addNewEventPagePickerForEventType4">
+        <source>Yearly</source>
+        <translation>Yearly</translation>
     </message>
     <message id="addNewEventPagePickerForHaveOneEndDateForRepeatEventTrue">
         <source>Stop repeating on a date</source>
@@ -115,9 +135,17 @@
         <source>Appearance</source>
         <translation>Appearance</translation>
     </message>
+    <message id="changeEventSettingWillCloseNotiSettingStringAtEditEventPage">
+        <source>Changing the repeat type turns this event's reminder off.</source>
+        <translation>Changing the repeat type turns this event's reminder off.</translation>
+    </message>
     <message id="colorSectionTitleStringAtFilterPage">
         <source>Colour</source>
         <translation>Colour</translation>
+    </message>
+    <message id="customizeIntervalExplanationString">
+        <source>The number is how many days, weeks, months or years are skipped between two repeats.</source>
+        <translation>The number is how many days, weeks, months or years are skipped between two repeats.</translation>
     </message>
     <message id="customizeIntervalStringBeforeNum">
         <source>Every </source>
@@ -146,6 +174,14 @@
     <message id="customizeStringBeforeNumAfterEveryWord">
         <source> every</source>
         <translation> every</translation>
+    </message>
+    <message id="editEventNotiSettingNavigationTitleStringAtRepeatEventSettingPage">
+        <source>Reminder</source>
+        <translation>Reminder</translation>
+    </message>
+    <message id="editEventRepeatSettingNavigationTitleStringAtRepeatEventSettingPage">
+        <source>Repeat</source>
+        <translation>Repeat</translation>
     </message>
     <message id="endEventSectionTitleStringAtFilterPage">
         <source>Ended events</source>
@@ -198,6 +234,14 @@
     <message id="menuShowStarEventStringForTimelineView">
         <source>Starred</source>
         <translation>Starred</translation>
+    </message>
+    <message id="monthMutilSelectionsLastDayOfMonthUseGuideString">
+        <source>The last-day cell picks the last day of every month, whatever its length.</source>
+        <translation>The last-day cell picks the last day of every month, whatever its length.</translation>
+    </message>
+    <message id="monthMutilSelectionsSomeMonthDonotHave293031String">
+        <source>Some months have no 29th, 30th or 31st: those months are left out for these days.</source>
+        <translation>Some months have no 29th, 30th or 31st: those months are left out for these days.</translation>
     </message>
     <message id="monthSelectionNo99ForLastDayStringAtExplanation">
         <source>last day</source>
@@ -339,9 +383,21 @@
         <source>Reminders</source>
         <translation>Reminders</translation>
     </message>
+    <message id="slecectLastDayOfOneMonthStringAtRepeatEventSettingPage">
+        <source>Last day</source>
+        <translation>Last day</translation>
+    </message>
     <message id="stringForRepeatSettingExplanationEventDayTextAfterNum">
         <source> · </source>
         <translation> · </translation>
+    </message>
+    <message id="tellUserChoseOneCycleTimeForCycleOrNot=0">
+        <source>Choose how often the event repeats.</source>
+        <translation>Choose how often the event repeats.</translation>
+    </message>
+    <message id="tellUserChoseOneCycleTypeForNoti">
+        <source>Choose when you want to be reminded.</source>
+        <translation>Choose when you want to be reminded.</translation>
     </message>
     <message id="textForDayStringForListRowViewForTimeline">
         <source> days</source>
@@ -410,6 +466,38 @@
     <message id="type4stringForRepeatSettingExplanation">
         <source>Every year on </source>
         <translation>Every year on </translation>
+    </message>
+    <message id="weekForWeekMutilSelection01">
+        <source>Mon</source>
+        <translation>Mon</translation>
+    </message>
+    <message id="weekForWeekMutilSelection02">
+        <source>Tue</source>
+        <translation>Tue</translation>
+    </message>
+    <message id="weekForWeekMutilSelection03">
+        <source>Wed</source>
+        <translation>Wed</translation>
+    </message>
+    <message id="weekForWeekMutilSelection04">
+        <source>Thu</source>
+        <translation>Thu</translation>
+    </message>
+    <message id="weekForWeekMutilSelection05">
+        <source>Fri</source>
+        <translation>Fri</translation>
+    </message>
+    <message id="weekForWeekMutilSelection06">
+        <source>Sat</source>
+        <translation>Sat</translation>
+    </message>
+    <message id="weekForWeekMutilSelection07">
+        <source>Sun</source>
+        <translation>Sun</translation>
+    </message>
+    <message id="weekForWeekMutilSelection08">
+        <source>Mon–Fri</source>
+        <translation>Mon–Fri</translation>
     </message>
     <message id="weekStringForListRowViewForTimeline01">
         <source>Mon</source>

@@ -19,6 +19,10 @@
         <source>Repeat</source>
         <translation>重复</translation>
     </message>
+    <message id="addNewEventPageContentString02-3">
+        <source>Custom interval</source>
+        <translation>自定义间隔</translation>
+    </message>
     <message id="addNewEventPageContentString02-endDateString">
         <source>End date</source>
         <translation>结束日期</translation>
@@ -50,6 +54,22 @@
     <message id="addNewEventPagePickerForAddStarTrue">
         <source>Star this event</source>
         <translation>标星此事件</translation>
+    </message>
+    <message id="addNewEventPagePickerForEventType1">
+        <source>Daily</source>
+        <translation>每天</translation>
+    </message>
+    <message id="addNewEventPagePickerForEventType2">
+        <source>Weekly</source>
+        <translation>每周</translation>
+    </message>
+    <message id="addNewEventPagePickerForEventType3">
+        <source>Monthly</source>
+        <translation>每月</translation>
+    </message>
+    <message id="addNewEventPagePickerForEventType4">
+        <source>Yearly</source>
+        <translation>每年</translation>
     </message>
     <message id="addNewEventPagePickerForHaveOneEndDateForRepeatEventTrue">
         <source>Stop repeating on a date</source>
@@ -115,9 +135,17 @@
         <source>Appearance</source>
         <translation>外观</translation>
     </message>
+    <message id="changeEventSettingWillCloseNotiSettingStringAtEditEventPage">
+        <source>Changing the repeat type turns this event's reminder off.</source>
+        <translation>更改重复类型会关闭此事件的提醒。</translation>
+    </message>
     <message id="colorSectionTitleStringAtFilterPage">
         <source>Colour</source>
         <translation>颜色</translation>
+    </message>
+    <message id="customizeIntervalExplanationString">
+        <source>The number is how many days, weeks, months or years are skipped between two repeats.</source>
+        <translation>数字表示两次重复之间跳过的天数、周数、月数或年数。</translation>
     </message>
     <message id="customizeIntervalStringBeforeNum">
         <source>Every </source>
@@ -146,6 +174,14 @@
     <message id="customizeStringBeforeNumAfterEveryWord">
         <source> every</source>
         <translation>：每</translation>
+    </message>
+    <message id="editEventNotiSettingNavigationTitleStringAtRepeatEventSettingPage">
+        <source>Reminder</source>
+        <translation>提醒</translation>
+    </message>
+    <message id="editEventRepeatSettingNavigationTitleStringAtRepeatEventSettingPage">
+        <source>Repeat</source>
+        <translation>重复</translation>
     </message>
     <message id="endEventSectionTitleStringAtFilterPage">
         <source>Ended events</source>
@@ -198,6 +234,14 @@
     <message id="menuShowStarEventStringForTimelineView">
         <source>Starred</source>
         <translation>星标事件</translation>
+    </message>
+    <message id="monthMutilSelectionsLastDayOfMonthUseGuideString">
+        <source>The last-day cell picks the last day of every month, whatever its length.</source>
+        <translation>末日按钮会选择每个月的最后一天，无论该月有多少天。</translation>
+    </message>
+    <message id="monthMutilSelectionsSomeMonthDonotHave293031String">
+        <source>Some months have no 29th, 30th or 31st: those months are left out for these days.</source>
+        <translation>部分月份没有 29、30 或 31 日，这些月份将不会包含这些日期。</translation>
     </message>
     <message id="monthSelectionNo99ForLastDayStringAtExplanation">
         <source>last day</source>
@@ -339,9 +383,21 @@
         <source>Reminders</source>
         <translation>提醒</translation>
     </message>
+    <message id="slecectLastDayOfOneMonthStringAtRepeatEventSettingPage">
+        <source>Last day</source>
+        <translation>最后一天</translation>
+    </message>
     <message id="stringForRepeatSettingExplanationEventDayTextAfterNum">
         <source> · </source>
         <translation>日 </translation>
+    </message>
+    <message id="tellUserChoseOneCycleTimeForCycleOrNot=0">
+        <source>Choose how often the event repeats.</source>
+        <translation>请选择事件的重复方式。</translation>
+    </message>
+    <message id="tellUserChoseOneCycleTypeForNoti">
+        <source>Choose when you want to be reminded.</source>
+        <translation>请选择提醒时间。</translation>
     </message>
     <message id="textForDayStringForListRowViewForTimeline">
         <source> days</source>
@@ -410,6 +466,38 @@
     <message id="type4stringForRepeatSettingExplanation">
         <source>Every year on </source>
         <translation>每年 </translation>
+    </message>
+    <message id="weekForWeekMutilSelection01">
+        <source>Mon</source>
+        <translation>周一</translation>
+    </message>
+    <message id="weekForWeekMutilSelection02">
+        <source>Tue</source>
+        <translation>周二</translation>
+    </message>
+    <message id="weekForWeekMutilSelection03">
+        <source>Wed</source>
+        <translation>周三</translation>
+    </message>
+    <message id="weekForWeekMutilSelection04">
+        <source>Thu</source>
+        <translation>周四</translation>
+    </message>
+    <message id="weekForWeekMutilSelection05">
+        <source>Fri</source>
+        <translation>周五</translation>
+    </message>
+    <message id="weekForWeekMutilSelection06">
+        <source>Sat</source>
+        <translation>周六</translation>
+    </message>
+    <message id="weekForWeekMutilSelection07">
+        <source>Sun</source>
+        <translation>周日</translation>
+    </message>
+    <message id="weekForWeekMutilSelection08">
+        <source>Mon–Fri</source>
+        <translation>工作日</translation>
     </message>
     <message id="weekStringForListRowViewForTimeline01">
         <source>Mon</source>

@@ -39,7 +39,11 @@ QtObject {
         "ellipsis": "\ue5d3",
         "gearshape": "\ue8b8",
         "clock": "\ue8b5",
-        "keyboard.chevron.compact.down": "\ue31a"
+        "keyboard.chevron.compact.down": "\ue31a",
+        "keyboard.chevron.compact.down": "\ue31a",
+        "forward.end": "\ue044",
+        "exclamationmark.circle": "\ue001",
+        "arrow.uturn.backward": "\ue166"
     })
 
     function glyph(name) {

@@ -1,0 +1,59 @@
+import QtQuick
+import QtQuick.Controls
+import QtQuick.Controls.Material
+import QtQuick.Layouts
+import TideMark
+
+// When the new event's reminder fires: works on the form's persisted settings, so every tap is
+// kept at once; the checkmark stands while a lead time is chosen.
+Page {
+    id: page
+    objectName: "notiSettingPage"
+    title: qsTrId("editEventNotiSettingNavigationTitleStringAtRepeatEventSettingPage")
+
+    signal leaving()
+
+    function leave() {
+        leaving()
+        if (page.StackView.view)
+            page.StackView.view.pop()
+    }
+
+    readonly property bool dark: Material.theme === Material.Dark
+    RulesColors { id: colors; dark: page.dark }
+    background: Rectangle { color: colors.pageBackground }
+
+    AddNotiRuleModel { id: rule; objectName: "model" }
+    Component.onCompleted: rule.appear()
+
+    header: RulesHeader {
+        title: page.title
+        colors: colors
+        leadingSymbol: page.StackView.view !== null && page.StackView.index > 0 ? "chevron.left" : ""
+        onLeadingClicked: page.StackView.view.pop()
+        RowButton {
+            objectName: "confirmButton"
+            symbol: rule.canConfirm ? "checkmark" : "keyboard.badge.ellipsis"
+            tint: rule.canConfirm ? page.Material.accent : colors.secondaryText
+            onClicked: {
+                Haptics.impact()
+                if (rule.canConfirm)
+                    page.leave()
+            }
+        }
+    }
+
+    Flickable {
+        anchors.fill: parent
+        contentHeight: editor.implicitHeight + 40
+        clip: true
+        RulesNotiEditor {
+            id: editor
+            x: 16
+            y: 12
+            width: parent.width - 32
+            model: rule
+            colors: colors
+        }
+    }
+}
