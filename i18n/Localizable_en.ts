@@ -3,6 +3,18 @@
 <TS version="2.1" language="en">
 <context>
     <name>Localizable</name>
+    <message id="addMemoTitleStringAtMemoForCardViewPage">
+        <source>New memo</source>
+        <translation>New memo</translation>
+    </message>
+    <message id="addNewEventMemoContentSpaceholderString">
+        <source>Notes (optional)</source>
+        <translation>Notes (optional)</translation>
+    </message>
+    <message id="addNewEventMemoTitleSpaceholderString">
+        <source>Title</source>
+        <translation>Title</translation>
+    </message>
     <message id="addNewEventPageContentSpaceholderString">
         <source>Notes (optional)</source>
         <translation>Notes (optional)</translation>
@@ -87,6 +99,10 @@
         <source>Title</source>
         <translation>Title</translation>
     </message>
+    <message id="alertButtonStringForForDeleteThisEventAtCardView">
+        <source>Delete event</source>
+        <translation>Delete event</translation>
+    </message>
     <message id="alertButtonStringForNeedMoreInfoAtAddNewEventPage">
         <source>OK</source>
         <translation>OK</translation>
@@ -143,6 +159,10 @@
         <source>Colour</source>
         <translation>Colour</translation>
     </message>
+    <message id="colorTitleStringAtCardViewForEventObject">
+        <source>Colour</source>
+        <translation>Colour</translation>
+    </message>
     <message id="customizeIntervalExplanationString">
         <source>The number is how many days, weeks, months or years are skipped between two repeats.</source>
         <translation>The number is how many days, weeks, months or years are skipped between two repeats.</translation>
@@ -183,9 +203,37 @@
         <source>Repeat</source>
         <translation>Repeat</translation>
     </message>
+    <message id="editMemoTitleStringAtMemoForCardViewPage">
+        <source>Edit memo</source>
+        <translation>Edit memo</translation>
+    </message>
+    <message id="editSectionTitleStringAtCardViewForEventObject">
+        <source>Edit</source>
+        <translation>Edit</translation>
+    </message>
+    <message id="editShareAtCardViewForEventObjcetTitleString">
+        <source>Sharing</source>
+        <translation>Sharing</translation>
+    </message>
+    <message id="editStartDateAtCardViewForEventObjcetTitleString">
+        <source>Dates</source>
+        <translation>Dates</translation>
+    </message>
+    <message id="editTitleContentAtCardViewForEventObjcetTitleString">
+        <source>Title and notes</source>
+        <translation>Title and notes</translation>
+    </message>
+    <message id="endDateSettingTitleStringAtEditEventStartDatePage">
+        <source>End date</source>
+        <translation>End date</translation>
+    </message>
     <message id="endEventSectionTitleStringAtFilterPage">
         <source>Ended events</source>
         <translation>Ended events</translation>
+    </message>
+    <message id="eventGoneStringAtCardViewForEventObject">
+        <source>This event no longer exists.</source>
+        <translation>This event no longer exists.</translation>
     </message>
     <message id="eventInfoAtOnboardPageContentString">
         <source>A sample event: Tide Mark counts the days until the new year begins.</source>
@@ -206,6 +254,10 @@
     <message id="kindSectionTitleStringAtFilterPage">
         <source>Show</source>
         <translation>Show</translation>
+    </message>
+    <message id="memoDateTitleStringAtMemoForCardViewPage">
+        <source>Date and time</source>
+        <translation>Date and time</translation>
     </message>
     <message id="menuButtonForTimelineViewShowEndEventOrNotFalseButtonString">
         <source>Hide ended events</source>
@@ -247,9 +299,25 @@
         <source>last day</source>
         <translation>last day</translation>
     </message>
+    <message id="navigationTitleStringAtCardViewForEventObject">
+        <source>Event</source>
+        <translation>Event</translation>
+    </message>
+    <message id="navigationTitleStringAtEditEventTitleContentPage">
+        <source>Title and notes</source>
+        <translation>Title and notes</translation>
+    </message>
+    <message id="navigationTitleStringAtMemoForCardViewPage">
+        <source>Memos</source>
+        <translation>Memos</translation>
+    </message>
     <message id="nextDateLabelStringForListRowViewForTimeline">
         <source>Next: </source>
         <translation>Next: </translation>
+    </message>
+    <message id="nextDatesTitleStringAtCardViewForEventObject">
+        <source>Next dates</source>
+        <translation>Next dates</translation>
     </message>
     <message id="nextFewDaysEventViewNaviLinkStringBigTitleAtBrandNewMainView">
         <source>Next few days</source>
@@ -290,6 +358,14 @@
     <message id="noEventStoredString">
         <source>No events yet</source>
         <translation>No events yet</translation>
+    </message>
+    <message id="noMemoStringAtMemoForCardViewPage">
+        <source>No memos yet. Tap + to add one.</source>
+        <translation>No memos yet. Tap + to add one.</translation>
+    </message>
+    <message id="notStarredStringAtCardViewForEventObject">
+        <source>Not starred</source>
+        <translation>Not starred</translation>
     </message>
     <message id="noti0dayAgoBeforeEvent">
         <source>On the day</source>
@@ -383,9 +459,41 @@
         <source>Reminders</source>
         <translation>Reminders</translation>
     </message>
+    <message id="shareExplanationStringAtEditShareSettingPage">
+        <source>Sharing with a group is shown here; it can't be changed yet.</source>
+        <translation>Sharing with a group is shown here; it can't be changed yet.</translation>
+    </message>
+    <message id="shareGroupNoneStringAtEditShareSettingPage">
+        <source>None</source>
+        <translation>None</translation>
+    </message>
+    <message id="shareGroupTitleStringAtEditShareSettingPage">
+        <source>Group</source>
+        <translation>Group</translation>
+    </message>
+    <message id="shareStateOffStringAtEditShareSettingPage">
+        <source>Off</source>
+        <translation>Off</translation>
+    </message>
+    <message id="shareStateOnStringAtEditShareSettingPage">
+        <source>On</source>
+        <translation>On</translation>
+    </message>
+    <message id="shareStateTitleStringAtEditShareSettingPage">
+        <source>Shared</source>
+        <translation>Shared</translation>
+    </message>
     <message id="slecectLastDayOfOneMonthStringAtRepeatEventSettingPage">
         <source>Last day</source>
         <translation>Last day</translation>
+    </message>
+    <message id="starredStringAtCardViewForEventObject">
+        <source>Starred</source>
+        <translation>Starred</translation>
+    </message>
+    <message id="startDateSettingTitleStringAtEditEventStartDatePage">
+        <source>Start date</source>
+        <translation>Start date</translation>
     </message>
     <message id="stringForRepeatSettingExplanationEventDayTextAfterNum">
         <source> · </source>

@@ -3,6 +3,18 @@
 <TS version="2.1" language="zh_CN">
 <context>
     <name>Localizable</name>
+    <message id="addMemoTitleStringAtMemoForCardViewPage">
+        <source>New memo</source>
+        <translation>新备忘</translation>
+    </message>
+    <message id="addNewEventMemoContentSpaceholderString">
+        <source>Notes (optional)</source>
+        <translation>内容（可选）</translation>
+    </message>
+    <message id="addNewEventMemoTitleSpaceholderString">
+        <source>Title</source>
+        <translation>标题</translation>
+    </message>
     <message id="addNewEventPageContentSpaceholderString">
         <source>Notes (optional)</source>
         <translation>内容（可选）</translation>
@@ -87,6 +99,10 @@
         <source>Title</source>
         <translation>标题</translation>
     </message>
+    <message id="alertButtonStringForForDeleteThisEventAtCardView">
+        <source>Delete event</source>
+        <translation>删除事件</translation>
+    </message>
     <message id="alertButtonStringForNeedMoreInfoAtAddNewEventPage">
         <source>OK</source>
         <translation>好的</translation>
@@ -143,6 +159,10 @@
         <source>Colour</source>
         <translation>颜色</translation>
     </message>
+    <message id="colorTitleStringAtCardViewForEventObject">
+        <source>Colour</source>
+        <translation>颜色</translation>
+    </message>
     <message id="customizeIntervalExplanationString">
         <source>The number is how many days, weeks, months or years are skipped between two repeats.</source>
         <translation>数字表示两次重复之间跳过的天数、周数、月数或年数。</translation>
@@ -183,9 +203,37 @@
         <source>Repeat</source>
         <translation>重复</translation>
     </message>
+    <message id="editMemoTitleStringAtMemoForCardViewPage">
+        <source>Edit memo</source>
+        <translation>编辑备忘</translation>
+    </message>
+    <message id="editSectionTitleStringAtCardViewForEventObject">
+        <source>Edit</source>
+        <translation>编辑</translation>
+    </message>
+    <message id="editShareAtCardViewForEventObjcetTitleString">
+        <source>Sharing</source>
+        <translation>共享</translation>
+    </message>
+    <message id="editStartDateAtCardViewForEventObjcetTitleString">
+        <source>Dates</source>
+        <translation>日期</translation>
+    </message>
+    <message id="editTitleContentAtCardViewForEventObjcetTitleString">
+        <source>Title and notes</source>
+        <translation>标题与内容</translation>
+    </message>
+    <message id="endDateSettingTitleStringAtEditEventStartDatePage">
+        <source>End date</source>
+        <translation>结束日期</translation>
+    </message>
     <message id="endEventSectionTitleStringAtFilterPage">
         <source>Ended events</source>
         <translation>已结束的事件</translation>
+    </message>
+    <message id="eventGoneStringAtCardViewForEventObject">
+        <source>This event no longer exists.</source>
+        <translation>此事件已不存在。</translation>
     </message>
     <message id="eventInfoAtOnboardPageContentString">
         <source>A sample event: Tide Mark counts the days until the new year begins.</source>
@@ -206,6 +254,10 @@
     <message id="kindSectionTitleStringAtFilterPage">
         <source>Show</source>
         <translation>显示</translation>
+    </message>
+    <message id="memoDateTitleStringAtMemoForCardViewPage">
+        <source>Date and time</source>
+        <translation>日期与时间</translation>
     </message>
     <message id="menuButtonForTimelineViewShowEndEventOrNotFalseButtonString">
         <source>Hide ended events</source>
@@ -247,9 +299,25 @@
         <source>last day</source>
         <translation>最后一天</translation>
     </message>
+    <message id="navigationTitleStringAtCardViewForEventObject">
+        <source>Event</source>
+        <translation>事件</translation>
+    </message>
+    <message id="navigationTitleStringAtEditEventTitleContentPage">
+        <source>Title and notes</source>
+        <translation>标题与内容</translation>
+    </message>
+    <message id="navigationTitleStringAtMemoForCardViewPage">
+        <source>Memos</source>
+        <translation>备忘</translation>
+    </message>
     <message id="nextDateLabelStringForListRowViewForTimeline">
         <source>Next: </source>
         <translation>下次：</translation>
+    </message>
+    <message id="nextDatesTitleStringAtCardViewForEventObject">
+        <source>Next dates</source>
+        <translation>接下来的日期</translation>
     </message>
     <message id="nextFewDaysEventViewNaviLinkStringBigTitleAtBrandNewMainView">
         <source>Next few days</source>
@@ -290,6 +358,14 @@
     <message id="noEventStoredString">
         <source>No events yet</source>
         <translation>还没有事件</translation>
+    </message>
+    <message id="noMemoStringAtMemoForCardViewPage">
+        <source>No memos yet. Tap + to add one.</source>
+        <translation>还没有备忘。轻点 + 添加。</translation>
+    </message>
+    <message id="notStarredStringAtCardViewForEventObject">
+        <source>Not starred</source>
+        <translation>未标星</translation>
     </message>
     <message id="noti0dayAgoBeforeEvent">
         <source>On the day</source>
@@ -383,9 +459,41 @@
         <source>Reminders</source>
         <translation>提醒</translation>
     </message>
+    <message id="shareExplanationStringAtEditShareSettingPage">
+        <source>Sharing with a group is shown here; it can't be changed yet.</source>
+        <translation>这里显示与群组的共享情况，暂时无法更改。</translation>
+    </message>
+    <message id="shareGroupNoneStringAtEditShareSettingPage">
+        <source>None</source>
+        <translation>无</translation>
+    </message>
+    <message id="shareGroupTitleStringAtEditShareSettingPage">
+        <source>Group</source>
+        <translation>群组</translation>
+    </message>
+    <message id="shareStateOffStringAtEditShareSettingPage">
+        <source>Off</source>
+        <translation>关闭</translation>
+    </message>
+    <message id="shareStateOnStringAtEditShareSettingPage">
+        <source>On</source>
+        <translation>开启</translation>
+    </message>
+    <message id="shareStateTitleStringAtEditShareSettingPage">
+        <source>Shared</source>
+        <translation>共享</translation>
+    </message>
     <message id="slecectLastDayOfOneMonthStringAtRepeatEventSettingPage">
         <source>Last day</source>
         <translation>最后一天</translation>
+    </message>
+    <message id="starredStringAtCardViewForEventObject">
+        <source>Starred</source>
+        <translation>已标星</translation>
+    </message>
+    <message id="startDateSettingTitleStringAtEditEventStartDatePage">
+        <source>Start date</source>
+        <translation>开始日期</translation>
     </message>
     <message id="stringForRepeatSettingExplanationEventDayTextAfterNum">
         <source> · </source>

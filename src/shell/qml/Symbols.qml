@@ -33,17 +33,21 @@ QtObject {
         "moon.zzz": "\uef44",
         "light.max": "\ue518",
         "keyboard.badge.ellipsis": "\ue312",
+        "keyboard.chevron.compact.down": "\ue31a",
         "delete.left": "\ue14a",
         "trash": "\ue872",
         "line.3.horizontal.decrease.circle": "\ue152",
         "ellipsis": "\ue5d3",
         "gearshape": "\ue8b8",
-        "clock": "\ue8b5",
-        "keyboard.chevron.compact.down": "\ue31a",
-        "keyboard.chevron.compact.down": "\ue31a",
         "forward.end": "\ue044",
         "exclamationmark.circle": "\ue001",
-        "arrow.uturn.backward": "\ue166"
+        "arrow.uturn.backward": "\ue166",
+        "clock": "\ue8b5",
+        "eraser.line.dashed": "\ue3c9",
+        "star.slash.fill": "\ue83a",
+        "xmark": "\ue5cd",
+        "arrow.down.to.line": "\ue258",
+        "arrow.up.to.line": "\ue25a"
     })
 
     function glyph(name) {

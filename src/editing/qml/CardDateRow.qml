@@ -1,0 +1,65 @@
+import QtQuick
+import QtQuick.Controls
+import QtQuick.Controls.Material
+import QtQuick.Layouts
+import TideMark
+
+// A compact date row: the label and the chosen day as a chip; a tap on the chip opens or closes
+// the month grid under the row. The owner decides what a picked day becomes.
+ColumnLayout {
+    id: row
+    property string label
+    property string valueText
+    property bool expanded: false
+    property var colors
+    property bool dark: false
+    property alias picker: grid
+    signal toggled()
+    signal picked(int year, int month, int day)
+    spacing: 0
+
+    RowLayout {
+        Layout.fillWidth: true
+        Layout.leftMargin: 16
+        Layout.rightMargin: 10
+        Layout.minimumHeight: 52
+        spacing: 8
+        Label {
+            text: row.label
+            font.pixelSize: 16
+            color: row.colors.primaryText
+            wrapMode: Text.Wrap
+            Layout.fillWidth: true
+        }
+        AbstractButton {
+            id: chip
+            objectName: "dateChip"
+            focusPolicy: Qt.NoFocus
+            implicitWidth: chipText.implicitWidth + 24
+            implicitHeight: 34
+            onClicked: row.toggled()
+            background: Rectangle {
+                radius: 8
+                color: row.colors.chipBackground
+            }
+            contentItem: Label {
+                id: chipText
+                text: row.valueText
+                font.pixelSize: 16
+                font.weight: Font.Medium
+                horizontalAlignment: Text.AlignHCenter
+                verticalAlignment: Text.AlignVCenter
+                color: row.expanded ? NamedColors.color("tabBarIconColorForSelected", row.dark)
+                                    : row.colors.primaryText
+            }
+        }
+    }
+    FormDatePicker {
+        id: grid
+        objectName: "datePicker"
+        visible: row.expanded
+        Layout.fillWidth: true
+        Layout.bottomMargin: 8
+        onPicked: (y, m, d) => row.picked(y, m, d)
+    }
+}

@@ -1,0 +1,135 @@
+import QtQuick
+import QtQuick.Controls
+import QtQuick.Layouts
+import TideMark
+
+// The event's row at the head of the card and of the memo page: the row's texts without its
+// buttons. An event that no longer exists leaves an empty row with a short note.
+Rectangle {
+    id: row
+    property string eventId
+    property var colors
+    property bool dark: false
+    readonly property alias rowModel: rowData
+
+    implicitWidth: 358
+    implicitHeight: (rowData.exists ? body.implicitHeight : gone.implicitHeight) + 28
+    radius: 16
+    color: colors.cardBackground
+    border.color: colors.cardBorder
+    border.width: 1
+    clip: true
+
+    EventRowModel {
+        id: rowData
+        eventId: row.eventId
+    }
+
+    Label {
+        id: gone
+        objectName: "goneText"
+        visible: !rowData.exists
+        x: 20
+        width: parent.width - 40
+        anchors.verticalCenter: parent.verticalCenter
+        text: qsTrId("eventGoneStringAtCardViewForEventObject")
+        font.pixelSize: 15
+        color: row.colors.secondaryText
+        horizontalAlignment: Text.AlignHCenter
+        wrapMode: Text.Wrap
+    }
+
+    Rectangle {
+        objectName: "colorMark"
+        visible: rowData.exists && rowData.colorName.length > 0
+        width: 6
+        height: parent.height
+        color: NamedColors.color(rowData.colorName, row.dark)
+    }
+
+    RowLayout {
+        id: body
+        visible: rowData.exists
+        x: 20
+        y: 14
+        width: parent.width - 36
+        spacing: 12
+
+        ColumnLayout {
+            Layout.fillWidth: true
+            Layout.alignment: Qt.AlignTop
+            spacing: 4
+
+            RowLayout {
+                Layout.fillWidth: true
+                spacing: 6
+                Label {
+                    objectName: "rowTitle"
+                    text: rowData.title
+                    font.pixelSize: 18
+                    font.weight: Font.DemiBold
+                    color: row.colors.primaryText
+                    elide: Text.ElideRight
+                    maximumLineCount: 1
+                    Layout.fillWidth: true
+                }
+                Repeater {
+                    objectName: "rowSymbols"
+                    model: rowData.symbols
+                    delegate: Label {
+                        required property string modelData
+                        text: Symbols.glyph(modelData)
+                        font.family: Symbols.fontFamily
+                        font.pixelSize: 16
+                        color: modelData === "star.fill" ? row.colors.starSymbol
+                                                         : row.colors.symbolTint
+                    }
+                }
+            }
+            Label {
+                visible: text.length > 0
+                text: rowData.typeText
+                font.pixelSize: 13
+                font.weight: Font.Medium
+                color: row.colors.symbolTint
+            }
+            Label {
+                objectName: "rowContent"
+                visible: text.length > 0
+                text: rowData.content
+                font.pixelSize: 14
+                color: row.colors.secondaryText
+                wrapMode: Text.Wrap
+                Layout.fillWidth: true
+            }
+            Label {
+                objectName: "rowDates"
+                text: rowData.datesText
+                font.pixelSize: 13
+                color: row.colors.secondaryText
+            }
+        }
+
+        ColumnLayout {
+            visible: !rowData.repeating
+            Layout.alignment: Qt.AlignTop
+            spacing: 0
+            Label {
+                visible: text.length > 0
+                text: rowData.dayCountNumber
+                font.pixelSize: 28
+                font.weight: Font.Bold
+                color: row.colors.primaryText
+                Layout.alignment: Qt.AlignRight
+            }
+            Label {
+                text: rowData.dayCountUnit.trim()
+                font.pixelSize: rowData.isToday ? 17 : 12
+                font.weight: rowData.isToday ? Font.Bold : Font.Normal
+                color: rowData.isToday ? NamedColors.color("tabBarIconColorForSelected", row.dark)
+                                       : row.colors.secondaryText
+                Layout.alignment: Qt.AlignRight
+            }
+        }
+    }
+}

@@ -1,0 +1,46 @@
+import QtQuick
+import QtQuick.Controls
+import QtQuick.Controls.Material
+import QtQuick.Layouts
+
+// The header of the card's pages: an optional leading button, the title, and the page's own
+// buttons at the trailing end (put them in as children).
+ToolBar {
+    id: header
+    property string title
+    property string leadingSymbol: ""
+    property var colors
+    default property alias trailing: buttons.data
+    signal leadingClicked()
+
+    Material.background: colors.pageBackground
+    Material.elevation: 0
+
+    RowLayout {
+        anchors.fill: parent
+        anchors.leftMargin: 4
+        anchors.rightMargin: 4
+        spacing: 0
+        RowButton {
+            objectName: "backButton"
+            visible: header.leadingSymbol !== ""
+            symbol: header.leadingSymbol
+            tint: header.colors.primaryText
+            onClicked: header.leadingClicked()
+        }
+        Label {
+            objectName: "navigationTitle"
+            text: header.title
+            font.pixelSize: 20
+            font.weight: Font.DemiBold
+            color: header.colors.primaryText
+            elide: Text.ElideRight
+            Layout.fillWidth: true
+            Layout.leftMargin: header.leadingSymbol !== "" ? 4 : 12
+        }
+        RowLayout {
+            id: buttons
+            spacing: 0
+        }
+    }
+}

@@ -1,0 +1,291 @@
+import QtQuick
+import QtQuick.Controls
+import QtQuick.Controls.Material
+import QtQuick.Layouts
+import TideMark
+
+// The card of one event: its row, its next dates, the colour row, the rows that open the pages
+// which change one part of it, and the star and delete row. An event deleted while the card is
+// open leaves the empty row and nothing to act on.
+Page {
+    id: page
+    objectName: "cardViewForEventObject"
+
+    property string eventId
+    readonly property bool dark: Material.theme === Material.Dark
+    readonly property alias card: cardModel
+
+    function open(fileName) {
+        if (!TideMarkApp.hasQmlFile(fileName))
+            return
+        page.StackView.view.push(Qt.resolvedUrl(fileName), {eventId: page.eventId})
+    }
+
+    CardViewModel {
+        id: cardModel
+        eventId: page.eventId
+        // An event deleted elsewhere closes the pages opened from the card, back to its empty
+        // row.
+        property bool seen: false
+        onChanged: {
+            if (exists) {
+                seen = true
+                return
+            }
+            const stack = page.StackView.view
+            if (seen && stack && !stack.busy && stack.currentItem !== page
+                    && stack.find(p => p === page))
+                stack.pop(page)
+        }
+    }
+
+    BrowsingColors {
+        id: tone
+        dark: page.dark
+    }
+
+    background: Rectangle { color: tone.pageBackground }
+
+    header: CardPageHeader {
+        colors: tone
+        title: qsTrId("navigationTitleStringAtCardViewForEventObject")
+        leadingSymbol: "chevron.left"
+        onLeadingClicked: page.StackView.view.pop()
+        RowButton {
+            objectName: "editTitleContentToolbarButton"
+            visible: cardModel.exists
+            symbol: "eraser.line.dashed"
+            tint: tone.symbolTint
+            onClicked: page.open("EditEventTitleContentPage.qml")
+        }
+    }
+
+    Flickable {
+        anchors.fill: parent
+        contentHeight: column.implicitHeight + 40
+        boundsBehavior: Flickable.StopAtBounds
+
+        ColumnLayout {
+            id: column
+            x: 16
+            y: 8
+            width: parent.width - 32
+            spacing: 18
+
+            CardEventRow {
+                objectName: "eventRow"
+                eventId: page.eventId
+                colors: tone
+                dark: page.dark
+                Layout.fillWidth: true
+            }
+
+            CardSection {
+                objectName: "nextDatesSection"
+                visible: cardModel.exists && cardModel.nextDates.length > 0
+                title: qsTrId("nextDatesTitleStringAtCardViewForEventObject")
+                colors: tone
+                Layout.fillWidth: true
+                Repeater {
+                    model: cardModel.nextDates
+                    CardNavigationRow {
+                        required property string modelData
+                        required property int index
+                        objectName: "nextDate" + index
+                        colors: tone
+                        chevron: false
+                        label: modelData
+                        separator: index < cardModel.nextDates.length - 1
+                    }
+                }
+            }
+
+            CardSection {
+                visible: cardModel.exists
+                title: qsTrId("colorTitleStringAtCardViewForEventObject")
+                colors: tone
+                Layout.fillWidth: true
+                RowLayout {
+                    objectName: "colorRow"
+                    Layout.fillWidth: true
+                    Layout.margins: 10
+                    spacing: 0
+                    Repeater {
+                        model: [""].concat(cardModel.colorKeys)
+                        AbstractButton {
+                            id: swatch
+                            required property string modelData
+                            required property int index
+                            readonly property bool chosen: cardModel.colorName === modelData
+                            objectName: "colorButton" + index
+                            Layout.fillWidth: true
+                            implicitHeight: 44
+                            focusPolicy: Qt.NoFocus
+                            onClicked: {
+                                if (cardModel.setColor(modelData))
+                                    Haptics.impact()
+                            }
+                            contentItem: Item {
+                                Rectangle {
+                                    anchors.centerIn: parent
+                                    width: 34
+                                    height: 34
+                                    radius: 17
+                                    color: swatch.modelData === "" ? "transparent"
+                                           : NamedColors.color(swatch.modelData, page.dark)
+                                    border.width: swatch.modelData === "" ? 2 : 0
+                                    border.color: tone.secondaryText
+                                    Rectangle {
+                                        // The "no colour" swatch is crossed out.
+                                        visible: swatch.modelData === ""
+                                        anchors.centerIn: parent
+                                        width: 2
+                                        height: parent.height - 6
+                                        rotation: 45
+                                        color: tone.secondaryText
+                                    }
+                                }
+                                Rectangle {
+                                    anchors.centerIn: parent
+                                    width: 42
+                                    height: 42
+                                    radius: 21
+                                    visible: swatch.chosen
+                                    color: "transparent"
+                                    border.width: 2
+                                    border.color: tone.primaryText
+                                }
+                            }
+                        }
+                    }
+                }
+            }
+
+            CardSection {
+                visible: cardModel.exists
+                title: qsTrId("editSectionTitleStringAtCardViewForEventObject")
+                colors: tone
+                Layout.fillWidth: true
+                CardNavigationRow {
+                    objectName: "titleContentRow"
+                    colors: tone
+                    label: qsTrId("editTitleContentAtCardViewForEventObjcetTitleString")
+                    onClicked: page.open("EditEventTitleContentPage.qml")
+                }
+                CardNavigationRow {
+                    objectName: "startDateRow"
+                    colors: tone
+                    label: qsTrId("editStartDateAtCardViewForEventObjcetTitleString")
+                    onClicked: page.open("EditEventStartDatePage.qml")
+                }
+                CardNavigationRow {
+                    objectName: "repeatRow"
+                    colors: tone
+                    label: qsTrId("addNewEventPageContentString02")
+                    onClicked: page.open("EditRepeatEventSettingPage.qml")
+                }
+                CardNavigationRow {
+                    objectName: "notiRow"
+                    colors: tone
+                    label: qsTrId("addNewEventPageContentString03")
+                    onClicked: page.open("EditNotiSettingPage.qml")
+                }
+                CardNavigationRow {
+                    objectName: "shareRow"
+                    colors: tone
+                    separator: false
+                    label: qsTrId("editShareAtCardViewForEventObjcetTitleString")
+                    onClicked: page.open("EditShareSettingPage.qml")
+                }
+            }
+
+            Rectangle {
+                objectName: "starDeleteRow"
+                visible: cardModel.exists
+                Layout.fillWidth: true
+                implicitHeight: 60
+                radius: 14
+                color: tone.cardBackground
+                border.color: tone.cardBorder
+                border.width: 1
+
+                RowLayout {
+                    anchors.fill: parent
+                    anchors.leftMargin: 8
+                    anchors.rightMargin: 8
+                    spacing: 4
+
+                    RowButton {
+                        objectName: "starButton"
+                        symbol: cardModel.starred ? "star.fill" : "star.slash.fill"
+                        tint: cardModel.starred ? tone.starSymbol : tone.secondaryText
+                        SequentialAnimation on scale {
+                            id: bounce
+                            running: false
+                            NumberAnimation { to: 1.3; duration: 110; easing.type: Easing.OutQuad }
+                            NumberAnimation { to: 1.0; duration: 160; easing.type: Easing.InQuad }
+                        }
+                        Connections {
+                            target: cardModel
+                            function onAnimationToggleChanged() { bounce.restart() }
+                        }
+                        onClicked: {
+                            if (cardModel.toggleStar())
+                                Haptics.impact()
+                        }
+                    }
+                    Label {
+                        text: cardModel.starred ? qsTrId("starredStringAtCardViewForEventObject")
+                                                : qsTrId("notStarredStringAtCardViewForEventObject")
+                        font.pixelSize: 15
+                        color: tone.primaryText
+                        elide: Text.ElideRight
+                        Layout.fillWidth: true
+                    }
+                    RowButton {
+                        objectName: "trashButton"
+                        visible: !cardModel.deleteArmed
+                        symbol: "trash"
+                        tint: NamedColors.color("colorForUserSelection01", page.dark)
+                        onClicked: cardModel.armDelete()
+                    }
+                    AbstractButton {
+                        id: confirm
+                        objectName: "deleteConfirmButton"
+                        visible: cardModel.deleteArmed
+                        focusPolicy: Qt.NoFocus
+                        implicitWidth: confirmText.implicitWidth + 28
+                        implicitHeight: 36
+                        onClicked: {
+                            if (cardModel.confirmDelete()) {
+                                Haptics.impact()
+                                page.StackView.view.pop()
+                            }
+                        }
+                        background: Rectangle {
+                            radius: 18
+                            color: NamedColors.color("colorForUserSelection01", page.dark)
+                            opacity: confirm.pressed ? 0.75 : 1
+                        }
+                        contentItem: Label {
+                            id: confirmText
+                            text: qsTrId("alertButtonStringForForDeleteThisEventAtCardView")
+                            font.pixelSize: 15
+                            font.weight: Font.DemiBold
+                            color: "white"
+                            horizontalAlignment: Text.AlignHCenter
+                            verticalAlignment: Text.AlignVCenter
+                        }
+                    }
+                    RowButton {
+                        objectName: "deleteCancelButton"
+                        visible: cardModel.deleteArmed
+                        symbol: "xmark"
+                        tint: tone.secondaryText
+                        onClicked: cardModel.disarmDelete()
+                    }
+                }
+            }
+        }
+    }
+}

@@ -1,0 +1,134 @@
+import QtQuick
+import QtQuick.Controls
+import QtQuick.Controls.Material
+import QtQuick.Layouts
+import TideMark
+
+// Changes the start date of an event, and its end date when it has one. The save is offered
+// only while a picker differs from the record; the reset sets both pickers back.
+Page {
+    id: page
+    objectName: "editEventStartDatePage"
+
+    property string eventId
+    // Which picker shows its month grid: "start", "end" or "".
+    property string openPicker: "start"
+    readonly property bool dark: Material.theme === Material.Dark
+    readonly property alias editor: model
+
+    EditEventStartDateModel {
+        id: model
+        eventId: page.eventId
+    }
+
+    BrowsingColors {
+        id: tone
+        dark: page.dark
+    }
+
+    background: Rectangle { color: tone.pageBackground }
+
+    header: CardPageHeader {
+        colors: tone
+        title: qsTrId("editStartDateAtCardViewForEventObjcetTitleString")
+        RowButton {
+            objectName: "resetButton"
+            symbol: "arrow.uturn.backward"
+            tint: tone.symbolTint
+            onClicked: {
+                Haptics.impact()
+                model.reset()
+            }
+        }
+        RowButton {
+            objectName: "saveButton"
+            symbol: model.differs ? "checkmark" : "keyboard.badge.ellipsis"
+            tint: model.differs ? NamedColors.color("tabBarIconColorForSelected", page.dark)
+                                : tone.secondaryText
+            onClicked: {
+                Haptics.impact()
+                if (model.save())
+                    page.StackView.view.pop()
+            }
+        }
+        RowButton {
+            objectName: "dismissButton"
+            symbol: "chevron.down"
+            tint: tone.primaryText
+            onClicked: page.StackView.view.pop()
+        }
+    }
+
+    Flickable {
+        anchors.fill: parent
+        contentHeight: column.implicitHeight + 40
+        boundsBehavior: Flickable.StopAtBounds
+
+        ColumnLayout {
+            id: column
+            x: 16
+            y: 12
+            width: parent.width - 32
+            spacing: 14
+
+            CardSection {
+                visible: model.exists
+                colors: tone
+                Layout.fillWidth: true
+
+                CardDateRow {
+                    objectName: "startDateRow"
+                    Layout.fillWidth: true
+                    colors: tone
+                    dark: page.dark
+                    label: qsTrId("startDateSettingTitleStringAtEditEventStartDatePage")
+                    valueText: model.startText
+                    expanded: page.openPicker === "start"
+                    picker.year: model.startYear
+                    picker.month: model.startMonth
+                    picker.day: model.startDay
+                    onToggled: page.openPicker = expanded ? "" : "start"
+                    onPicked: (y, m, d) => model.setStartDate(y, m, d)
+                }
+                Rectangle {
+                    visible: model.hasEndDate
+                    Layout.fillWidth: true
+                    Layout.leftMargin: 16
+                    implicitHeight: 1
+                    color: tone.cardBorder
+                }
+                CardDateRow {
+                    objectName: "endDateRow"
+                    visible: model.hasEndDate
+                    Layout.fillWidth: true
+                    colors: tone
+                    dark: page.dark
+                    label: qsTrId("endDateSettingTitleStringAtEditEventStartDatePage")
+                    valueText: model.endText
+                    expanded: page.openPicker === "end"
+                    picker.year: model.endYear
+                    picker.month: model.endMonth
+                    picker.day: model.endDay
+                    picker.minimumYear: model.startYear
+                    picker.minimumMonth: model.startMonth
+                    picker.minimumDay: model.startDay
+                    picker.maximumYear: 3000
+                    picker.maximumMonth: 12
+                    picker.maximumDay: 31
+                    onToggled: page.openPicker = expanded ? "" : "end"
+                    onPicked: (y, m, d) => model.setEndDate(y, m, d)
+                }
+            }
+
+            Label {
+                objectName: "goneText"
+                visible: !model.exists
+                text: qsTrId("eventGoneStringAtCardViewForEventObject")
+                color: tone.secondaryText
+                font.pixelSize: 14
+                wrapMode: Text.Wrap
+                Layout.fillWidth: true
+            }
+        }
+    }
+}

@@ -1,0 +1,961 @@
+// The event card and its pages, and the memos of an event, over a real store at 10:00 on Tuesday
+// 10 March 2026 in Berlin: the view models (which fields each action writes, in which order, and
+// what is blocked), then the pages driven in a window by taps. Any QML warning fails the test.
+// Set TIDEMARK_CARD_RENDER_DIR to keep the rendered pages as PNG files.
+// moc stops at the C++20 standard headers that the core's headers pull in; it needs none of them.
+#ifndef Q_MOC_RUN
+#include "QtTestSupport.h"
+#include "TestSupport.h"
+#include "editing/CardViewModel.h"
+#include "editing/MemoModels.h"
+#include "records/DayListArchive.h"
+#include "records/Defaults.h"
+#include "records/SettingsKeys.h"
+#include "records/Store.h"
+#include "records/realmDataFunc.h"
+#include "shell/QmlTypes.h"
+#include "shell/Translations.h"
+#include "shell/tideMarkApp.h"
+#include "test_main_support.h"
+#endif
+
+#include <QDir>
+#include <QGuiApplication>
+#include <QImage>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QQmlComponent>
+#include <QQmlEngine>
+#include <QQmlExpression>
+#include <QQuickItem>
+#include <QQuickStyle>
+#include <QQuickWindow>
+#include <QSignalSpy>
+#include <QTest>
+#include <QUuid>
+#include <mutex>
+
+using namespace tidemark;
+using namespace tidemark::testing;
+
+namespace {
+
+std::mutex warningsLock;
+QStringList warnings;
+QtMessageHandler previousHandler = nullptr;
+
+void recordWarnings(QtMsgType type, const QMessageLogContext& context, const QString& message) {
+    if (type == QtWarningMsg || type == QtCriticalMsg || type == QtFatalMsg) {
+        std::lock_guard lock(warningsLock);
+        warnings << message;
+    }
+    previousHandler(type, context, message);
+}
+
+eventInfo stored(const std::string& id) {
+    return Store::open().object<eventInfo>(id).value_or(eventInfo{});
+}
+
+bool eventStored(const std::string& id) {
+    return Store::open().object<eventInfo>(id).has_value();
+}
+
+std::int64_t memoCount() {
+    return Store::open().count<memoDataForNotiObject>();
+}
+
+void storeMemo(const std::string& eventId, const std::string& memoId, const std::string& stamp) {
+    memoDataForNotiObject memo;
+    memo.eventId = eventId;
+    memo.memoId = memoId;
+    memo.title = memoId;
+    memo.timeStamp = stamp;
+    auto s = Store::open();
+    s.write([&] { s.add(memo); });
+}
+
+/// The names of the fields in which two events differ, joined by "+".
+std::string changedFields(const eventInfo& before, const eventInfo& after) {
+    std::string out;
+    std::apply(
+        [&](auto... f) {
+            ((before.*(f.member) != after.*(f.member)
+                  ? (void)(out += (out.empty() ? "" : "+") + std::string(f.name))
+                  : (void)0),
+             ...);
+        },
+        EventFields::fields());
+    return out;
+}
+
+/// Records, for each committed write to the events, which fields of one event it changed ("" for
+/// a commit that changed none of them, "gone" once the event is deleted).
+class WriteRecorder {
+public:
+    explicit WriteRecorder(std::string eventId) : id_(std::move(eventId)), last_(stored(id_)) {
+        token_ = Results<eventInfo>().observe([this] {
+            auto now = Store::open().object<eventInfo>(id_);
+            if (!now) {
+                writes.push_back("gone");
+                return;
+            }
+            writes.push_back(changedFields(last_, *now));
+            last_ = *now;
+        });
+    }
+    std::vector<std::string> writes;
+
+private:
+    std::string id_;
+    eventInfo last_;
+    ObservationToken token_;
+};
+
+/// The event of the widget data with that id, as published in the shared suite.
+QJsonObject publishedEvent(const QString& id) {
+    auto* suite = DefaultsSuite::named(kSharedSuiteName);
+    if (!suite) {
+        return {};
+    }
+    const auto value = suite->value(std::string(kWidgetDataKey));
+    const auto* bytes = value ? std::get_if<Bytes>(&*value) : nullptr;
+    if (!bytes) {
+        return {};
+    }
+    const auto text = QByteArray(reinterpret_cast<const char*>(bytes->data()),
+                                 static_cast<qsizetype>(bytes->size()));
+    for (const auto& entry : QJsonDocument::fromJson(text).array()) {
+        if (entry.toObject().value("eventId").toString() == id) {
+            return entry.toObject();
+        }
+    }
+    return {};
+}
+
+long countOf(const CallLog& log, const std::string& entry) {
+    return std::count(log->begin(), log->end(), entry);
+}
+
+/// The item named `name` under `root`, through the object tree and the visual tree.
+QQuickItem* child(QObject* root, const QString& name) {
+    if (!root) {
+        return nullptr;
+    }
+    QList<QObject*> queue{root};
+    while (!queue.isEmpty()) {
+        QObject* next = queue.takeFirst();
+        if (next != root && next->objectName() == name) {
+            if (auto* item = qobject_cast<QQuickItem*>(next)) {
+                return item;
+            }
+        }
+        queue += next->children();
+        if (auto* item = qobject_cast<QQuickItem*>(next)) {
+            for (auto* c : item->childItems()) {
+                queue += c;
+            }
+        }
+    }
+    return nullptr;
+}
+
+int distinctColours(const QImage& image) {
+    QSet<QRgb> seen;
+    for (int y = 0; y < image.height(); y += 7) {
+        for (int x = 0; x < image.width(); x += 7) {
+            seen.insert(image.pixel(x, y));
+        }
+    }
+    return static_cast<int>(seen.size());
+}
+
+/// A one-off event on 20 March 2026, with `edit` applied, stored through the store's writer.
+eventObject cardEvent(const std::string& id, const std::function<void(eventObject&)>& edit = {}) {
+    auto event = dayEvent(id, "Concert", 2026, 3, 20, "colorForUserSelection04");
+    event.eventContent = "Row 12, seat 7";
+    event.eventNotiId = "N-" + id;
+    if (edit) {
+        edit(event);
+    }
+    realmDataFunc().addEventData(event);
+    return event;
+}
+
+void withEndDate(eventObject& e) {
+    e.eventRepeatOrNot = true;
+    e.eventType = 4;
+    e.eventHaveEndDateOrNot = true;
+    e.eventEndDateYear = 2030;
+    e.eventEndDateMonth = 6;
+    e.eventEndDateDay = 1;
+}
+
+} // namespace
+
+class EditingCardTest : public QObject {
+    Q_OBJECT
+
+    std::unique_ptr<ScopedCalendarEnvironment> environment_;
+    std::unique_ptr<IsolatedStorage> storage_;
+    std::unique_ptr<FakeServices> services_;
+    std::unique_ptr<tideMarkApp> app_;
+    std::unique_ptr<QQmlEngine> engine_;
+    std::unique_ptr<QQuickWindow> window_;
+    QObject* host_ = nullptr;
+
+    CallLog log() const { return services_->log; }
+    int haptics() const { return app_->haptics()->requestCount(); }
+
+    /// A 390 x 844 window with a StackView "appStack" holding `file` pushed with `properties`;
+    /// returns the page.
+    QQuickItem* show(const QString& file, const QVariantMap& properties, bool dark = false) {
+        window_.reset();
+        QQmlComponent component(engine_.get());
+        const QString host = QStringLiteral(R"(
+import QtQuick
+import QtQuick.Controls
+import QtQuick.Controls.Material
+ApplicationWindow {
+    width: 390
+    height: 844
+    visible: true
+    Material.theme: %1 ? Material.Dark : Material.Light
+    Material.accent: Material.Teal
+    function pushPage(file, properties) { return stack.push(Qt.resolvedUrl(file), properties) }
+    StackView {
+        id: stack
+        objectName: "appStack"
+        anchors.fill: parent
+        initialItem: Item { objectName: "mainScreen" }
+    }
+}
+)")
+                                 .arg(dark ? "true" : "false");
+        component.setData(host.toUtf8(), QUrl(QStringLiteral("qrc:/qml/CardTestHost.qml")));
+        host_ = component.create();
+        if (!host_) {
+            qWarning() << component.errors();
+            return nullptr;
+        }
+        window_.reset(qobject_cast<QQuickWindow*>(host_));
+        if (!QTest::qWaitForWindowExposed(window_.get())) {
+            return nullptr;
+        }
+        QVariant page;
+        QMetaObject::invokeMethod(host_, "pushPage", Q_RETURN_ARG(QVariant, page),
+                                  Q_ARG(QVariant, file), Q_ARG(QVariant, properties));
+        if (!QTest::qWaitFor(
+                [&] { return !child(host_, "appStack")->property("busy").toBool(); })) {
+            return nullptr;
+        }
+        return qobject_cast<QQuickItem*>(page.value<QObject*>());
+    }
+
+    QObject* stack() const { return child(host_, "appStack"); }
+    int depth() const { return stack()->property("depth").toInt(); }
+    QQuickItem* top() const {
+        return qobject_cast<QQuickItem*>(stack()->property("currentItem").value<QObject*>());
+    }
+
+    /// Waits until the stack's transition is over.
+    void settle() { QTRY_VERIFY(!stack()->property("busy").toBool()); }
+
+    void popTop() {
+        QQmlExpression pop(qmlContext(stack()), stack(), "pop()");
+        pop.evaluate();
+        QVERIFY(!pop.hasError());
+    }
+
+    void click(QQuickItem* item) {
+        QVERIFY(item);
+        QVERIFY2(item->isVisible(), qPrintable(item->objectName()));
+        QTest::qWait(40); // a layout that just changed is placed with the next frame
+        const QPoint centre =
+            item->mapToScene(QPointF(item->width() / 2, item->height() / 2)).toPoint();
+        QTest::mouseMove(window_.get(), centre);
+        QTest::mouseClick(window_.get(), Qt::LeftButton, {}, centre, 20);
+    }
+
+    /// Replaces the text of a field the way a user does: focus, select all, type.
+    void retype(QQuickItem* field, const QString& text) {
+        QVERIFY(field);
+        click(field);
+        QTRY_VERIFY(field->hasActiveFocus());
+        QTest::keySequence(window_.get(), QKeySequence::SelectAll);
+        QTest::keyClick(window_.get(), Qt::Key_Backspace);
+        if (!text.isEmpty()) {
+            for (const QChar c : text) {
+                QTest::keyClick(window_.get(), c.toLatin1());
+            }
+        }
+    }
+
+    QImage grab() {
+        QTest::qWait(450);
+        return window_->grabWindow();
+    }
+
+private slots:
+    void initTestCase() {
+        previousHandler = qInstallMessageHandler(recordWarnings);
+        QQuickStyle::setStyle(QStringLiteral("Material"));
+        environment_ = std::make_unique<ScopedCalendarEnvironment>(
+            fixedEnvironment("Europe/Berlin", "en_US", 2026, 3, 10, 10, 0));
+        installTranslations(*QCoreApplication::instance(), "en_US");
+        registerQmlTypes();
+        app_ = std::make_unique<tideMarkApp>();
+        qmlRegisterSingletonInstance("TideMark", 1, 0, "TideMarkApp", app_.get());
+        qmlRegisterSingletonInstance("TideMark", 1, 0, "Haptics", app_->haptics());
+        // One engine for all: the singletons above belong to the first engine that uses them.
+        engine_ = std::make_unique<QQmlEngine>();
+    }
+
+    void init() {
+        storage_ = std::make_unique<IsolatedStorage>();
+        services_ = std::make_unique<FakeServices>();
+        Setting<bool>("ALL_APP_cloudkitFuncStatus", false).set(true);
+        std::lock_guard lock(warningsLock);
+        warnings.clear();
+    }
+
+    void cleanup() {
+        window_.reset();
+        host_ = nullptr;
+        services_.reset();
+        storage_.reset();
+        std::lock_guard lock(warningsLock);
+        QVERIFY2(warnings.isEmpty(), qPrintable(warnings.join('\n')));
+    }
+
+    // ---- View models ----------------------------------------------------------------------
+
+    void colourAndStarAreSingleWrites() {
+        cardEvent("e");
+        CardViewModel card;
+        card.setEventId("e");
+        WriteRecorder recorder("e");
+        log()->clear();
+
+        QVERIFY(card.setColor("colorForUserSelection02"));
+        QVERIFY(card.setColor(""));
+        QVERIFY(card.toggleStar());
+        QVERIFY(card.animationToggle());
+        QVERIFY(card.toggleStar());
+        QVERIFY(!card.animationToggle());
+        QCOMPARE(recorder.writes, (std::vector<std::string>{"eventColorString", "eventColorString",
+                                                            "eventStarOrNot", "eventStarOrNot"}));
+        // Every single-field write goes to the cloud and to the widgets.
+        QCOMPARE(countOf(log(), "cloud save Concert"), 4L);
+        QCOMPARE(countOf(log(), "widgets reload"), 4L);
+        QCOMPARE(stored("e").eventColorString, std::string());
+        QVERIFY(!stored("e").eventStarOrNot);
+        QTRY_VERIFY(!card.starred());
+        QCOMPARE(card.colorKeys().size(), 5);
+    }
+
+    void deleteNeedsArmingAndKeepsTheMemos() {
+        cardEvent("e");
+        storeMemo("e", "m1", "2026-03-01 / 09:00");
+        CardViewModel card;
+        card.setEventId("e");
+
+        QVERIFY(!card.confirmDelete()); // not armed
+        card.armDelete();
+        QVERIFY(card.deleteArmed());
+        card.disarmDelete();
+        QVERIFY(!card.deleteArmed());
+        QVERIFY(!card.confirmDelete());
+        QVERIFY(eventStored("e"));
+
+        log()->clear();
+        card.armDelete();
+        QVERIFY(card.confirmDelete());
+        QVERIFY(!eventStored("e"));
+        QVERIFY(!card.exists());
+        QVERIFY(!card.deleteArmed());
+        QCOMPARE(*log(), (std::vector<std::string>{"cloud delete e", "widgets reload"}));
+        QCOMPARE(memoCount(), 1);
+        QCOMPARE(MemoListModel().rowCount(), 0); // no event set, nothing listed
+    }
+
+    void pagesOfADeletedEventWriteNothing() {
+        cardEvent("e", withEndDate);
+        CardViewModel card;
+        card.setEventId("e");
+        EditEventTitleContentModel title;
+        title.setEventId("e");
+        EditEventStartDateModel dates;
+        dates.setEventId("e");
+        dates.setStartDate(2026, 4, 1);
+        title.setTitleForEvent("Renamed");
+        QVERIFY(card.exists() && title.canSave() && dates.differs());
+        card.armDelete();
+
+        realmDataFunc().deleteEventData("e");
+        QTRY_VERIFY(!card.exists());
+        QTRY_VERIFY(!title.exists());
+        QTRY_VERIFY(!dates.exists());
+        QVERIFY(!card.deleteArmed());
+        QCOMPARE(card.title(), QString());
+        QVERIFY(card.nextDates().isEmpty());
+
+        log()->clear();
+        QVERIFY(!card.setColor("colorForUserSelection01"));
+        QVERIFY(!card.toggleStar());
+        QVERIFY(!card.confirmDelete());
+        QVERIFY(!title.canSave());
+        QVERIFY(!title.save());
+        QVERIFY(!dates.differs());
+        QVERIFY(!dates.save());
+        QVERIFY(log()->empty());
+        QVERIFY(!eventStored("e"));
+    }
+
+    void titleAndContentWriteWhatChanged_data() {
+        QTest::addColumn<QString>("title");
+        QTest::addColumn<QString>("content");
+        QTest::addColumn<bool>("saved");
+        QTest::addColumn<QStringList>("writes");
+        QTest::newRow("title only") << "Opera"
+                                    << "Row 12, seat 7" << true << QStringList{"eventTitle"};
+        QTest::newRow("content only") << "Concert"
+                                      << "" << true << QStringList{"eventContent"};
+        QTest::newRow("both, title first")
+            << "Opera"
+            << "Box 3" << true << QStringList{"eventTitle", "eventContent"};
+        QTest::newRow("nothing changed") << "Concert"
+                                         << "Row 12, seat 7" << true << QStringList{};
+        QTest::newRow("empty title") << ""
+                                     << "Box 3" << false << QStringList{};
+    }
+
+    void titleAndContentWriteWhatChanged() {
+        QFETCH(QString, title);
+        QFETCH(QString, content);
+        QFETCH(bool, saved);
+        QFETCH(QStringList, writes);
+        cardEvent("e");
+        EditEventTitleContentModel page;
+        page.setEventId("e");
+        QCOMPARE(page.titleForEvent(), QString("Concert"));
+        QCOMPARE(page.contentForEvent(), QString("Row 12, seat 7"));
+        WriteRecorder recorder("e");
+
+        page.setTitleForEvent(title);
+        page.setContentForEvent(content);
+        QCOMPARE(page.canSave(), saved);
+        QCOMPARE(page.save(), saved);
+        QStringList recorded;
+        for (const auto& w : recorder.writes) {
+            recorded << QString::fromStdString(w);
+        }
+        QCOMPARE(recorded, writes);
+        if (saved) {
+            QCOMPARE(QString::fromStdString(stored("e").eventTitle), title);
+            QCOMPARE(QString::fromStdString(stored("e").eventContent), content);
+            QCOMPARE(publishedEvent("e").value("eventTitle").toString(), title);
+        } else {
+            QCOMPARE(stored("e").eventTitle, std::string("Concert"));
+        }
+    }
+
+    void startDateWritesEachFieldInOrder_data() {
+        QTest::addColumn<bool>("endDate");
+        QTest::addColumn<int>("commits");
+        QTest::newRow("without end date") << false << 3;
+        QTest::newRow("with end date") << true << 6;
+    }
+
+    void startDateWritesEachFieldInOrder() {
+        QFETCH(bool, endDate);
+        QFETCH(int, commits);
+        cardEvent("e", endDate ? withEndDate : std::function<void(eventObject&)>{});
+        EditEventStartDateModel page;
+        page.setEventId("e");
+        QCOMPARE(page.hasEndDate(), endDate);
+        QCOMPARE(page.startText(), QString("2026-03-20"));
+        QCOMPARE(page.endText(), endDate ? QString("2030-06-01") : QString());
+        QVERIFY(!page.differs());
+        QVERIFY(!page.save());
+
+        // Changing only the day still writes all three start fields (and the end ones).
+        page.setStartDate(2026, 3, 21);
+        QVERIFY(page.differs());
+        WriteRecorder recorder("e");
+        log()->clear();
+        QVERIFY(page.save());
+        QCOMPARE(static_cast<int>(recorder.writes.size()), commits);
+        QCOMPARE(recorder.writes[2], std::string("eventStartDateDay"));
+        QCOMPARE(countOf(log(), "widgets reload"), long(commits));
+        QCOMPARE(stored("e").eventStartDateDay, 21);
+
+        // A change of every number shows the order of the writes.
+        page.setStartDate(2027, 5, 9);
+        if (endDate) {
+            page.setEndDate(2031, 8, 15);
+        }
+        WriteRecorder ordered("e");
+        QVERIFY(page.save());
+        std::vector<std::string> expected{"eventStartDateYear", "eventStartDateMonth",
+                                          "eventStartDateDay"};
+        if (endDate) {
+            expected.insert(expected.end(),
+                            {"eventEndDateYear", "eventEndDateMonth", "eventEndDateDay"});
+        }
+        QCOMPARE(ordered.writes, expected);
+        QCOMPARE(publishedEvent("e").value("eventStartDateYear").toInt(), 2027);
+    }
+
+    void startDatePickersKeepTheirRange() {
+        cardEvent("e", withEndDate);
+        EditEventStartDateModel page;
+        page.setEventId("e");
+        // The end can't go before the start: a later start carries the end along.
+        page.setStartDate(2031, 1, 31);
+        QCOMPARE(page.endText(), QString("2031-01-31"));
+        page.setEndDate(2030, 1, 1);
+        QCOMPARE(page.endText(), QString("2031-01-31"));
+        page.setEndDate(3001, 1, 1);
+        QCOMPARE(page.endText(), QString("3000-12-31"));
+        // A day past the month's end is the month's last day.
+        page.setStartDate(2028, 2, 31);
+        QCOMPARE(page.startText(), QString("2028-02-29"));
+        QCOMPARE(page.daysInMonth(2027, 2), 28);
+        page.reset();
+        QCOMPARE(page.startText(), QString("2026-03-20"));
+        QCOMPARE(page.endText(), QString("2030-06-01"));
+        QVERIFY(!page.differs());
+    }
+
+    void startDateOfAnUnusualRecordIsComposed() {
+        // Stored numbers that name no real day open at the day they carry over to, and count as
+        // unchanged until a picker moves.
+        cardEvent("e", [](eventObject& e) {
+            e.eventStartDateMonth = 2;
+            e.eventStartDateDay = 30;
+        });
+        EditEventStartDateModel page;
+        page.setEventId("e");
+        QCOMPARE(page.startText(), QString("2026-03-02"));
+        QVERIFY(!page.differs());
+    }
+
+    void nextDatesOfTheCard() {
+        cardEvent("weekly", [](eventObject& e) {
+            e.eventRepeatOrNot = true;
+            e.eventType = 2;
+            e.eventStartDateMonth = 1;
+            e.eventStartDateDay = 1;
+            e.eventDateWhenEveryWeek = encodeDayListArchive({5, 2});
+        });
+        CardViewModel card;
+        card.setEventId("weekly");
+        // Tuesday 10 March: today (Tue), then Friday, then next Tuesday.
+        QCOMPARE(card.nextDates(), (QStringList{"2026-03-10", "2026-03-13", "2026-03-17"}));
+        card.setEventId("oneOff");
+        cardEvent("oneOff");
+        QTRY_VERIFY(card.exists());
+        QVERIFY(card.nextDates().isEmpty());
+    }
+
+    void sharePageLooksTheGroupUp() {
+        cardEvent("e", [](eventObject& e) {
+            e.eventShareOrNot = true;
+            e.eventShareGroupId = "G1";
+        });
+        EditShareSettingModel page;
+        page.setEventId("e");
+        QVERIFY(page.exists() && page.shareOn());
+        QVERIFY(!page.groupFound());
+        shareGroup group;
+        group.shareGroupId = "G1";
+        group.title = "Family";
+        auto s = Store::open();
+        s.write([&] { s.add(group); });
+        QTRY_VERIFY(page.groupFound());
+        QCOMPARE(page.groupTitle(), QString("Family"));
+    }
+
+    void memoListOrderIsTheReverseOfItsName() {
+        cardEvent("e");
+        storeMemo("e", "middle", "2026-03-05 / 12:00");
+        storeMemo("e", "old", "2026-03-01 / 08:00");
+        storeMemo("other", "foreign", "2026-03-03 / 08:00");
+        storeMemo("e", "new", "2026-03-09 / 18:30");
+        Setting<bool> ascending{"UI_User_AscendingForListAtMemoForCardViewPage", true};
+        QVERIFY(!Setting<bool>("UI_User_AscendingForListAtMemoForCardViewPage", false).get());
+
+        MemoListModel list;
+        list.setEventId("e");
+        QCOMPARE(list.memoIds(), (QStringList{"old", "middle", "new"}));
+        QCOMPARE(list.data(list.index(2), MemoListModel::DateTextRole).toString(),
+                 QString("2026-03-09 / 18:30"));
+        const auto firstId = list.data(list.index(0), MemoListModel::ItemIdRole).toString();
+
+        list.toggleOrder();
+        QVERIFY(ascending.get());
+        QVERIFY(list.ascendingForList());
+        QCOMPARE(list.memoIds(), (QStringList{"new", "middle", "old"}));
+        // Every build makes fresh card ids.
+        QVERIFY(list.data(list.index(2), MemoListModel::ItemIdRole).toString() != firstId);
+
+        log()->clear();
+        list.deleteMemo("middle");
+        QCOMPARE(list.memoIds(), (QStringList{"new", "old"}));
+        QCOMPARE(memoCount(), 3);
+        QCOMPARE(*log(), std::vector<std::string>{"cloud memo delete middle"});
+        list.deleteMemo("unknown");
+        QCOMPARE(list.count(), 2);
+    }
+
+    void memoAddAndEdit() {
+        cardEvent("e");
+        MemoEditorModel form;
+        form.setEventId("e");
+        form.startAdd();
+        QVERIFY(!form.editMode());
+        QCOMPARE(form.dateText(), QString("2026-03-10 / 10:00"));
+        QVERIFY(!form.canSave()); // no title
+        QVERIFY(!form.save());
+        QCOMPARE(memoCount(), 0);
+
+        form.setTitleForEventMemo("Tickets");
+        form.setContentForEventMemo("At the box office");
+        form.setDate(2026, 3, 18, 19, 45);
+        log()->clear();
+        QVERIFY(form.save());
+        const auto memoId = form.memoId();
+        QVERIFY(QUuid::fromString(memoId).isNull() == false);
+        QCOMPARE(memoId, memoId.toUpper());
+        auto memo = Store::open().object<memoDataForNotiObject>(memoId.toStdString());
+        QVERIFY(memo);
+        QCOMPARE(memo->eventId, std::string("e"));
+        QCOMPARE(memo->timeStamp, std::string("2026-03-18 / 19:45"));
+        // Memos go to the cloud but not to the widgets.
+        QCOMPARE(*log(), std::vector<std::string>{"cloud memo " + memoId.toStdString()});
+
+        // A second add makes a memo of its own.
+        MemoEditorModel second;
+        second.setEventId("e");
+        second.startAdd();
+        second.setTitleForEventMemo("Parking");
+        QVERIFY(second.save());
+        QVERIFY(second.memoId() != memoId);
+        QCOMPARE(memoCount(), 2);
+
+        // Edit: blocked while unchanged, then any of the three fields opens the save.
+        MemoEditorModel edit;
+        QVERIFY(!edit.startEdit("unknown"));
+        QVERIFY(edit.startEdit(memoId));
+        QVERIFY(edit.editMode());
+        QCOMPARE(edit.eventId(), QString("e"));
+        QCOMPARE(edit.titleForEventMemo(), QString("Tickets"));
+        QCOMPARE(edit.dateText(), QString("2026-03-18 / 19:45"));
+        QVERIFY(!edit.canSave());
+        QVERIFY(!edit.save());
+        edit.setDate(2026, 3, 18, 19, 50);
+        QVERIFY(edit.canSave());
+        edit.setDate(2026, 3, 18, 19, 45);
+        QVERIFY(!edit.canSave());
+        edit.setContentForEventMemo("Collected");
+        QVERIFY(edit.save());
+        QCOMPARE(edit.memoId(), memoId);
+        QCOMPARE(memoCount(), 2);
+        QCOMPARE(Store::open().object<memoDataForNotiObject>(memoId.toStdString())->content,
+                 std::string("Collected"));
+        QVERIFY(!edit.canSave()); // saved values are the new reference
+    }
+
+    void memoStampsAreRead() {
+        QCOMPARE(memoStampDate("2026-03-18 / 19:45"),
+                 std::optional<Date>(localDate(2026, 3, 18, 19, 45)));
+        QCOMPARE(memoStampDate("2026-03-18 / 19:45:10"), std::optional<Date>());
+        QCOMPARE(memoStampDate("bgTaskInfo"), std::optional<Date>());
+    }
+
+    // ---- Pages ----------------------------------------------------------------------------
+
+    void cardPageWalk() {
+        cardEvent("e", withEndDate);
+        auto* page = show("CardViewForEventObject.qml", {{"eventId", "e"}});
+        QVERIFY(page);
+        QCOMPARE(child(page, "rowTitle")->property("text").toString(), QString("Concert"));
+        QVERIFY(child(page, "nextDatesSection")->isVisible());
+
+        const int taps = haptics();
+        click(child(page, "colorButton2"));
+        QCOMPARE(stored("e").eventColorString, std::string("colorForUserSelection02"));
+        QTRY_COMPARE(publishedEvent("e").value("eventColorString").toString(),
+                     QString("colorForUserSelection02"));
+        click(child(page, "colorButton0"));
+        QCOMPARE(stored("e").eventColorString, std::string());
+        click(child(page, "starButton"));
+        QVERIFY(stored("e").eventStarOrNot);
+        QCOMPARE(haptics(), taps + 3);
+
+        click(child(page, "trashButton"));
+        QTRY_VERIFY(child(page, "deleteConfirmButton")->isVisible());
+        QVERIFY(!child(page, "trashButton")->isVisible());
+        click(child(page, "deleteCancelButton"));
+        QTRY_VERIFY(child(page, "trashButton")->isVisible());
+        QVERIFY(eventStored("e"));
+
+        // Title page: an emptied title can't be saved; a new one is.
+        click(child(page, "titleContentRow"));
+        QTRY_COMPARE(depth(), 3);
+        settle();
+        auto* titlePage = top();
+        QCOMPARE(titlePage->objectName(), QString("editEventTitleContentPage"));
+        retype(child(titlePage, "titleField"), "");
+        click(child(titlePage, "saveButton"));
+        QCOMPARE(depth(), 3);
+        QCOMPARE(stored("e").eventTitle, std::string("Concert"));
+        retype(child(titlePage, "titleField"), "Opera");
+        click(child(titlePage, "saveButton"));
+        QTRY_COMPARE(depth(), 2);
+        settle();
+        QCOMPARE(stored("e").eventTitle, std::string("Opera"));
+        QTRY_COMPARE(child(page, "rowTitle")->property("text").toString(), QString("Opera"));
+
+        // Start date page: pick the 25th, save; the widgets see it.
+        click(child(page, "startDateRow"));
+        QTRY_COMPARE(depth(), 3);
+        settle();
+        auto* datePage = top();
+        QVERIFY(child(datePage, "endDateRow")->isVisible());
+        QCOMPARE(child(datePage, "saveButton")->property("symbol").toString(),
+                 QString("keyboard.badge.ellipsis"));
+        click(child(child(datePage, "startDateRow"), "dateCell_25"));
+        QCOMPARE(child(datePage, "saveButton")->property("symbol").toString(),
+                 QString("checkmark"));
+        click(child(datePage, "saveButton"));
+        QTRY_COMPARE(depth(), 2);
+        settle();
+        QCOMPARE(stored("e").eventStartDateDay, 25);
+        QCOMPARE(publishedEvent("e").value("eventStartDateDay").toInt(), 25);
+
+        // The share page and the pages of the rule editors open with the event.
+        for (const char* row : {"shareRow", "repeatRow", "notiRow"}) {
+            click(child(page, row));
+            QTRY_COMPARE(depth(), 3);
+            settle();
+            QCOMPARE(top()->property("eventId").toString(), QString("e"));
+            popTop();
+            QTRY_COMPARE(depth(), 2);
+            settle();
+        }
+
+        click(child(page, "trashButton"));
+        QTRY_VERIFY(child(page, "deleteConfirmButton")->isVisible());
+        click(child(page, "deleteConfirmButton"));
+        QTRY_COMPARE(depth(), 1);
+        settle();
+        QVERIFY(!eventStored("e"));
+    }
+
+    void cardOfAnEventDeletedElsewhereShowsTheEmptyRow() {
+        cardEvent("e");
+        auto* page = show("CardViewForEventObject.qml", {{"eventId", "e"}});
+        QVERIFY(page);
+        click(child(page, "startDateRow"));
+        QTRY_COMPARE(depth(), 3);
+        settle();
+        QVERIFY(child(top(), "startDateRow")->isVisible());
+        QVERIFY(!child(top(), "endDateRow")->isVisible());
+        realmDataFunc().deleteEventData("e");
+        // The page opened from the card closes; the card shows its empty row.
+        QTRY_COMPARE(depth(), 2);
+        settle();
+        QTRY_VERIFY(child(page, "goneText")->isVisible());
+        QVERIFY(!child(page, "starDeleteRow")->isVisible());
+        QVERIFY(!child(page, "editTitleContentToolbarButton")->isVisible());
+    }
+
+    void memoPageWalk() {
+        cardEvent("e");
+        storeMemo("e", "old", "2026-03-01 / 08:00");
+        storeMemo("e", "new", "2026-03-09 / 18:30");
+        auto* page = show("MemoForCardViewPage.qml", {{"eventId", "e"}});
+        QVERIFY(page);
+        auto* list = page->property("memoItems").value<MemoListModel*>();
+        QVERIFY(list);
+        QCOMPARE(list->memoIds(), (QStringList{"old", "new"}));
+        QCOMPARE(child(page, "orderButton")->property("symbol").toString(),
+                 QString("arrow.up.to.line"));
+        click(child(page, "orderButton"));
+        QCOMPARE(list->memoIds(), (QStringList{"new", "old"}));
+        QCOMPARE(child(page, "orderButton")->property("symbol").toString(),
+                 QString("arrow.down.to.line"));
+
+        // Add through the sheet.
+        auto* sheet = page->property("addSheet").value<QObject*>();
+        click(child(page, "plusButton"));
+        QTRY_VERIFY(sheet->property("opened").toBool());
+        auto* sheetContent = sheet->property("contentItem").value<QQuickItem*>();
+        retype(child(sheetContent, "memoTitleField"), "Tickets");
+        const int taps = haptics();
+        click(child(sheetContent, "saveButton"));
+        QTRY_VERIFY(!sheet->property("visible").toBool());
+        QCOMPARE(haptics(), taps + 1);
+        QCOMPARE(memoCount(), 3);
+        QTRY_COMPARE(list->count(), 3);
+        // The sheet opens empty again.
+        click(child(page, "plusButton"));
+        QTRY_VERIFY(sheet->property("opened").toBool());
+        QCOMPARE(child(sheetContent, "memoTitleField")->property("text").toString(), QString());
+        QCOMPARE(child(sheetContent, "saveButton")->property("symbol").toString(),
+                 QString("keyboard.badge.ellipsis"));
+        // Newest first: the memo stamped now heads the list.
+        QCOMPARE(list->data(list->index(0), MemoListModel::TitleRole).toString(),
+                 QString("Tickets"));
+    }
+
+    void memoSwipeActions() {
+        cardEvent("e", [](eventObject& e) { e.eventHaveMemoOrNot = true; });
+        storeMemo("e", "m1", "2026-03-01 / 08:00");
+        storeMemo("e", "m2", "2026-03-02 / 08:00");
+        auto* page = show("MemoForCardViewPage.qml", {{"eventId", "e"}});
+        QVERIFY(page);
+        auto* list = page->property("memoItems").value<MemoListModel*>();
+
+        // A drag to the left, as a thumb does, uncovers the card's actions.
+        auto swipeOpen = [&](QQuickItem* card) {
+            QVERIFY(card);
+            QPoint at = card->mapToScene(QPointF(card->width() - 30, card->height() / 2)).toPoint();
+            QTest::mouseMove(window_.get(), at);
+            QTest::mousePress(window_.get(), Qt::LeftButton, {}, at);
+            for (int step = 0; step < 12; ++step) {
+                at.rx() -= 16;
+                QTest::mouseMove(window_.get(), at, 16);
+            }
+            QTest::mouseRelease(window_.get(), Qt::LeftButton, {}, at, 16);
+            QTRY_COMPARE(card->property("swipe").value<QObject*>()->property("position").toReal(),
+                         -1.0);
+        };
+
+        // Edit in the centred popup: unchanged is blocked, a new title is saved in place.
+        auto* first = child(page, "memo0");
+        swipeOpen(first);
+        click(child(first, "editAction"));
+        auto* popup = page->property("editPopup").value<QObject*>();
+        QTRY_VERIFY(popup->property("opened").toBool());
+        auto* form = popup->property("contentItem").value<QQuickItem*>();
+        click(child(form, "saveButton"));
+        QVERIFY(popup->property("visible").toBool());
+        retype(child(form, "memoTitleField"), "First");
+        click(child(form, "saveButton"));
+        QTRY_VERIFY(!popup->property("visible").toBool());
+        QCOMPARE(Store::open().object<memoDataForNotiObject>("m1")->title, std::string("First"));
+        QCOMPARE(memoCount(), 2);
+
+        // Delete without confirm; the event keeps its memo mark.
+        QTest::qWait(300); // the rebuilt list's cards replace the old ones
+        auto* second = child(page, "memo1");
+        swipeOpen(second);
+        click(child(second, "deleteAction"));
+        QTRY_COMPARE(list->count(), 1);
+        QCOMPARE(memoCount(), 1);
+        QVERIFY(!Store::open().object<memoDataForNotiObject>("m2"));
+        QVERIFY(stored("e").eventHaveMemoOrNot);
+        QVERIFY(!child(page, "emptyText")->isVisible());
+    }
+
+    void renderEveryPage_data() {
+        QTest::addColumn<QString>("name");
+        QTest::addColumn<QString>("file");
+        QTest::addColumn<QString>("action");
+        QTest::newRow("card") << "card"
+                              << "CardViewForEventObject.qml"
+                              << "";
+        QTest::newRow("cardArmed") << "cardArmed"
+                                   << "CardViewForEventObject.qml"
+                                   << "trashButton";
+        QTest::newRow("titleContent") << "titleContent"
+                                      << "EditEventTitleContentPage.qml"
+                                      << "";
+        QTest::newRow("startDate") << "startDate"
+                                   << "EditEventStartDatePage.qml"
+                                   << "";
+        QTest::newRow("share") << "share"
+                               << "EditShareSettingPage.qml"
+                               << "";
+        QTest::newRow("memos") << "memos"
+                               << "MemoForCardViewPage.qml"
+                               << "";
+        QTest::newRow("memoSheet") << "memoSheet"
+                                   << "MemoForCardViewPage.qml"
+                                   << "plusButton";
+        QTest::newRow("memoEditPopup") << "memoEditPopup"
+                                       << "MemoForCardViewPage.qml"
+                                       << "openEdit";
+        QTest::newRow("cardGone") << "cardGone"
+                                  << "CardViewForEventObject.qml"
+                                  << "";
+        QTest::newRow("memosEmpty") << "memosEmpty"
+                                    << "MemoForCardViewPage.qml"
+                                    << "";
+        QTest::newRow("memoHalfPage") << "memoHalfPage"
+                                      << "MemoForCardViewAddMemoHalfPage.qml"
+                                      << "dateChip";
+        QTest::newRow("memoPopup") << "memoPopup"
+                                   << "CenterPopupForAddOrEditMemoView.qml"
+                                   << "";
+    }
+
+    void renderEveryPage() {
+        QFETCH(QString, name);
+        QFETCH(QString, file);
+        QFETCH(QString, action);
+        cardEvent("e", [](eventObject& e) {
+            withEndDate(e);
+            e.eventType = 2;
+            e.eventDateWhenEveryWeek = encodeDayListArchive({2, 5});
+            e.eventStarOrNot = e.eventNotiOrNot = e.eventHaveMemoOrNot = true;
+            e.eventShareOrNot = true;
+            e.eventShareGroupId = "G1";
+        });
+        shareGroup group;
+        group.shareGroupId = "G1";
+        group.title = "Family";
+        auto s = Store::open();
+        s.write([&] { s.add(group); });
+        realmDataFunc data;
+        data.addMemoData("e", "m1", "Tickets", "Collect them at the box office before 19:00.",
+                         localDate(2026, 3, 2, 9, 15));
+        data.addMemoData("e", "m2", "Parking", "", localDate(2026, 3, 8, 18, 40));
+        cardEvent("bare");
+        const QString outDir = qEnvironmentVariable("TIDEMARK_CARD_RENDER_DIR");
+        for (const char* locale : {"en_US", "zh_CN"}) {
+            ScopedCalendarEnvironment place(
+                fixedEnvironment("Europe/Berlin", locale, 2026, 3, 10, 10, 0));
+            installTranslations(*QCoreApplication::instance(), locale);
+            for (bool dark : {false, true}) {
+                QVariantMap properties{{"eventId", name == "cardGone"     ? "gone"
+                                                   : name == "memosEmpty" ? "bare"
+                                                                          : "e"}};
+                if (name == "memoPopup") {
+                    properties.insert("memoId", "m1");
+                }
+                auto* page = show(file, properties, dark);
+                QVERIFY(page);
+                if (action == "openEdit") {
+                    QMetaObject::invokeMethod(page, "openEdit", Q_ARG(QVariant, "m1"));
+                } else if (!action.isEmpty()) {
+                    click(child(page, action));
+                }
+                const QImage image = grab();
+                QVERIFY(distinctColours(image) > 8);
+                if (!outDir.isEmpty()) {
+                    QDir().mkpath(outDir);
+                    QVERIFY(image.save(QStringLiteral("%1/%2-%3-%4.png")
+                                           .arg(outDir, name, locale, dark ? "dark" : "light")));
+                }
+            }
+        }
+        installTranslations(*QCoreApplication::instance(), "en_US");
+    }
+};
+
+QTEST_MAIN(EditingCardTest)
+#include "test_editing_card.moc"
