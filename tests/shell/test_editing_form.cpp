@@ -780,6 +780,98 @@ private slots:
                                           Q_ARG(QVariant, QVariantMap{})));
         QTRY_COMPARE(topPage()->objectName(), QString("addNewEventPage"));
     }
+    // One event of each kind made as a user makes it: switches on the form, the repeat and
+    // reminder pages, then the confirm; the stored record, and the reminders planned anew.
+    void eachKindOfEventThroughThePages_data() {
+        QTest::addColumn<QStringList>("taps");
+        QTest::addColumn<int>("type");
+        QTest::addColumn<bool>("interval");
+        QTest::addColumn<QString>("days"); // the week or month list
+        QTest::addColumn<bool>("endDate");
+        QTest::addColumn<int>("notiType"); // -1: no reminder
+        QTest::addColumn<int>("notiHour");
+        QTest::newRow("one-off, reminder a week ahead at 21:00")
+            << QStringList{"dateCell_20", "notiSwitch",   "notiRow",
+                           "notiCode7",   "shortcut2100", "confirmButton"}
+            << 0 << false << "" << false << 7 << 21;
+        QTest::newRow("daily every 5 days")
+            << QStringList{"repeatSwitch", "repeatRow", "typeSegment1", "intervalSwitch",
+                           "confirmButton"}
+            << 1 << true << "" << false << -1 << 0;
+        QTest::newRow("weekly on two days until an end date")
+            << QStringList{"repeatSwitch", "repeatRow",     "typeSegment2", "weekday3",
+                           "weekday1",     "confirmButton", "endDateSwitch"}
+            << 2 << false << "3,1" << true << -1 << 0;
+        QTest::newRow("monthly on the 15th, reminder the day before at 18:00")
+            << QStringList{"repeatSwitch",  "repeatRow",    "typeSegment3", "monthDay15",
+                           "confirmButton", "notiSwitch",   "notiRow",      "notiCode5",
+                           "shortcut1800",  "confirmButton"}
+            << 3 << false << "15" << false << 5 << 18;
+        QTest::newRow("yearly") << QStringList{"repeatSwitch", "repeatRow", "typeSegment4",
+                                               "confirmButton"}
+                                << 4 << false << "" << false << -1 << 0;
+    }
+    void eachKindOfEventThroughThePages() {
+        QFETCH(QStringList, taps);
+        QFETCH(int, type);
+        QFETCH(bool, interval);
+        QFETCH(QString, days);
+        QFETCH(bool, endDate);
+        QFETCH(int, notiType);
+        QFETCH(int, notiHour);
+        Setting<bool>("userLaunchStatus", false).set(true);
+        app_ = std::make_unique<tideMarkApp>();
+        engine_ = std::make_unique<QQmlApplicationEngine>();
+        QVERIFY(app_->launch(*engine_));
+        QVERIFY(QTest::qWaitForWindowExposed(window()));
+        click(item("tab_addNewEvent"));
+        QTRY_COMPARE(topPage()->objectName(), QString("addNewEventPage"));
+        QTRY_VERIFY(!stack()->property("busy").toBool());
+        clickInPage("titleField");
+        for (const char c : std::string("Kind")) {
+            QTest::keyClick(window(), c);
+        }
+        for (const auto& tap : taps) {
+            QTRY_VERIFY(!stack()->property("busy").toBool());
+            clickInPage(tap);
+        }
+        QTRY_VERIFY(!stack()->property("busy").toBool());
+        QCOMPARE(topPage()->objectName(), QString("addNewEventPage"));
+        services_->log->clear();
+        clickInPage("confirmButton");
+        QTRY_COMPARE(topPage()->objectName(), QString("mainView"));
+
+        const auto events = Store::open().objects<eventInfo>();
+        QCOMPARE(events.size(), 1u);
+        const eventInfo& e = events[0];
+        QCOMPARE(e.eventTitle, "Kind");
+        QCOMPARE(e.eventType, type);
+        QCOMPARE(e.eventRepeatOrNot, type != 0);
+        QCOMPARE(e.eventHaveCustomizeInterval, interval);
+        QCOMPARE(e.eventDateWhenCustomizeRepeatTimes, 5); // the wheel's 4, plus one
+        QStringList stored;
+        for (const auto d : decodeDayListArchive(type == 3 ? e.eventDateWhenEveryMonth
+                                                           : e.eventDateWhenEveryWeek)) {
+            stored << QString::number(d);
+        }
+        QCOMPARE(stored.join(','), days);
+        QCOMPARE(e.eventHaveEndDateOrNot, endDate);
+        QCOMPARE(e.eventNotiOrNot, notiType >= 0);
+        if (notiType >= 0) {
+            QCOMPARE(e.eventNotiType, notiType);
+            QCOMPARE(e.eventNotiDateDayHour, notiHour);
+            QCOMPARE(e.eventNotiDateDayMin, 0);
+        }
+        // The save replans from scratch: remove all, then this event's reminders.
+        const auto& log = *services_->log;
+        const int removed = indexOf(services_->log, "noti remove all");
+        QVERIFY(removed >= 0);
+        const auto adds = std::count_if(log.begin() + removed, log.end(), [&](const auto& line) {
+            return line.rfind("noti add " + e.eventNotiId + "@@", 0) == 0;
+        });
+        QCOMPARE(adds > 0, notiType >= 0);
+    }
+
     // Last, since it installs a translator: the whole form in both languages and schemes, with
     // every section open. Set TIDEMARK_PICTURE_DIR to keep the pictures.
     void renderTheOpenFormTranslated_data() {
