@@ -621,10 +621,9 @@ void AddNewEventForm::finishAfterWrite() {
 }
 
 void AddNewEventForm::deleteAction() {
-    const std::string id = eventId_.toStdString();
-    if (Store::open().object<eventInfo>(id)) {
-        realmDataFunc().deleteEventData(id);
-    }
+    // No check of its own: the delete of an event that is gone ends the program, as every
+    // delete of an unknown event does.
+    realmDataFunc().deleteEventData(eventId_.toStdString());
     impact();
     leftByButton_ = true;
     emit leftByButtonChanged();
