@@ -1,6 +1,7 @@
 #include "editing/AddNewEventForm.h"
 
 #include "base/Fatal.h"
+#include "engine/Occurrences.h"
 #include "notifications/notiFunc.h"
 #include "records/DayListArchive.h"
 #include "records/Store.h"
@@ -13,21 +14,6 @@
 namespace tidemark {
 
 namespace {
-
-/// Calendar numbers of a day (and optionally a time of day).
-DateComponents dayParts(std::int64_t year, std::int64_t month, std::int64_t day,
-                        std::optional<std::int64_t> hour = std::nullopt,
-                        std::optional<std::int64_t> minute = std::nullopt,
-                        std::optional<std::int64_t> second = std::nullopt) {
-    DateComponents c;
-    c.year = year;
-    c.month = month;
-    c.day = day;
-    c.hour = hour;
-    c.minute = minute;
-    c.second = second;
-    return c;
-}
 
 QString localizedText(const char* key) {
     return qtTrId(key);
@@ -198,7 +184,7 @@ void AddNewEventForm::rebuildStartPickerFromNumbers() {
     if (shown.year == year && shown.month == month && shown.day == day) {
         return; // the picker already shows that day; keep its time of day
     }
-    startPicker_ = unwrap(calendar.date(dayParts(year, month, day)));
+    startPicker_ = unwrap(calendar.date(dayComponents(year, month, day)));
 }
 
 void AddNewEventForm::setEditOrAddNewEventCheckValue(bool edit) {
@@ -479,7 +465,7 @@ void AddNewEventForm::loadEditTarget() {
     i.eventColorString = e.eventColorString;
     if (e.eventHaveEndDateOrNot) {
         endPicker_ = unwrap(Calendar::current().date(
-            dayParts(e.eventEndDateYear, e.eventEndDateMonth, e.eventEndDateDay)));
+            dayComponents(e.eventEndDateYear, e.eventEndDateMonth, e.eventEndDateDay)));
     }
     emit formChanged();
 }
@@ -491,8 +477,11 @@ namespace {
 /// The day picked, at the time of day that the picker showed before.
 Date pickedDay(Date shown, int year, int month, int day) {
     const auto& calendar = Calendar::current();
-    const auto time = calendar.dateComponents(kHour | kMinute | kSecond, shown);
-    return unwrap(calendar.date(dayParts(year, month, day, time.hour, time.minute, time.second)));
+    auto parts = calendar.dateComponents(kHour | kMinute | kSecond, shown);
+    parts.year = year;
+    parts.month = month;
+    parts.day = day;
+    return unwrap(calendar.date(parts));
 }
 
 } // namespace

@@ -2,29 +2,11 @@
 
 #include "base/Fatal.h"
 #include "calendar/Calendar.h"
+#include "engine/Occurrences.h"
 
 #include <optional>
 
 namespace tidemark {
-
-namespace {
-
-/// Calendar numbers of a day (and optionally a time of day).
-DateComponents dayParts(std::int64_t year, std::int64_t month, std::int64_t day,
-                        std::optional<std::int64_t> hour = std::nullopt,
-                        std::optional<std::int64_t> minute = std::nullopt,
-                        std::optional<std::int64_t> second = std::nullopt) {
-    DateComponents c;
-    c.year = year;
-    c.month = month;
-    c.day = day;
-    c.hour = hour;
-    c.minute = minute;
-    c.second = second;
-    return c;
-}
-
-} // namespace
 
 FormDatePickerModel::FormDatePickerModel(QObject* parent) : QObject(parent) {
     const auto today = Calendar::current().dateComponents(kYear | kMonth, now());
@@ -57,7 +39,7 @@ void FormDatePickerModel::moveMonth(int months) {
 int FormDatePickerModel::daysInMonth(int year, int month) const {
     // Day 0 of the next month is the last day of this one.
     const auto& calendar = Calendar::current();
-    const auto last = unwrap(calendar.date(dayParts(year, month + 1, 0)));
+    const auto last = unwrap(calendar.date(dayComponents(year, month + 1, 0)));
     return static_cast<int>(calendar.dateComponents(kDay, last).day.value_or(0));
 }
 
@@ -69,7 +51,7 @@ void FormDatePickerModel::rebuild() {
         month_ = index - year_ * 12 + 1;
     }
     const auto& calendar = Calendar::current();
-    const Date first = unwrap(calendar.date(dayParts(year_, month_, 1)));
+    const Date first = unwrap(calendar.date(dayComponents(year_, month_, 1)));
     title_ = QString::fromStdString(calendar.formatSkeleton(first, "yMMMM"));
 
     const int firstWeekday = calendar.firstWeekday();
@@ -80,7 +62,7 @@ void FormDatePickerModel::rebuild() {
     weekdaySymbols_.clear();
     for (int i = 0; i < 7; ++i) {
         // The first day of the grid's first week and the six after it.
-        const Date day = unwrap(calendar.date(dayParts(year_, month_, 1 - lead + i)));
+        const Date day = unwrap(calendar.date(dayComponents(year_, month_, 1 - lead + i)));
         weekdaySymbols_ << QString::fromStdString(calendar.formatSkeleton(day, "EEEEEE"));
     }
 
