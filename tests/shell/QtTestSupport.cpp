@@ -1,6 +1,10 @@
 #include "QtTestSupport.h"
 
 #include "calendar/Calendar.h"
+#include "records/Store.h"
+
+#include <QQuickItem>
+#include <mutex>
 
 namespace tidemark::testing {
 
@@ -60,6 +64,92 @@ FakeServices::~FakeServices() {
     setBackgroundTaskScheduler(nullptr);
     setCloudDatabase(nullptr);
     setWidgetCenter(nullptr);
+}
+
+namespace {
+
+std::mutex warningsLock;
+QStringList warnings;
+QtMessageHandler previousHandler = nullptr;
+
+void recordWarning(QtMsgType type, const QMessageLogContext& context, const QString& message) {
+    if (type == QtWarningMsg || type == QtCriticalMsg || type == QtFatalMsg) {
+        std::lock_guard lock(warningsLock);
+        warnings << message;
+    }
+    previousHandler(type, context, message);
+}
+
+std::string changedFields(const eventInfo& before, const eventInfo& after) {
+    std::string out;
+    std::apply(
+        [&](auto... f) {
+            ((before.*(f.member) != after.*(f.member)
+                  ? (void)(out += (out.empty() ? "" : "+") + std::string(f.name))
+                  : (void)0),
+             ...);
+        },
+        EventFields::fields());
+    return out;
+}
+
+} // namespace
+
+QQuickItem* findChildItem(QObject* root, const QString& name) {
+    if (!root) {
+        return nullptr;
+    }
+    QList<QObject*> queue{root};
+    while (!queue.isEmpty()) {
+        QObject* next = queue.takeFirst();
+        if (next != root && next->objectName() == name) {
+            if (auto* item = qobject_cast<QQuickItem*>(next)) {
+                return item;
+            }
+        }
+        queue += next->children();
+        if (auto* item = qobject_cast<QQuickItem*>(next)) {
+            for (auto* c : item->childItems()) {
+                queue += c;
+            }
+        }
+    }
+    return nullptr;
+}
+
+void trapWarnings() {
+    std::lock_guard lock(warningsLock);
+    if (!previousHandler) {
+        previousHandler = qInstallMessageHandler(recordWarning);
+    }
+}
+
+QStringList takeWarnings() {
+    std::lock_guard lock(warningsLock);
+    QStringList out;
+    out.swap(warnings);
+    return out;
+}
+
+FieldWriteRecorder::FieldWriteRecorder(std::string eventId)
+    : id_(std::move(eventId)), last_(Store::open().object<eventInfo>(id_)) {
+    token_ = Results<eventInfo>().observe([this] {
+        auto now = Store::open().object<eventInfo>(id_);
+        if (!now) {
+            writes.push_back("gone");
+        } else {
+            writes.push_back(last_ ? changedFields(*last_, *now) : std::string());
+        }
+        last_ = now;
+    });
+}
+
+QStringList FieldWriteRecorder::commits() const {
+    QStringList out;
+    for (const auto& w : writes) {
+        out << (w.empty() ? QStringLiteral("-") : QString::fromStdString(w));
+    }
+    return out;
 }
 
 } // namespace tidemark::testing

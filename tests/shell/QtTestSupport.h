@@ -1,11 +1,19 @@
 // Recording stand-ins for the platform services, for the shell's tests.
 #pragma once
 
+class QObject;
+class QQuickItem;
+
 #include "cloud/CloudDatabase.h"
 #include "notifications/NotificationCenter.h"
+#include "records/Observation.h"
+#include "records/eventInfo.h"
 #include "widgets/widgetFunc.h"
 
+#include <QString>
+#include <QStringList>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -87,6 +95,32 @@ public:
     ~FakeServices();
     CallLog log = std::make_shared<std::vector<std::string>>();
     std::shared_ptr<FakeNotificationCenter> center;
+};
+
+/// The item named `name` under `root`, through the object tree and the visual tree (items that a
+/// Repeater makes have a visual parent only); null when there is none.
+QQuickItem* findChildItem(QObject* root, const QString& name);
+
+/// Collects every warning and critical message of the process (QML warnings among them), so that
+/// a test can fail on them; the handler stays installed for the rest of the program.
+void trapWarnings();
+/// The messages collected since the last call, cleared.
+QStringList takeWarnings();
+
+/// Records, for each committed write to the events, which fields of one event it changed: the
+/// field names joined by "+", "" for a commit that changed none of them, "gone" once the event
+/// is deleted. Tests see the order of single-field writes as the store saw them.
+class FieldWriteRecorder {
+public:
+    explicit FieldWriteRecorder(std::string eventId);
+    std::vector<std::string> writes;
+    /// The same as text, with "-" for a commit that changed nothing.
+    QStringList commits() const;
+
+private:
+    std::string id_;
+    std::optional<eventInfo> last_;
+    ObservationToken token_;
 };
 
 } // namespace tidemark::testing

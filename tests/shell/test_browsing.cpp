@@ -25,24 +25,11 @@
 #include <QQuickView>
 #include <QSignalSpy>
 #include <QTest>
-#include <mutex>
 
 using namespace tidemark;
 using namespace tidemark::testing;
 
 namespace {
-
-std::mutex warningsLock;
-QStringList warnings;
-QtMessageHandler previousHandler = nullptr;
-
-void recordWarnings(QtMsgType type, const QMessageLogContext& context, const QString& message) {
-    if (type == QtWarningMsg || type == QtCriticalMsg || type == QtFatalMsg) {
-        std::lock_guard lock(warningsLock);
-        warnings << message;
-    }
-    previousHandler(type, context, message);
-}
 
 void store(const std::vector<eventInfo>& events) {
     auto s = Store::open();
@@ -56,30 +43,6 @@ void store(const std::vector<eventInfo>& events) {
 void removeEvent(const std::string& id) {
     auto s = Store::open();
     s.write([&] { s.remove<eventInfo>(id); });
-}
-
-/// The item named `name` under `root`, through the object tree and the visual tree (items that a
-/// Repeater makes have a visual parent only).
-QQuickItem* child(QObject* root, const QString& name) {
-    if (!root) {
-        return nullptr;
-    }
-    QList<QObject*> queue{root};
-    while (!queue.isEmpty()) {
-        QObject* next = queue.takeFirst();
-        if (next != root && next->objectName() == name) {
-            if (auto* item = qobject_cast<QQuickItem*>(next)) {
-                return item;
-            }
-        }
-        queue += next->children();
-        if (auto* item = qobject_cast<QQuickItem*>(next)) {
-            for (auto* c : item->childItems()) {
-                queue += c;
-            }
-        }
-    }
-    return nullptr;
 }
 
 /// Tallies the distinct colours of an image on a coarse grid: a blank page has one or two.
@@ -139,7 +102,7 @@ Pane {
         if (!QTest::qWaitForWindowExposed(view_.get())) {
             return nullptr;
         }
-        return child(root, "page");
+        return findChildItem(root, "page");
     }
 
     void click(QQuickItem* item) {
@@ -156,7 +119,7 @@ Pane {
 
 private slots:
     void initTestCase() {
-        previousHandler = qInstallMessageHandler(recordWarnings);
+        trapWarnings();
         environment_ = std::make_unique<ScopedCalendarEnvironment>(
             fixedEnvironment("Europe/Berlin", "en_US", 2026, 3, 10, 10, 0));
         installTranslations(*QCoreApplication::instance(), "en_US");
@@ -166,15 +129,14 @@ private slots:
     void init() {
         storage_ = std::make_unique<IsolatedStorage>();
         services_ = std::make_unique<FakeServices>();
-        std::lock_guard lock(warningsLock);
-        warnings.clear();
+        takeWarnings();
     }
 
     void cleanup() {
         view_.reset();
         services_.reset();
         storage_.reset();
-        std::lock_guard lock(warningsLock);
+        const QStringList warnings = takeWarnings();
         QVERIFY2(warnings.isEmpty(), qPrintable(warnings.join('\n')));
     }
 
@@ -243,21 +205,22 @@ private slots:
         auto* page = show(R"(ListRowViewForTimeline { objectName: "page"; x: 16; y: 16;
                                 width: 358; eventId: "full" })");
         QVERIFY(page);
-        QCOMPARE(child(page, "title")->property("text").toString(), QString("Climbing"));
-        QVERIFY(child(page, "colorMark")->isVisible());
-        QCOMPARE(child(page, "symbols")->property("count").toInt(), 4);
-        QVERIFY(!child(page, "content")->isVisible());
-        QVERIFY(!child(page, "dayCount")->isVisible());
-        QCOMPARE(child(page, "dates")->property("text").toString(), QString("2026-03-10 ~ ∞"));
+        QCOMPARE(findChildItem(page, "title")->property("text").toString(), QString("Climbing"));
+        QVERIFY(findChildItem(page, "colorMark")->isVisible());
+        QCOMPARE(findChildItem(page, "symbols")->property("count").toInt(), 4);
+        QVERIFY(!findChildItem(page, "content")->isVisible());
+        QVERIFY(!findChildItem(page, "dayCount")->isVisible());
+        QCOMPARE(findChildItem(page, "dates")->property("text").toString(),
+                 QString("2026-03-10 ~ ∞"));
 
         QSignalSpy memo(page, SIGNAL(memoRequested(QString)));
         QSignalSpy edit(page, SIGNAL(editRequested(QString)));
         QSignalSpy share(page, SIGNAL(shareRequested(QString)));
         QSignalSpy card(page, SIGNAL(cardRequested(QString)));
-        click(child(page, "memoButton"));
-        click(child(page, "editButton"));
-        click(child(page, "shareButton"));
-        click(child(page, "title"));
+        click(findChildItem(page, "memoButton"));
+        click(findChildItem(page, "editButton"));
+        click(findChildItem(page, "shareButton"));
+        click(findChildItem(page, "title"));
         QCOMPARE(memo.count(), 1);
         QCOMPARE(edit.count(), 1);
         QCOMPARE(share.count(), 1);
@@ -266,17 +229,18 @@ private slots:
         QCOMPARE(card.at(0).at(0).toString(), QString("full"));
 
         QVERIFY(!page->property("showMoreDetailToggle").toBool());
-        click(child(page, "detailsToggle"));
+        click(findChildItem(page, "detailsToggle"));
         QVERIFY(page->property("showMoreDetailToggle").toBool());
-        QTRY_VERIFY(child(page, "details")->height() > 10);
-        QCOMPARE(child(page, "detailsText")->property("text").toString(),
+        QTRY_VERIFY(findChildItem(page, "details")->height() > 10);
+        QCOMPARE(findChildItem(page, "detailsText")->property("text").toString(),
                  QString("Every week: Mon Thu"));
 
         page->setProperty("eventId", "bare");
-        QVERIFY(!child(page, "memoButton")->isVisible());
-        QVERIFY(!child(page, "colorMark")->isVisible());
-        QVERIFY(!child(page, "detailsToggle")->isVisible());
-        QCOMPARE(child(page, "dayCountUnit")->property("text").toString(), QString("Today"));
+        QVERIFY(!findChildItem(page, "memoButton")->isVisible());
+        QVERIFY(!findChildItem(page, "colorMark")->isVisible());
+        QVERIFY(!findChildItem(page, "detailsToggle")->isVisible());
+        QCOMPARE(findChildItem(page, "dayCountUnit")->property("text").toString(),
+                 QString("Today"));
 
         removeEvent("bare");
         QTRY_VERIFY(!page->isVisible());
@@ -287,15 +251,17 @@ private slots:
         auto* page = show(R"(TimelineView { objectName: "page"; anchors.fill: parent })");
         QVERIFY(page);
         QCOMPARE(std::count(services_->log->begin(), services_->log->end(), "noti remove all"), 1L);
-        QCOMPARE(child(page, "kindMenuTitle")->property("text").toString(), QString("All events"));
-        QTRY_VERIFY(child(page, "emptyBox") && child(page, "emptyBox")->isVisible());
+        QCOMPARE(findChildItem(page, "kindMenuTitle")->property("text").toString(),
+                 QString("All events"));
+        QTRY_VERIFY(findChildItem(page, "emptyBox") &&
+                    findChildItem(page, "emptyBox")->isVisible());
 
         QSignalSpy nextDays(page, SIGNAL(nextFewDaysRequested()));
-        click(child(page, "nextFewDaysLink"));
+        click(findChildItem(page, "nextFewDaysLink"));
         QCOMPARE(nextDays.count(), 1);
 
         store({makeEvent("a", "1")});
-        QTRY_VERIFY(!child(page, "emptyBox")->isVisible());
+        QTRY_VERIFY(!findChildItem(page, "emptyBox")->isVisible());
         QTRY_COMPARE(page->property("rows").value<QObject*>()->property("count").toInt(), 1);
 
         page->setVisible(false);
@@ -306,20 +272,21 @@ private slots:
         auto* menu = page->findChild<QObject*>("kindMenu");
         QVERIFY(menu);
         for (int value : {0, 3}) {
-            click(child(page, "kindMenuButton"));
+            click(findChildItem(page, "kindMenuButton"));
             QTRY_VERIFY(menu->property("opened").toBool());
-            auto* item = child(menu->property("contentItem").value<QObject*>(),
-                               QStringLiteral("kindMenuItem%1").arg(value));
+            auto* item = findChildItem(menu->property("contentItem").value<QObject*>(),
+                                       QStringLiteral("kindMenuItem%1").arg(value));
             QVERIFY(item);
             click(item);
             QCOMPARE(kind.get(), std::int64_t(value));
             QTRY_VERIFY(item->property("checked").toBool());
         }
-        QTRY_COMPARE(child(page, "kindMenuTitle")->property("text").toString(), QString("Starred"));
+        QTRY_COMPARE(findChildItem(page, "kindMenuTitle")->property("text").toString(),
+                     QString("Starred"));
 
         auto* popup = page->findChild<QObject*>("filterSettingPopupForMainView");
         QVERIFY(popup && !popup->property("visible").toBool());
-        click(child(page, "filterButton"));
+        click(findChildItem(page, "filterButton"));
         QTRY_VERIFY(popup->property("opened").toBool());
     }
 
@@ -359,40 +326,41 @@ private slots:
         auto* page = show(R"(ChangeFilterContentPageForTimelineView { objectName: "page";
                                 anchors.fill: parent })");
         QVERIFY(page);
-        QCOMPARE(child(page, "navigationTitle")->property("text").toString(), QString("Filter"));
-        QVERIFY(child(child(page, "kindRow9"), "checkmark")->isVisible());
+        QCOMPARE(findChildItem(page, "navigationTitle")->property("text").toString(),
+                 QString("Filter"));
+        QVERIFY(findChildItem(findChildItem(page, "kindRow9"), "checkmark")->isVisible());
 
-        click(child(page, "kindRow3"));
+        click(findChildItem(page, "kindRow3"));
         QCOMPARE(kind.get(), std::int64_t(3));
         QTRY_COMPARE(model.eventIds(), QStringList{"red"});
-        QTRY_VERIFY(child(child(page, "kindRow3"), "checkmark")->isVisible());
-        QVERIFY(!child(child(page, "kindRow9"), "checkmark")->isVisible());
-        click(child(page, "kindRow9"));
+        QTRY_VERIFY(findChildItem(findChildItem(page, "kindRow3"), "checkmark")->isVisible());
+        QVERIFY(!findChildItem(findChildItem(page, "kindRow9"), "checkmark")->isVisible());
+        click(findChildItem(page, "kindRow9"));
         QCOMPARE(kind.get(), std::int64_t(9));
 
-        click(child(page, "colourCellNone"));
+        click(findChildItem(page, "colourCellNone"));
         QCOMPARE(colour.get(), std::string());
         QTRY_COMPARE(model.eventIds(), (QStringList{"plain", "ended"}));
-        click(child(page, "showEndedFalse"));
+        click(findChildItem(page, "showEndedFalse"));
         QCOMPARE(showEnded.get(), false);
         QTRY_COMPARE(model.eventIds(), QStringList{"plain"});
-        click(child(page, "showEndedTrue"));
+        click(findChildItem(page, "showEndedTrue"));
         QCOMPARE(showEnded.get(), true);
-        click(child(page, "colourCell0"));
+        click(findChildItem(page, "colourCell0"));
         QCOMPARE(colour.get(), std::string("colorForUserSelection01"));
         QTRY_COMPARE(model.eventIds(), QStringList{"red"});
-        click(child(page, "colourCell0"));
+        click(findChildItem(page, "colourCell0"));
         QCOMPARE(colour.get(), std::string("-"));
         QTRY_COMPARE(model.eventIds(), (QStringList{"red", "plain", "ended"}));
 
-        click(child(page, "schemeCell1"));
+        click(findChildItem(page, "schemeCell1"));
         QVERIFY(dark.get() && !light.get() && !system.get());
         QCOMPARE(theme.get(), Theme::dark);
-        QTRY_VERIFY(child(child(page, "schemeCell1"), "checkmark")->isVisible());
-        click(child(page, "schemeCell0"));
+        QTRY_VERIFY(findChildItem(findChildItem(page, "schemeCell1"), "checkmark")->isVisible());
+        click(findChildItem(page, "schemeCell0"));
         QVERIFY(light.get() && !dark.get() && !system.get());
         QCOMPARE(theme.get(), Theme::light);
-        click(child(page, "schemeCell2"));
+        click(findChildItem(page, "schemeCell2"));
         QVERIFY(system.get() && !light.get() && !dark.get());
         QCOMPARE(theme.get(), Theme::systemDefault);
     }
@@ -439,7 +407,7 @@ private slots:
                 auto* page = show(item, dark);
                 QVERIFY(page);
                 if (popup) {
-                    click(child(page, "filterButton"));
+                    click(findChildItem(page, "filterButton"));
                 }
                 const QImage image = grab();
                 QVERIFY(distinctColours(image) > 8);

@@ -34,24 +34,11 @@
 #include <QSignalSpy>
 #include <QTest>
 #include <QUuid>
-#include <mutex>
 
 using namespace tidemark;
 using namespace tidemark::testing;
 
 namespace {
-
-std::mutex warningsLock;
-QStringList warnings;
-QtMessageHandler previousHandler = nullptr;
-
-void recordWarnings(QtMsgType type, const QMessageLogContext& context, const QString& message) {
-    if (type == QtWarningMsg || type == QtCriticalMsg || type == QtFatalMsg) {
-        std::lock_guard lock(warningsLock);
-        warnings << message;
-    }
-    previousHandler(type, context, message);
-}
 
 eventInfo stored(const std::string& id) {
     return Store::open().object<eventInfo>(id).value_or(eventInfo{});
@@ -76,42 +63,6 @@ void storeMemo(const std::string& eventId, const std::string& memoId, const std:
 }
 
 /// The names of the fields in which two events differ, joined by "+".
-std::string changedFields(const eventInfo& before, const eventInfo& after) {
-    std::string out;
-    std::apply(
-        [&](auto... f) {
-            ((before.*(f.member) != after.*(f.member)
-                  ? (void)(out += (out.empty() ? "" : "+") + std::string(f.name))
-                  : (void)0),
-             ...);
-        },
-        EventFields::fields());
-    return out;
-}
-
-/// Records, for each committed write to the events, which fields of one event it changed ("" for
-/// a commit that changed none of them, "gone" once the event is deleted).
-class WriteRecorder {
-public:
-    explicit WriteRecorder(std::string eventId) : id_(std::move(eventId)), last_(stored(id_)) {
-        token_ = Results<eventInfo>().observe([this] {
-            auto now = Store::open().object<eventInfo>(id_);
-            if (!now) {
-                writes.push_back("gone");
-                return;
-            }
-            writes.push_back(changedFields(last_, *now));
-            last_ = *now;
-        });
-    }
-    std::vector<std::string> writes;
-
-private:
-    std::string id_;
-    eventInfo last_;
-    ObservationToken token_;
-};
-
 /// The event of the widget data with that id, as published in the shared suite.
 QJsonObject publishedEvent(const QString& id) {
     auto* suite = DefaultsSuite::named(kSharedSuiteName);
@@ -135,29 +86,6 @@ QJsonObject publishedEvent(const QString& id) {
 
 long countOf(const CallLog& log, const std::string& entry) {
     return std::count(log->begin(), log->end(), entry);
-}
-
-/// The item named `name` under `root`, through the object tree and the visual tree.
-QQuickItem* child(QObject* root, const QString& name) {
-    if (!root) {
-        return nullptr;
-    }
-    QList<QObject*> queue{root};
-    while (!queue.isEmpty()) {
-        QObject* next = queue.takeFirst();
-        if (next != root && next->objectName() == name) {
-            if (auto* item = qobject_cast<QQuickItem*>(next)) {
-                return item;
-            }
-        }
-        queue += next->children();
-        if (auto* item = qobject_cast<QQuickItem*>(next)) {
-            for (auto* c : item->childItems()) {
-                queue += c;
-            }
-        }
-    }
-    return nullptr;
 }
 
 int distinctColours(const QImage& image) {
@@ -246,13 +174,13 @@ ApplicationWindow {
         QMetaObject::invokeMethod(host_, "pushPage", Q_RETURN_ARG(QVariant, page),
                                   Q_ARG(QVariant, file), Q_ARG(QVariant, properties));
         if (!QTest::qWaitFor(
-                [&] { return !child(host_, "appStack")->property("busy").toBool(); })) {
+                [&] { return !findChildItem(host_, "appStack")->property("busy").toBool(); })) {
             return nullptr;
         }
         return qobject_cast<QQuickItem*>(page.value<QObject*>());
     }
 
-    QObject* stack() const { return child(host_, "appStack"); }
+    QObject* stack() const { return findChildItem(host_, "appStack"); }
     int depth() const { return stack()->property("depth").toInt(); }
     QQuickItem* top() const {
         return qobject_cast<QQuickItem*>(stack()->property("currentItem").value<QObject*>());
@@ -298,7 +226,7 @@ ApplicationWindow {
 
 private slots:
     void initTestCase() {
-        previousHandler = qInstallMessageHandler(recordWarnings);
+        trapWarnings();
         QQuickStyle::setStyle(QStringLiteral("Material"));
         environment_ = std::make_unique<ScopedCalendarEnvironment>(
             fixedEnvironment("Europe/Berlin", "en_US", 2026, 3, 10, 10, 0));
@@ -315,8 +243,7 @@ private slots:
         storage_ = std::make_unique<IsolatedStorage>();
         services_ = std::make_unique<FakeServices>();
         Setting<bool>("ALL_APP_cloudkitFuncStatus", false).set(true);
-        std::lock_guard lock(warningsLock);
-        warnings.clear();
+        takeWarnings();
     }
 
     void cleanup() {
@@ -324,7 +251,7 @@ private slots:
         host_ = nullptr;
         services_.reset();
         storage_.reset();
-        std::lock_guard lock(warningsLock);
+        const QStringList warnings = takeWarnings();
         QVERIFY2(warnings.isEmpty(), qPrintable(warnings.join('\n')));
     }
 
@@ -334,7 +261,7 @@ private slots:
         cardEvent("e");
         CardViewModel card;
         card.setEventId("e");
-        WriteRecorder recorder("e");
+        FieldWriteRecorder recorder("e");
         log()->clear();
 
         QVERIFY(card.setColor("colorForUserSelection02"));
@@ -440,7 +367,7 @@ private slots:
         page.setEventId("e");
         QCOMPARE(page.titleForEvent(), QString("Concert"));
         QCOMPARE(page.contentForEvent(), QString("Row 12, seat 7"));
-        WriteRecorder recorder("e");
+        FieldWriteRecorder recorder("e");
 
         page.setTitleForEvent(title);
         page.setContentForEvent(content);
@@ -482,7 +409,7 @@ private slots:
         // Changing only the day still writes all three start fields (and the end ones).
         page.setStartDate(2026, 3, 21);
         QVERIFY(page.differs());
-        WriteRecorder recorder("e");
+        FieldWriteRecorder recorder("e");
         log()->clear();
         QVERIFY(page.save());
         QCOMPARE(static_cast<int>(recorder.writes.size()), commits);
@@ -495,7 +422,7 @@ private slots:
         if (endDate) {
             page.setEndDate(2031, 8, 15);
         }
-        WriteRecorder ordered("e");
+        FieldWriteRecorder ordered("e");
         QVERIFY(page.save());
         std::vector<std::string> expected{"eventStartDateYear", "eventStartDateMonth",
                                           "eventStartDateDay"};
@@ -680,56 +607,57 @@ private slots:
         cardEvent("e", withEndDate);
         auto* page = show("CardViewForEventObject.qml", {{"eventId", "e"}});
         QVERIFY(page);
-        QCOMPARE(child(page, "rowTitle")->property("text").toString(), QString("Concert"));
-        QVERIFY(child(page, "nextDatesSection")->isVisible());
+        QCOMPARE(findChildItem(page, "rowTitle")->property("text").toString(), QString("Concert"));
+        QVERIFY(findChildItem(page, "nextDatesSection")->isVisible());
 
         const int taps = haptics();
-        click(child(page, "colorButton2"));
+        click(findChildItem(page, "colorButton2"));
         QCOMPARE(stored("e").eventColorString, std::string("colorForUserSelection02"));
         QTRY_COMPARE(publishedEvent("e").value("eventColorString").toString(),
                      QString("colorForUserSelection02"));
-        click(child(page, "colorButton0"));
+        click(findChildItem(page, "colorButton0"));
         QCOMPARE(stored("e").eventColorString, std::string());
-        click(child(page, "starButton"));
+        click(findChildItem(page, "starButton"));
         QVERIFY(stored("e").eventStarOrNot);
         QCOMPARE(haptics(), taps + 3);
 
-        click(child(page, "trashButton"));
-        QTRY_VERIFY(child(page, "deleteConfirmButton")->isVisible());
-        QVERIFY(!child(page, "trashButton")->isVisible());
-        click(child(page, "deleteCancelButton"));
-        QTRY_VERIFY(child(page, "trashButton")->isVisible());
+        click(findChildItem(page, "trashButton"));
+        QTRY_VERIFY(findChildItem(page, "deleteConfirmButton")->isVisible());
+        QVERIFY(!findChildItem(page, "trashButton")->isVisible());
+        click(findChildItem(page, "deleteCancelButton"));
+        QTRY_VERIFY(findChildItem(page, "trashButton")->isVisible());
         QVERIFY(eventStored("e"));
 
         // Title page: an emptied title can't be saved; a new one is.
-        click(child(page, "titleContentRow"));
+        click(findChildItem(page, "titleContentRow"));
         QTRY_COMPARE(depth(), 3);
         settle();
         auto* titlePage = top();
         QCOMPARE(titlePage->objectName(), QString("editEventTitleContentPage"));
-        retype(child(titlePage, "titleField"), "");
-        click(child(titlePage, "saveButton"));
+        retype(findChildItem(titlePage, "titleField"), "");
+        click(findChildItem(titlePage, "saveButton"));
         QCOMPARE(depth(), 3);
         QCOMPARE(stored("e").eventTitle, std::string("Concert"));
-        retype(child(titlePage, "titleField"), "Opera");
-        click(child(titlePage, "saveButton"));
+        retype(findChildItem(titlePage, "titleField"), "Opera");
+        click(findChildItem(titlePage, "saveButton"));
         QTRY_COMPARE(depth(), 2);
         settle();
         QCOMPARE(stored("e").eventTitle, std::string("Opera"));
-        QTRY_COMPARE(child(page, "rowTitle")->property("text").toString(), QString("Opera"));
+        QTRY_COMPARE(findChildItem(page, "rowTitle")->property("text").toString(),
+                     QString("Opera"));
 
         // Start date page: pick the 25th, save; the widgets see it.
-        click(child(page, "startDateRow"));
+        click(findChildItem(page, "startDateRow"));
         QTRY_COMPARE(depth(), 3);
         settle();
         auto* datePage = top();
-        QVERIFY(child(datePage, "endDateRow")->isVisible());
-        QCOMPARE(child(datePage, "saveButton")->property("symbol").toString(),
+        QVERIFY(findChildItem(datePage, "endDateRow")->isVisible());
+        QCOMPARE(findChildItem(datePage, "saveButton")->property("symbol").toString(),
                  QString("keyboard.badge.ellipsis"));
-        click(child(child(datePage, "startDateRow"), "dateCell_25"));
-        QCOMPARE(child(datePage, "saveButton")->property("symbol").toString(),
+        click(findChildItem(findChildItem(datePage, "startDateRow"), "dateCell_25"));
+        QCOMPARE(findChildItem(datePage, "saveButton")->property("symbol").toString(),
                  QString("checkmark"));
-        click(child(datePage, "saveButton"));
+        click(findChildItem(datePage, "saveButton"));
         QTRY_COMPARE(depth(), 2);
         settle();
         QCOMPARE(stored("e").eventStartDateDay, 25);
@@ -737,7 +665,7 @@ private slots:
 
         // The share page and the pages of the rule editors open with the event.
         for (const char* row : {"shareRow", "repeatRow", "notiRow"}) {
-            click(child(page, row));
+            click(findChildItem(page, row));
             QTRY_COMPARE(depth(), 3);
             settle();
             QCOMPARE(top()->property("eventId").toString(), QString("e"));
@@ -746,9 +674,9 @@ private slots:
             settle();
         }
 
-        click(child(page, "trashButton"));
-        QTRY_VERIFY(child(page, "deleteConfirmButton")->isVisible());
-        click(child(page, "deleteConfirmButton"));
+        click(findChildItem(page, "trashButton"));
+        QTRY_VERIFY(findChildItem(page, "deleteConfirmButton")->isVisible());
+        click(findChildItem(page, "deleteConfirmButton"));
         QTRY_COMPARE(depth(), 1);
         settle();
         QVERIFY(!eventStored("e"));
@@ -758,18 +686,18 @@ private slots:
         cardEvent("e");
         auto* page = show("CardViewForEventObject.qml", {{"eventId", "e"}});
         QVERIFY(page);
-        click(child(page, "startDateRow"));
+        click(findChildItem(page, "startDateRow"));
         QTRY_COMPARE(depth(), 3);
         settle();
-        QVERIFY(child(top(), "startDateRow")->isVisible());
-        QVERIFY(!child(top(), "endDateRow")->isVisible());
+        QVERIFY(findChildItem(top(), "startDateRow")->isVisible());
+        QVERIFY(!findChildItem(top(), "endDateRow")->isVisible());
         realmDataFunc().deleteEventData("e");
         // The page opened from the card closes; the card shows its empty row.
         QTRY_COMPARE(depth(), 2);
         settle();
-        QTRY_VERIFY(child(page, "goneText")->isVisible());
-        QVERIFY(!child(page, "starDeleteRow")->isVisible());
-        QVERIFY(!child(page, "editTitleContentToolbarButton")->isVisible());
+        QTRY_VERIFY(findChildItem(page, "goneText")->isVisible());
+        QVERIFY(!findChildItem(page, "starDeleteRow")->isVisible());
+        QVERIFY(!findChildItem(page, "editTitleContentToolbarButton")->isVisible());
     }
 
     void memoPageWalk() {
@@ -781,30 +709,31 @@ private slots:
         auto* list = page->property("memoItems").value<MemoListModel*>();
         QVERIFY(list);
         QCOMPARE(list->memoIds(), (QStringList{"old", "new"}));
-        QCOMPARE(child(page, "orderButton")->property("symbol").toString(),
+        QCOMPARE(findChildItem(page, "orderButton")->property("symbol").toString(),
                  QString("arrow.up.to.line"));
-        click(child(page, "orderButton"));
+        click(findChildItem(page, "orderButton"));
         QCOMPARE(list->memoIds(), (QStringList{"new", "old"}));
-        QCOMPARE(child(page, "orderButton")->property("symbol").toString(),
+        QCOMPARE(findChildItem(page, "orderButton")->property("symbol").toString(),
                  QString("arrow.down.to.line"));
 
         // Add through the sheet.
         auto* sheet = page->property("addSheet").value<QObject*>();
-        click(child(page, "plusButton"));
+        click(findChildItem(page, "plusButton"));
         QTRY_VERIFY(sheet->property("opened").toBool());
         auto* sheetContent = sheet->property("contentItem").value<QQuickItem*>();
-        retype(child(sheetContent, "memoTitleField"), "Tickets");
+        retype(findChildItem(sheetContent, "memoTitleField"), "Tickets");
         const int taps = haptics();
-        click(child(sheetContent, "saveButton"));
+        click(findChildItem(sheetContent, "saveButton"));
         QTRY_VERIFY(!sheet->property("visible").toBool());
         QCOMPARE(haptics(), taps + 1);
         QCOMPARE(memoCount(), 3);
         QTRY_COMPARE(list->count(), 3);
         // The sheet opens empty again.
-        click(child(page, "plusButton"));
+        click(findChildItem(page, "plusButton"));
         QTRY_VERIFY(sheet->property("opened").toBool());
-        QCOMPARE(child(sheetContent, "memoTitleField")->property("text").toString(), QString());
-        QCOMPARE(child(sheetContent, "saveButton")->property("symbol").toString(),
+        QCOMPARE(findChildItem(sheetContent, "memoTitleField")->property("text").toString(),
+                 QString());
+        QCOMPARE(findChildItem(sheetContent, "saveButton")->property("symbol").toString(),
                  QString("keyboard.badge.ellipsis"));
         // Newest first: the memo stamped now heads the list.
         QCOMPARE(list->data(list->index(0), MemoListModel::TitleRole).toString(),
@@ -835,30 +764,30 @@ private slots:
         };
 
         // Edit in the centred popup: unchanged is blocked, a new title is saved in place.
-        auto* first = child(page, "memo0");
+        auto* first = findChildItem(page, "memo0");
         swipeOpen(first);
-        click(child(first, "editAction"));
+        click(findChildItem(first, "editAction"));
         auto* popup = page->property("editPopup").value<QObject*>();
         QTRY_VERIFY(popup->property("opened").toBool());
         auto* form = popup->property("contentItem").value<QQuickItem*>();
-        click(child(form, "saveButton"));
+        click(findChildItem(form, "saveButton"));
         QVERIFY(popup->property("visible").toBool());
-        retype(child(form, "memoTitleField"), "First");
-        click(child(form, "saveButton"));
+        retype(findChildItem(form, "memoTitleField"), "First");
+        click(findChildItem(form, "saveButton"));
         QTRY_VERIFY(!popup->property("visible").toBool());
         QCOMPARE(Store::open().object<memoDataForNotiObject>("m1")->title, std::string("First"));
         QCOMPARE(memoCount(), 2);
 
         // Delete without confirm; the event keeps its memo mark.
         QTest::qWait(300); // the rebuilt list's cards replace the old ones
-        auto* second = child(page, "memo1");
+        auto* second = findChildItem(page, "memo1");
         swipeOpen(second);
-        click(child(second, "deleteAction"));
+        click(findChildItem(second, "deleteAction"));
         QTRY_COMPARE(list->count(), 1);
         QCOMPARE(memoCount(), 1);
         QVERIFY(!Store::open().object<memoDataForNotiObject>("m2"));
         QVERIFY(stored("e").eventHaveMemoOrNot);
-        QVERIFY(!child(page, "emptyText")->isVisible());
+        QVERIFY(!findChildItem(page, "emptyText")->isVisible());
     }
 
     void renderEveryPage_data() {
@@ -942,7 +871,7 @@ private slots:
                 if (action == "openEdit") {
                     QMetaObject::invokeMethod(page, "openEdit", Q_ARG(QVariant, "m1"));
                 } else if (!action.isEmpty()) {
-                    click(child(page, action));
+                    click(findChildItem(page, action));
                 }
                 const QImage image = grab();
                 QVERIFY(distinctColours(image) > 8);

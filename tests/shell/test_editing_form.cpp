@@ -32,31 +32,6 @@ using namespace tidemark::testing;
 
 namespace {
 
-QStringList qmlWarnings;
-QtMessageHandler previousHandler = nullptr;
-
-void trapWarnings(QtMsgType type, const QMessageLogContext& context, const QString& message) {
-    if (type == QtWarningMsg || type == QtCriticalMsg) {
-        qmlWarnings << message;
-    }
-    previousHandler(type, context, message);
-}
-
-QQuickItem* findItem(QQuickItem* root, const QString& name) {
-    if (!root) {
-        return nullptr;
-    }
-    if (root->objectName() == name) {
-        return root;
-    }
-    for (auto* child : root->childItems()) {
-        if (auto* found = findItem(child, name)) {
-            return found;
-        }
-    }
-    return nullptr;
-}
-
 void storeEvent(const eventInfo& e) {
     auto s = Store::open();
     s.write([&] { s.add(e); });
@@ -124,7 +99,9 @@ private:
     QQuickWindow* window() const {
         return qobject_cast<QQuickWindow*>(engine_->rootObjects().first());
     }
-    QQuickItem* item(const QString& name) const { return findItem(window()->contentItem(), name); }
+    QQuickItem* item(const QString& name) const {
+        return findChildItem(window()->contentItem(), name);
+    }
     QObject* stack() const { return item("appStack"); }
     QQuickItem* topPage() const {
         return qvariant_cast<QQuickItem*>(stack()->property("currentItem"));
@@ -138,10 +115,10 @@ private:
     }
     void clickInPage(const QString& name) {
         QTest::qWait(30); // let the layouts settle after the last tap
-        auto* target = findItem(topPage(), name);
+        auto* target = findChildItem(topPage(), name);
         QVERIFY2(target, qPrintable(name));
         // Bring it into view first: the form scrolls.
-        auto* scroller = findItem(topPage(), "formScroller");
+        auto* scroller = findChildItem(topPage(), "formScroller");
         if (scroller) {
             const QPointF inContent = target->mapToItem(
                 qvariant_cast<QQuickItem*>(scroller->property("contentItem")), QPointF(0, 0));
@@ -155,12 +132,12 @@ private:
 
 private slots:
     void initTestCase() {
-        previousHandler = qInstallMessageHandler(trapWarnings);
+        trapWarnings();
         QQuickStyle::setStyle(QStringLiteral("Material"));
     }
 
     void init() {
-        qmlWarnings.clear();
+        takeWarnings();
         storage_ = std::make_unique<IsolatedStorage>();
         environment_ = std::make_unique<ScopedCalendarEnvironment>(
             fixedEnvironment("Europe/Berlin", "en_US", 2026, 3, 10, 8));
@@ -173,8 +150,8 @@ private slots:
         services_.reset();
         environment_.reset();
         storage_.reset();
-        if (!qmlWarnings.isEmpty()) {
-            QFAIL(qPrintable("Warnings: " + qmlWarnings.join("\n")));
+        if (const QStringList warnings = takeWarnings(); !warnings.isEmpty()) {
+            QFAIL(qPrintable("Warnings: " + warnings.join("\n")));
         }
     }
 
@@ -697,10 +674,10 @@ private slots:
         QTRY_COMPARE(topPage()->objectName(), QString("addNewEventPage"));
         QTRY_VERIFY(!stack()->property("busy").toBool());
         QVERIFY(!inputs_.addStarToThisEvent.get());
-        QVERIFY(!findItem(topPage(), "trashButton")->isVisible());
+        QVERIFY(!findChildItem(topPage(), "trashButton")->isVisible());
 
         // Confirm without a title: the badge and the alert with the title message.
-        QVERIFY(findItem(topPage(), "confirmBadge")->isVisible());
+        QVERIFY(findChildItem(topPage(), "confirmBadge")->isVisible());
         clickInPage("confirmButton");
         QObject* alert = topPage()->findChild<QObject*>("needMoreInfoAlert");
         QTRY_VERIFY(alert->property("visible").toBool());
@@ -714,8 +691,8 @@ private slots:
         for (const char c : std::string("Dinner with Ana")) {
             QTest::keyClick(window(), c);
         }
-        QTRY_VERIFY(findItem(topPage(), "keyboardDismissButton")->isVisible());
-        QVERIFY(!findItem(topPage(), "confirmBadge")->isVisible());
+        QTRY_VERIFY(findChildItem(topPage(), "keyboardDismissButton")->isVisible());
+        QVERIFY(!findChildItem(topPage(), "confirmBadge")->isVisible());
         clickInPage("colorButton_colorForUserSelection05");
         clickInPage("starSwitch");
         clickInPage("dateCell_12");
@@ -737,7 +714,7 @@ private slots:
         QTRY_VERIFY(!stack()->property("busy").toBool());
         clickInPage("repeatSwitch");
         clickInPage("memoSwitch");
-        QVERIFY(findItem(topPage(), "endDateSwitch")->isVisible());
+        QVERIFY(findChildItem(topPage(), "endDateSwitch")->isVisible());
         clickInPage("formBackButton");
         QTRY_COMPARE(topPage()->objectName(), QString("mainView"));
         QMetaObject::invokeMethod(item("mainView"), "openPage",
@@ -745,11 +722,11 @@ private slots:
                                   Q_ARG(QVariant, QVariantMap{}));
         QTRY_COMPARE(topPage()->objectName(), QString("addNewEventPage"));
         QTRY_VERIFY(!stack()->property("busy").toBool());
-        QVERIFY(findItem(topPage(), "repeatSwitch")->property("checked").toBool());
-        QVERIFY(findItem(topPage(), "memoSwitch")->property("checked").toBool());
+        QVERIFY(findChildItem(topPage(), "repeatSwitch")->property("checked").toBool());
+        QVERIFY(findChildItem(topPage(), "memoSwitch")->property("checked").toBool());
         // Nothing clears the inputs after a save: the star of the event added before is still on.
-        QVERIFY(findItem(topPage(), "starSwitch")->property("checked").toBool());
-        QCOMPARE(findItem(topPage(), "titleField")->property("text").toString(), QString());
+        QVERIFY(findChildItem(topPage(), "starSwitch")->property("checked").toBool());
+        QCOMPARE(findChildItem(topPage(), "titleField")->property("text").toString(), QString());
     }
 
     void rowEditRequestOpensTheFilledFormWhichDeletes() {
@@ -763,9 +740,10 @@ private slots:
                                           Q_ARG(QString, "EDIT1")));
         QTRY_COMPARE(topPage()->objectName(), QString("addNewEventPage"));
         QTRY_VERIFY(!stack()->property("busy").toBool());
-        QCOMPARE(findItem(topPage(), "titleField")->property("text").toString(), QString("Choir"));
-        QVERIFY(findItem(topPage(), "notiSwitch")->property("checked").toBool());
-        QCOMPARE(findItem(topPage(), "endDateText")->property("text").toString(),
+        QCOMPARE(findChildItem(topPage(), "titleField")->property("text").toString(),
+                 QString("Choir"));
+        QVERIFY(findChildItem(topPage(), "notiSwitch")->property("checked").toBool());
+        QCOMPARE(findChildItem(topPage(), "endDateText")->property("text").toString(),
                  QString("2026-06-30"));
         clickInPage("trashButton");
         QTRY_COMPARE(topPage()->objectName(), QString("mainView"));
@@ -903,11 +881,11 @@ private slots:
 
         const QRegularExpression key("[a-z]+[A-Z][A-Za-z0-9]*(String|Event|Explanation|Num)");
         for (const char* name : {"repeatRowExplanation", "notiRowExplanation", "formTitle"}) {
-            const QString text = findItem(topPage(), name)->property("text").toString();
+            const QString text = findChildItem(topPage(), name)->property("text").toString();
             QVERIFY2(!text.isEmpty() && !key.match(text).hasMatch(), qPrintable(text));
         }
         const QByteArray keep = qgetenv("TIDEMARK_PICTURE_DIR");
-        auto* scroller = findItem(topPage(), "formScroller");
+        auto* scroller = findChildItem(topPage(), "formScroller");
         for (const char* part : {"top", "bottom", "alert"}) {
             if (QByteArray(part) == "bottom") {
                 scroller->setProperty("contentY", scroller->property("contentHeight").toReal() -

@@ -32,7 +32,6 @@
 #include <QSignalSpy>
 #include <QTest>
 #include <QtQml>
-#include <mutex>
 
 using namespace tidemark;
 using namespace tidemark::testing;
@@ -42,18 +41,6 @@ Q_DECLARE_METATYPE(std::vector<std::int64_t>)
 Q_DECLARE_METATYPE(DraftEdit)
 
 namespace {
-
-std::mutex warningsLock;
-QStringList warnings;
-QtMessageHandler previousHandler = nullptr;
-
-void recordWarnings(QtMsgType type, const QMessageLogContext& context, const QString& message) {
-    if (type == QtWarningMsg || type == QtCriticalMsg || type == QtFatalMsg) {
-        std::lock_guard lock(warningsLock);
-        warnings << message;
-    }
-    previousHandler(type, context, message);
-}
 
 Haptics* testHaptics() {
     static auto* haptics = new Haptics;
@@ -102,68 +89,12 @@ eventInfo stored(const std::string& id) {
     return unwrap(Store::open().object<eventInfo>(id));
 }
 
-/// Records, commit by commit, which fields of one event each write changed ("-" when a write
-/// changed nothing), so a test sees the order of single-field writes as the store saw them.
-class WriteRecorder {
-public:
-    explicit WriteRecorder(std::string id) : id_(std::move(id)) {
-        previous_ = Store::open().object<eventInfo>(id_);
-        token_ = Results<eventInfo>().observe([this] { record(); });
-    }
-    QStringList commits;
-
-private:
-    void record() {
-        auto current = Store::open().object<eventInfo>(id_);
-        QStringList changed;
-        if (current && previous_) {
-            std::apply(
-                [&](auto... f) {
-                    (((*current).*(f.member) != (*previous_).*(f.member)
-                          ? void(changed << QString::fromUtf8(f.name.data(),
-                                                              static_cast<int>(f.name.size())))
-                          : void()),
-                     ...);
-                },
-                EventFields::fields());
-        }
-        commits << (changed.isEmpty() ? QStringLiteral("-") : changed.join('+'));
-        previous_ = current;
-    }
-    std::string id_;
-    std::optional<eventInfo> previous_;
-    ObservationToken token_;
-};
-
 QStringList keysOf(const std::vector<FieldWrite>& writes) {
     QStringList keys;
     for (const auto& w : writes) {
         keys << QString::fromStdString(w.key);
     }
     return keys;
-}
-
-/// The item named `name` under `root`, through the object tree and the visual tree.
-QQuickItem* child(QObject* root, const QString& name) {
-    if (!root) {
-        return nullptr;
-    }
-    QList<QObject*> queue{root};
-    while (!queue.isEmpty()) {
-        QObject* next = queue.takeFirst();
-        if (next != root && next->objectName() == name) {
-            if (auto* item = qobject_cast<QQuickItem*>(next)) {
-                return item;
-            }
-        }
-        queue += next->children();
-        if (auto* item = qobject_cast<QQuickItem*>(next)) {
-            for (auto* c : item->childItems()) {
-                queue += c;
-            }
-        }
-    }
-    return nullptr;
 }
 
 } // namespace
@@ -218,7 +149,7 @@ Pane {
         if (!QTest::qWaitForWindowExposed(view_.get())) {
             return nullptr;
         }
-        stack_ = child(root, "stack");
+        stack_ = findChildItem(root, "stack");
         QVariant pushed;
         QMetaObject::invokeMethod(root, "push", Q_RETURN_ARG(QVariant, pushed),
                                   Q_ARG(QVariant, page), Q_ARG(QVariant, properties));
@@ -255,7 +186,7 @@ Pane {
 
     /// Clicks the named item of the page, scrolling the page's Flickable to it first.
     void tap(QQuickItem* page, const QString& name) {
-        QQuickItem* item = child(page, name);
+        QQuickItem* item = findChildItem(page, name);
         QVERIFY2(item, qPrintable(name));
         QQuickItem* flick = item->parentItem();
         while (flick && !flick->inherits("QQuickFlickable")) {
@@ -273,7 +204,7 @@ Pane {
     }
 
     QString symbolOf(QQuickItem* page, const QString& name) {
-        auto* item = child(page, name);
+        auto* item = findChildItem(page, name);
         return item ? item->property("symbol").toString() : QString("<missing>");
     }
 
@@ -283,7 +214,7 @@ Pane {
 
 private slots:
     void initTestCase() {
-        previousHandler = qInstallMessageHandler(recordWarnings);
+        trapWarnings();
         environment_ = std::make_unique<ScopedCalendarEnvironment>(
             fixedEnvironment("Europe/Berlin", "en_US", 2026, 3, 10, 10, 0));
         installTranslations(*QCoreApplication::instance(), "en_US");
@@ -299,15 +230,14 @@ private slots:
     void init() {
         storage_ = std::make_unique<IsolatedStorage>();
         services_ = std::make_unique<FakeServices>();
-        std::lock_guard lock(warningsLock);
-        warnings.clear();
+        takeWarnings();
     }
 
     void cleanup() {
         view_.reset();
         services_.reset();
         storage_.reset();
-        std::lock_guard lock(warningsLock);
+        const QStringList warnings = takeWarnings();
         QVERIFY2(warnings.isEmpty(), qPrintable(warnings.join('\n')));
     }
 
@@ -544,10 +474,10 @@ private slots:
         QVERIFY(model.canSave());
 
         services_->log->clear();
-        WriteRecorder recorder("W");
+        FieldWriteRecorder recorder("W");
         QVERIFY(model.save());
         // The end date's year is written too, unchanged ("-").
-        QCOMPARE(recorder.commits,
+        QCOMPARE(recorder.commits(),
                  (QStringList{"eventType", "eventDateWhenEveryDayHour", "eventDateWhenEveryDayMin",
                               "eventNotiOrNot", "eventDateWhenCustomizeRepeatTimes", "-",
                               "eventEndDateMonth", "eventEndDateDay"}));
@@ -599,10 +529,10 @@ private slots:
                  (QList<int>{2026, 3, 20}));
         QVERIFY(!model.canSave());
         model.setEndDateOn(true);
-        WriteRecorder recorder("D");
+        FieldWriteRecorder recorder("D");
         QVERIFY(model.save());
-        QCOMPARE(recorder.commits, (QStringList{"eventHaveEndDateOrNot", "eventEndDateYear",
-                                                "eventEndDateMonth", "eventEndDateDay"}));
+        QCOMPARE(recorder.commits(), (QStringList{"eventHaveEndDateOrNot", "eventEndDateYear",
+                                                  "eventEndDateMonth", "eventEndDateDay"}));
     }
 
     void editNotiPageWritesOffAtOnceAndConfirmsInOrder() {
@@ -615,18 +545,18 @@ private slots:
         QVERIFY(model.needsTime());
         QVERIFY(model.canConfirm());
 
-        WriteRecorder recorder("W");
+        FieldWriteRecorder recorder("W");
         model.setNotiOn(false);
-        QCOMPARE(recorder.commits, QStringList{"eventNotiOrNot"});
+        QCOMPARE(recorder.commits(), QStringList{"eventNotiOrNot"});
         QVERIFY(!stored("W").eventNotiOrNot);
         model.setNotiOn(true);
-        QCOMPARE(recorder.commits.size(), 1); // turning it on waits for the confirm
+        QCOMPARE(recorder.commits().size(), 1); // turning it on waits for the confirm
 
         model.selectCode(4);
         model.setTime(21, 0);
         QVERIFY(model.confirm());
-        QCOMPARE(recorder.commits, (QStringList{"eventNotiOrNot", "eventNotiOrNot", "eventNotiType",
-                                                "eventNotiDateDayHour", "-"}));
+        QCOMPARE(recorder.commits(), (QStringList{"eventNotiOrNot", "eventNotiOrNot",
+                                                  "eventNotiType", "eventNotiDateDayHour", "-"}));
         const eventInfo after = stored("W");
         QVERIFY(after.eventNotiOrNot);
         QCOMPARE(after.eventNotiType, std::int64_t(4));
@@ -729,7 +659,7 @@ private slots:
         auto* page = open("RepeatEventSettingPage.qml");
         QVERIFY(page);
         QCOMPARE(depth(), 2);
-        QVERIFY(child(page, "noTypeText")->isVisible());
+        QVERIFY(findChildItem(page, "noTypeText")->isVisible());
         QCOMPARE(symbolOf(page, "confirmButton"), QString("keyboard.badge.ellipsis"));
         const int haptics = testHaptics()->requestCount();
         tap(page, "confirmButton");
@@ -737,46 +667,49 @@ private slots:
         QCOMPARE(testHaptics()->requestCount(), haptics + 1);
 
         tap(page, "typeSegment2");
-        QVERIFY(child(page, "weekdayGrid")->isVisible());
-        QVERIFY(!child(page, "noTypeText")->isVisible());
+        QVERIFY(findChildItem(page, "weekdayGrid")->isVisible());
+        QVERIFY(!findChildItem(page, "noTypeText")->isVisible());
         for (const char* cell : {"weekday5", "weekday4", "weekday3", "weekday2", "weekday1"}) {
             tap(page, cell);
         }
-        QVERIFY(!child(page, "weekdayShortcut")->property("selected").toBool());
-        QVERIFY(child(page, "weekday5")->property("selected").toBool());
+        QVERIFY(!findChildItem(page, "weekdayShortcut")->property("selected").toBool());
+        QVERIFY(findChildItem(page, "weekday5")->property("selected").toBool());
         tap(page, "weekdayShortcut");
-        QVERIFY(child(page, "weekdayShortcut")->property("selected").toBool());
+        QVERIFY(findChildItem(page, "weekdayShortcut")->property("selected").toBool());
         QCOMPARE(listText(decodeDayListArchive(week.get())), QString("1,2,3,4,5"));
         QCOMPARE(testHaptics()->requestCount(), haptics + 7);
         QCOMPARE(symbolOf(page, "confirmButton"), QString("checkmark"));
 
         tap(page, "typeSegment3");
         QCOMPARE(symbolOf(page, "confirmButton"), QString("keyboard.badge.ellipsis"));
-        QCOMPARE(child(page, "monthDay7")->property("text").toString(), QString("07"));
+        QCOMPARE(findChildItem(page, "monthDay7")->property("text").toString(), QString("07"));
         tap(page, "monthDay31");
         tap(page, "monthDay99");
-        QVERIFY(!child(page, "monthDay31")->property("selected").toBool());
-        QVERIFY(child(page, "monthDay99")->property("selected").toBool());
+        QVERIFY(!findChildItem(page, "monthDay31")->property("selected").toBool());
+        QVERIFY(findChildItem(page, "monthDay99")->property("selected").toBool());
         QCOMPARE(listText(decodeDayListArchive(month.get())), QString("99"));
         tap(page, "monthDayClear");
         QVERIFY(decodeDayListArchive(month.get()).empty());
 
         tap(page, "intervalSwitch");
         QVERIFY(interval.get());
-        QVERIFY(child(page, "intervalWheel")->isVisible());
-        QCOMPARE(child(page, "intervalWheel")->property("count").toInt(), 12);
-        QCOMPARE(child(page, "intervalUnit")->property("text").toString(), QString("months"));
-        QCOMPARE(child(page, "intervalWheel")->property("currentIndex").toInt(), 3); // shows 4
+        QVERIFY(findChildItem(page, "intervalWheel")->isVisible());
+        QCOMPARE(findChildItem(page, "intervalWheel")->property("count").toInt(), 12);
+        QCOMPARE(findChildItem(page, "intervalUnit")->property("text").toString(),
+                 QString("months"));
+        QCOMPARE(findChildItem(page, "intervalWheel")->property("currentIndex").toInt(),
+                 3); // shows 4
         // Turning the wheel up picks a larger number: the row it settles on.
-        drag(child(page, "intervalWheel"), -60);
+        drag(findChildItem(page, "intervalWheel"), -60);
         QTRY_VERIFY(wheel.get() > 4);
-        QCOMPARE(child(page, "intervalWheel")->property("currentIndex").toInt() + 1, wheel.get());
+        QCOMPARE(findChildItem(page, "intervalWheel")->property("currentIndex").toInt() + 1,
+                 wheel.get());
 
         tap(page, "typeSegment4");
-        QVERIFY(child(page, "yearlyDate")->isVisible());
-        QCOMPARE(child(page, "intervalWheel")->property("count").toInt(), 10);
+        QVERIFY(findChildItem(page, "yearlyDate")->isVisible());
+        QCOMPARE(findChildItem(page, "intervalWheel")->property("count").toInt(), 10);
         QCOMPARE(startDay.get(), std::int64_t(0));
-        QCOMPARE(child(page, "yearlyDate")->property("day").toInt(), 10);
+        QCOMPARE(findChildItem(page, "yearlyDate")->property("day").toInt(), 10);
 
         tap(page, "confirmButton");
         QCOMPARE(depth(), 1);
@@ -786,19 +719,22 @@ private slots:
         store(weeklyEvent());
         auto* page = open("EditRepeatEventSettingPage.qml", {{"eventId", "W"}});
         QVERIFY(page);
-        QVERIFY(child(page, "warningRow")->isVisible());
+        QVERIFY(findChildItem(page, "warningRow")->isVisible());
         QTest::qWait(300);
-        QCOMPARE(child(page, "intervalWheel")->property("currentIndex").toInt(), 1); // 3 stored
-        QVERIFY(child(page, "endDatePicker")->isVisible());
-        QCOMPARE(child(page, "endDateText")->property("text").toString(), QString("2026-06-30"));
+        QCOMPARE(findChildItem(page, "intervalWheel")->property("currentIndex").toInt(),
+                 1); // 3 stored
+        QVERIFY(findChildItem(page, "endDatePicker")->isVisible());
+        QCOMPARE(findChildItem(page, "endDateText")->property("text").toString(),
+                 QString("2026-06-30"));
         QCOMPARE(symbolOf(page, "confirmButton"), QString("keyboard.badge.ellipsis"));
         tap(page, "confirmButton");
         QCOMPARE(depth(), 2);
 
         // Changing the type and leaving by the chevron keeps the stored rule and reminder.
         tap(page, "typeSegment3");
-        QCOMPARE(child(page, "monthDay99")->property("symbol").toString(), QString("forward.end"));
-        QVERIFY(child(page, "lastDayGuide")->isVisible());
+        QCOMPARE(findChildItem(page, "monthDay99")->property("symbol").toString(),
+                 QString("forward.end"));
+        QVERIFY(findChildItem(page, "lastDayGuide")->isVisible());
         tap(page, "monthDay15");
         QCOMPARE(symbolOf(page, "confirmButton"), QString("checkmark"));
         tap(page, "dismissButton");
@@ -814,10 +750,10 @@ private slots:
         QCOMPARE(symbolOf(page, "confirmButton"), QString("keyboard.badge.ellipsis"));
         tap(page, "weekday1");
         tap(page, "weekday1");
-        WriteRecorder recorder("W");
+        FieldWriteRecorder recorder("W");
         tap(page, "confirmButton");
         QCOMPARE(depth(), 1);
-        QCOMPARE(recorder.commits, QStringList{"eventDateWhenEveryWeek"});
+        QCOMPARE(recorder.commits(), QStringList{"eventDateWhenEveryWeek"});
         QCOMPARE(listText(decodeDayListArchive(stored("W").eventDateWhenEveryWeek)),
                  QString("3,1"));
         QVERIFY(stored("W").eventNotiOrNot);
@@ -825,7 +761,7 @@ private slots:
         // A new type switches the reminder off.
         page = open("EditRepeatEventSettingPage.qml", {{"eventId", "W"}});
         tap(page, "typeSegment1");
-        QVERIFY(child(page, "dailyTime")->isVisible());
+        QVERIFY(findChildItem(page, "dailyTime")->isVisible());
         tap(page, "endDateSwitch");
         tap(page, "confirmButton");
         const eventInfo after = stored("W");
@@ -851,24 +787,24 @@ private slots:
         auto* page = open("NotiSettingPage.qml");
         QVERIFY(page);
         QCOMPARE(hour.get(), std::int64_t(0)); // a time is set (0:45): not filled from now
-        QVERIFY(child(page, "notiCode4"));
-        QVERIFY(child(page, "notiCode5"));
-        QVERIFY(!child(page, "notiCode7"));
-        QVERIFY(!child(page, "notiCode0"));
-        QVERIFY(child(page, "noCodeText")->isVisible());
-        QVERIFY(!child(page, "timeSection")->isVisible());
+        QVERIFY(findChildItem(page, "notiCode4"));
+        QVERIFY(findChildItem(page, "notiCode5"));
+        QVERIFY(!findChildItem(page, "notiCode7"));
+        QVERIFY(!findChildItem(page, "notiCode0"));
+        QVERIFY(findChildItem(page, "noCodeText")->isVisible());
+        QVERIFY(!findChildItem(page, "timeSection")->isVisible());
         QCOMPARE(symbolOf(page, "confirmButton"), QString("keyboard.badge.ellipsis"));
 
         tap(page, "notiCode5");
         QCOMPARE(code.get(), std::int64_t(5));
-        QVERIFY(!child(page, "noCodeText")->isVisible());
-        QVERIFY(child(child(page, "notiCode5"), "checkmark")->isVisible());
-        QVERIFY(!child(child(page, "notiCode4"), "checkmark")->isVisible());
-        QVERIFY(child(page, "timeSection")->isVisible());
+        QVERIFY(!findChildItem(page, "noCodeText")->isVisible());
+        QVERIFY(findChildItem(findChildItem(page, "notiCode5"), "checkmark")->isVisible());
+        QVERIFY(!findChildItem(findChildItem(page, "notiCode4"), "checkmark")->isVisible());
+        QVERIFY(findChildItem(page, "timeSection")->isVisible());
         tap(page, "shortcut2100");
         QCOMPARE(hour.get(), std::int64_t(21));
         QCOMPARE(minute.get(), std::int64_t(0));
-        QCOMPARE(child(page, "hourWheel")->property("currentIndex").toInt(), 21);
+        QCOMPARE(findChildItem(page, "hourWheel")->property("currentIndex").toInt(), 21);
         tap(page, "shortcut0900");
         QCOMPARE(hour.get(), std::int64_t(9));
         QCOMPARE(symbolOf(page, "confirmButton"), QString("checkmark"));
@@ -879,9 +815,9 @@ private slots:
         Setting<std::int64_t>("AE_newEventType", 0).set(1);
         code.set(10);
         page = open("NotiSettingPage.qml");
-        QVERIFY(child(page, "notiCode3"));
+        QVERIFY(findChildItem(page, "notiCode3"));
         tap(page, "notiCode1");
-        QVERIFY(!child(page, "timeSection")->isVisible());
+        QVERIFY(!findChildItem(page, "timeSection")->isVisible());
         QCOMPARE(code.get(), std::int64_t(1));
     }
 
@@ -889,13 +825,13 @@ private slots:
         store(weeklyEvent());
         auto* page = open("EditNotiSettingPage.qml", {{"eventId", "W"}});
         QVERIFY(page);
-        QVERIFY(child(page, "notiEditor")->isVisible());
-        QVERIFY(child(child(page, "notiCode5"), "checkmark")->isVisible());
-        QCOMPARE(child(page, "hourWheel")->property("currentIndex").toInt(), 9);
+        QVERIFY(findChildItem(page, "notiEditor")->isVisible());
+        QVERIFY(findChildItem(findChildItem(page, "notiCode5"), "checkmark")->isVisible());
+        QCOMPARE(findChildItem(page, "hourWheel")->property("currentIndex").toInt(), 9);
 
         tap(page, "notiSwitch");
         QVERIFY(!stored("W").eventNotiOrNot); // written without a confirm
-        QVERIFY(!child(page, "notiEditor")->isVisible());
+        QVERIFY(!findChildItem(page, "notiEditor")->isVisible());
         tap(page, "notiSwitch");
         QVERIFY(!stored("W").eventNotiOrNot);
         tap(page, "notiCode4");
@@ -911,9 +847,9 @@ private slots:
         // A leftover code of another type marks no row.
         store(weeklyEvent([](eventInfo& e) { e.eventNotiType = 1; }));
         page = open("EditNotiSettingPage.qml", {{"eventId", "W"}});
-        QVERIFY(!child(child(page, "notiCode4"), "checkmark")->isVisible());
-        QVERIFY(!child(child(page, "notiCode5"), "checkmark")->isVisible());
-        QVERIFY(child(page, "noCodeText")->isVisible());
+        QVERIFY(!findChildItem(findChildItem(page, "notiCode4"), "checkmark")->isVisible());
+        QVERIFY(!findChildItem(findChildItem(page, "notiCode5"), "checkmark")->isVisible());
+        QVERIFY(findChildItem(page, "noCodeText")->isVisible());
         QCOMPARE(symbolOf(page, "confirmButton"), QString("keyboard.badge.ellipsis"));
     }
 
