@@ -6,8 +6,11 @@
 #ifndef Q_MOC_RUN
 #include "QtTestSupport.h"
 #include "TestSupport.h"
+#include "browsing/TimelineActions.h"
 #include "editing/CardViewModel.h"
 #include "editing/MemoModels.h"
+#include "notifications/notiFunc.h"
+#include "platform/linux/LinuxNotificationCenter.h"
 #include "records/DayListArchive.h"
 #include "records/Defaults.h"
 #include "records/SettingsKeys.h"
@@ -432,6 +435,40 @@ private slots:
         }
         QCOMPARE(ordered.writes, expected);
         QCOMPARE(publishedEvent("e").value("eventStartDateYear").toInt(), 2027);
+    }
+
+    // A date changed on the card leaves the filed reminders alone; the timeline's next
+    // appearance files them for the new date. Filed in a real reminders file here.
+    void aCardDateChangeReachesTheRemindersWhenTheTimelineAppears() {
+        auto center = std::make_shared<LinuxNotificationCenter>(
+            storage_->dataHome() / "reminders.sqlite", nullptr);
+        setNotificationCenter(center);
+        cardEvent("e", [](eventObject& e) {
+            e.eventNotiOrNot = true;
+            e.eventNotiType = 4; // on the day
+            e.eventNotiDateDayHour = 9;
+        });
+        auto filed = [&] {
+            std::vector<NotificationRequest> pending;
+            center->pending([&](std::vector<NotificationRequest> p) { pending = std::move(p); });
+            return pending;
+        };
+        const double toTheTwentieth = 9 * 86400 + 23 * 3600; // 10 March 10:00 to 20 March 09:00
+        // The date comes back every year: the plan holds the coming ones, the first on the 20th.
+        TimelineActions().timelineAppeared();
+        QCOMPARE(filed().size(), notiFunc::kMaximumRequests);
+        QCOMPARE(filed()[0].delaySeconds, toTheTwentieth);
+
+        EditEventStartDateModel dates;
+        dates.setEventId("e");
+        dates.setStartDate(2026, 3, 25);
+        QVERIFY(dates.save());
+        QCOMPARE(filed()[0].delaySeconds, toTheTwentieth);
+
+        TimelineActions().timelineAppeared();
+        QCOMPARE(filed().size(), notiFunc::kMaximumRequests);
+        QCOMPARE(filed()[0].delaySeconds, toTheTwentieth + 5 * 86400); // before the clock change
+        QVERIFY(QString::fromStdString(filed()[0].identifier).startsWith("N-e@@"));
     }
 
     void startDatePickersKeepTheirRange() {
