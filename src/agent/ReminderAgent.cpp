@@ -136,8 +136,13 @@ void ReminderAgent::wake() {
     const double now = wallClockNow();
     std::vector<PendingRequest> due;
     std::vector<BackgroundTaskRequest> refreshes;
+    // Without a notification server the due reminders stay in the file; the server's arrival
+    // on the bus wakes the agent again.
+    const bool serverAnswers = notificationServerAvailable(QDBusConnection::sessionBus());
     try {
-        due = requests_->takeDue(now);
+        if (serverAnswers) {
+            due = requests_->takeDue(now);
+        }
         refreshes = requests_->takeDueBackgroundTasks(now);
     } catch (const PendingRequestsError& e) {
         qCWarning(lcAgent) << e.what();
@@ -148,8 +153,8 @@ void ReminderAgent::wake() {
             undelivered.push_back(request);
         }
     }
-    // Back into the file, still due: they go out when a notification server appears (or at the
-    // agent's next start).
+    // A server that went away meanwhile: back into the file, still due, for the next server (or
+    // the agent's next start).
     for (const auto& request : undelivered) {
         NotificationRequest again = request.request;
         again.delaySeconds = 0;

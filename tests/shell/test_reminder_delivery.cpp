@@ -82,6 +82,11 @@ private:
                                        double delay) {
         return NotificationRequest{id, title, "about " + title, delay, true, true};
     }
+    void startServer() {
+        server_.start("dunst", {"-config", work_.filePath("dunstrc")});
+        QVERIFY2(server_.waitForStarted(), "dunst is not installed (scripts/setup installs it)");
+        QTRY_VERIFY_WITH_TIMEOUT(owned(kNotificationsBusName), 10000);
+    }
     void dunstctl(const QStringList& arguments) {
         QProcess control;
         auto env = QProcessEnvironment::systemEnvironment();
@@ -162,9 +167,7 @@ private slots:
         dunstrc.close();
         env.insert("DBUS_SESSION_BUS_ADDRESS", address_);
         server_.setProcessEnvironment(env);
-        server_.start("dunst", {"-config", dunstrc.fileName()});
-        QVERIFY2(server_.waitForStarted(), "dunst is not installed (scripts/setup installs it)");
-        QTRY_VERIFY_WITH_TIMEOUT(owned(kNotificationsBusName), 10000);
+        startServer();
 
         center_ =
             std::make_unique<LinuxNotificationCenter>(PendingRequests::defaultPath(), wakeAgent);
@@ -234,6 +237,22 @@ private slots:
         wakeAgent(); // as the session's autostart or the app's next change would
         QTRY_COMPARE_WITH_TIMEOUT(shown().size(), before + 1, 10000);
         QCOMPARE(shown().last().summary, QString("Survivor"));
+    }
+
+    void aReminderWithoutAServerWaitsForOne() {
+        QTRY_VERIFY_WITH_TIMEOUT(owned(kAgentBusName), 5000);
+        const auto before = shown().size();
+        server_.kill();
+        server_.waitForFinished();
+        QTRY_VERIFY_WITH_TIMEOUT(!owned(kNotificationsBusName), 5000);
+        file(request("E10@@A", "Patient", 1));
+        QTest::qWait(2000); // due, and no server to show it
+        std::vector<NotificationRequest> waiting;
+        center_->pending([&](std::vector<NotificationRequest> p) { waiting = std::move(p); });
+        QCOMPARE(waiting.size(), std::size_t(1));
+        startServer();
+        QTRY_COMPARE_WITH_TIMEOUT(shown().size(), before + 1, 10000);
+        QCOMPARE(shown().last().summary, QString("Patient"));
     }
 
     void aSecondAgentLeavesTheWorkToTheFirst() {
