@@ -276,15 +276,6 @@ std::vector<BackgroundTaskRequest> PendingRequests::takeDueBackgroundTasks(doubl
     });
 }
 
-std::optional<double> PendingRequests::nextWake() const {
-    Statement s(impl_->db, "SELECT MIN(t) FROM (SELECT MIN(fire_at) AS t FROM requests UNION ALL "
-                           "SELECT MIN(earliest_begin) FROM background_tasks)");
-    if (s.step() && !s.isNull(0)) {
-        return s.real(0);
-    }
-    return std::nullopt;
-}
-
 std::optional<double> PendingRequests::nextWakeAfter(double now) const {
     Statement s(
         impl_->db,

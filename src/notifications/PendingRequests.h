@@ -61,10 +61,9 @@ public:
     /// Removes and answers the background tasks whose earliest begin date has come.
     std::vector<BackgroundTaskRequest> takeDueBackgroundTasks(double now);
 
-    /// The next moment something falls due (request or background task), if anything waits.
-    std::optional<double> nextWake() const;
-    /// The same, counting only what falls due after `now` (what is due already is being
-    /// delivered or waits for a notification server, not for the clock).
+    /// The next moment after `now` that something falls due (request or background task), if
+    /// anything waits. What is due already is being delivered or waits for a notification
+    /// server, not for the clock.
     std::optional<double> nextWakeAfter(double now) const;
 
     /// Whether the app has asked for permission to notify (before that, it is "not determined").

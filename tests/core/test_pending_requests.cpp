@@ -82,12 +82,12 @@ TEST_F(PendingRequestsTest, RemoveTakesOnlyTheNamedRequests) {
 
 TEST_F(PendingRequestsTest, TheNextWakeIsTheEarliestOfRequestsAndRefreshes) {
     PendingRequests file(path);
-    EXPECT_FALSE(file.nextWake());
+    EXPECT_FALSE(file.nextWakeAfter(0));
     file.submitBackgroundTask({"refresh", 500});
-    EXPECT_EQ(file.nextWake(), 500);
+    EXPECT_EQ(file.nextWakeAfter(0), 500);
     file.add(req("a", 100), 200); // 300
     file.add(req("b", -50), 200); // 150: overdue, waiting for a server
-    EXPECT_EQ(file.nextWake(), 150);
+    EXPECT_EQ(file.nextWakeAfter(0), 150);
     EXPECT_EQ(file.nextWakeAfter(150), 300);
     EXPECT_EQ(file.nextWakeAfter(300), 500);
     EXPECT_FALSE(file.nextWakeAfter(500));
