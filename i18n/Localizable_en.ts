@@ -3,6 +3,18 @@
 <TS version="2.1" language="en">
 <context>
     <name>Localizable</name>
+    <message id="Feedback&amp;Bugs _ Tide Mark">
+        <source>Feedback &amp; Bugs – Tide Mark</source>
+        <translation>Feedback &amp; Bugs – Tide Mark</translation>
+    </message>
+    <message id="Hello, World!">
+        <source>Hello, World!</source>
+        <translation>Hello, World!</translation>
+    </message>
+    <message id="aboutSubPageNavigationTitleString">
+        <source>About</source>
+        <translation>About</translation>
+    </message>
     <message id="addMemoTitleStringAtMemoForCardViewPage">
         <source>New memo</source>
         <translation>New memo</translation>
@@ -147,13 +159,45 @@
         <source>Tide Mark</source>
         <translation>Tide Mark</translation>
     </message>
+    <message id="appUpdateInfoAtAboutPage">
+        <source>Updated</source>
+        <translation>Updated</translation>
+    </message>
+    <message id="appVersionInfoAtAboutPage">
+        <source>Version</source>
+        <translation>Version</translation>
+    </message>
     <message id="appearanceSectionTitleStringAtFilterPage">
         <source>Appearance</source>
         <translation>Appearance</translation>
     </message>
+    <message id="backgroundPlainStringAtBackgroundPopup">
+        <source>Plain</source>
+        <translation>Plain</translation>
+    </message>
+    <message id="backgroundTideStringAtBackgroundPopup">
+        <source>Tide</source>
+        <translation>Tide</translation>
+    </message>
+    <message id="changeBackgroundImageMenuAtBrandNewSettingView">
+        <source>Background</source>
+        <translation>Background</translation>
+    </message>
     <message id="changeEventSettingWillCloseNotiSettingStringAtEditEventPage">
         <source>Changing the repeat type turns this event's reminder off.</source>
         <translation>Changing the repeat type turns this event's reminder off.</translation>
+    </message>
+    <message id="cloudArrivesLaterNoteString">
+        <source>Backup to and restore from your own WebDAV server (Nextcloud, ownCloud and others) arrive in a later version. Your events stay on this device until then.</source>
+        <translation>Backup to and restore from your own WebDAV server (Nextcloud, ownCloud and others) arrive in a later version. Your events stay on this device until then.</translation>
+    </message>
+    <message id="cloudFuncStatusOffTitleStringAtNotiSettingSubViewPage">
+        <source>Cloud backup is off</source>
+        <translation>Cloud backup is off</translation>
+    </message>
+    <message id="cloudFuncStatusOnTitleStringAtNotiSettingSubViewPage">
+        <source>Cloud backup is on</source>
+        <translation>Cloud backup is on</translation>
     </message>
     <message id="colorSectionTitleStringAtFilterPage">
         <source>Colour</source>
@@ -243,6 +287,10 @@
         <source>New Year's Day</source>
         <translation>New Year's Day</translation>
     </message>
+    <message id="feedback&amp;BugsAtSettingPage">
+        <source>Feedback &amp; bugs</source>
+        <translation>Feedback &amp; bugs</translation>
+    </message>
     <message id="filterContentPageNavigationTitleStringAtFilterPage">
         <source>Filter</source>
         <translation>Filter</translation>
@@ -251,9 +299,97 @@
         <source>System</source>
         <translation>System</translation>
     </message>
+    <message id="footerMakerLineString">
+        <source>Made with care by the Tide Mark developers</source>
+        <translation>Made with care by the Tide Mark developers</translation>
+    </message>
+    <message id="footerRegistrationLineString">
+        <source>Website registration: tidemark.org (filing in progress)</source>
+        <translation>Website registration: tidemark.org (filing in progress)</translation>
+    </message>
+    <message id="footerVersionLineString">
+        <source>Tide Mark %1</source>
+        <translation>Tide Mark %1</translation>
+    </message>
+    <message id="goToIcloudSettingPageAtSettingPage">
+        <source>Cloud backup</source>
+        <translation>Cloud backup</translation>
+    </message>
+    <message id="headerForAppInfoSectionStringAtAboutPage">
+        <source>This app</source>
+        <translation>This app</translation>
+    </message>
+    <message id="headerForOtherAppFromDevSectionStringAtAboutPage">
+        <source>From the developers</source>
+        <translation>From the developers</translation>
+    </message>
+    <message id="headerForShareAndRateSectionStringAtAboutPage">
+        <source>Share and rate</source>
+        <translation>Share and rate</translation>
+    </message>
+    <message id="helpAnswerString01">
+        <source>Tap the plus button at the bottom right (or press Ctrl+N), give the event a title and a date, and tap the check mark.</source>
+        <translation>Tap the plus button at the bottom right (or press Ctrl+N), give the event a title and a date, and tap the check mark.</translation>
+    </message>
+    <message id="helpAnswerString02">
+        <source>In the form, turn on Repeat and choose every day, week, month or year. An interval lets an event come every second week, every third month and so on.</source>
+        <translation>In the form, turn on Repeat and choose every day, week, month or year. An interval lets an event come every second week, every third month and so on.</translation>
+    </message>
+    <message id="helpAnswerString03">
+        <source>Check that reminders are on in Settings and that your desktop shows notifications. Reminders are planned for the next 60 occurrences and renewed every few hours.</source>
+        <translation>Check that reminders are on in Settings and that your desktop shows notifications. Reminders are planned for the next 60 occurrences and renewed every few hours.</translation>
+    </message>
+    <message id="helpAnswerString04">
+        <source>On the list tab, choose a kind in the title menu, or use the filter button for colours and ended events. The timeline shows the same list, newest first.</source>
+        <translation>On the list tab, choose a kind in the title menu, or use the filter button for colours and ended events. The timeline shows the same list, newest first.</translation>
+    </message>
+    <message id="helpAnswerString05">
+        <source>Ctrl+N adds an event, Escape closes the page or popup on top, and the date pickers take Page Up and Page Down.</source>
+        <translation>Ctrl+N adds an event, Escape closes the page or popup on top, and the date pickers take Page Up and Page Down.</translation>
+    </message>
+    <message id="helpQuestionString01">
+        <source>How do I add an event?</source>
+        <translation>How do I add an event?</translation>
+    </message>
+    <message id="helpQuestionString02">
+        <source>How do repeating events work?</source>
+        <translation>How do repeating events work?</translation>
+    </message>
+    <message id="helpQuestionString03">
+        <source>Why did a reminder not arrive?</source>
+        <translation>Why did a reminder not arrive?</translation>
+    </message>
+    <message id="helpQuestionString04">
+        <source>How do I find an event quickly?</source>
+        <translation>How do I find an event quickly?</translation>
+    </message>
+    <message id="helpQuestionString05">
+        <source>Which keys can I use on a desktop?</source>
+        <translation>Which keys can I use on a desktop?</translation>
+    </message>
+    <message id="helpSubPageNavigationTitleString">
+        <source>Help</source>
+        <translation>Help</translation>
+    </message>
     <message id="kindSectionTitleStringAtFilterPage">
         <source>Show</source>
         <translation>Show</translation>
+    </message>
+    <message id="lightAndDarkMode">
+        <source>Appearance</source>
+        <translation>Appearance</translation>
+    </message>
+    <message id="lightAndDarkModeAUTO">
+        <source>Follow the system</source>
+        <translation>Follow the system</translation>
+    </message>
+    <message id="lightAndDarkModeAlwaysDark">
+        <source>Always dark</source>
+        <translation>Always dark</translation>
+    </message>
+    <message id="lightAndDarkModeAlwaysLight">
+        <source>Always light</source>
+        <translation>Always light</translation>
     </message>
     <message id="memoDateTitleStringAtMemoForCardViewPage">
         <source>Date and time</source>
@@ -439,6 +575,10 @@
         <source>Keep your dates, anniversaries and repeating events here, and see at a glance how many days remain.</source>
         <translation>Keep your dates, anniversaries and repeating events here, and see at a glance how many days remain.</translation>
     </message>
+    <message id="projectSiteRowString">
+        <source>Tide Mark on the web</source>
+        <translation>Tide Mark on the web</translation>
+    </message>
     <message id="reminderOpenActionString">
         <source>Open</source>
         <translation>Open</translation>
@@ -447,17 +587,17 @@
         <source>Open the system's notification settings</source>
         <translation>Open the system's notification settings</translation>
     </message>
-    <message id="settingsComingString">
-        <source>Settings arrive in a later version.</source>
-        <translation>Settings arrive in a later version.</translation>
+    <message id="reviewButtonStringAtAboutPage">
+        <source>Rate Tide Mark</source>
+        <translation>Rate Tide Mark</translation>
     </message>
-    <message id="settingsRemindersRowDetailString">
-        <source>Reminders reach you even while Tide Mark is closed.</source>
-        <translation>Reminders reach you even while Tide Mark is closed.</translation>
+    <message id="settingVieNaviLinkStringBigTitleAtBrandNewMainView">
+        <source>Settings</source>
+        <translation>Settings</translation>
     </message>
-    <message id="settingsRemindersRowString">
-        <source>Reminders</source>
-        <translation>Reminders</translation>
+    <message id="shareButtonStringAtAboutPage">
+        <source>Share Tide Mark</source>
+        <translation>Share Tide Mark</translation>
     </message>
     <message id="shareExplanationStringAtEditShareSettingPage">
         <source>Sharing with a group is shown here; it can't be changed yet.</source>
@@ -470,6 +610,18 @@
     <message id="shareGroupTitleStringAtEditShareSettingPage">
         <source>Group</source>
         <translation>Group</translation>
+    </message>
+    <message id="shareLinkCopiedStringAtSettingPage">
+        <source>The app's web address is on the clipboard</source>
+        <translation>The app's web address is on the clipboard</translation>
+    </message>
+    <message id="shareLinkNotCopiedStringAtSettingPage">
+        <source>There is no clipboard to copy the address to</source>
+        <translation>There is no clipboard to copy the address to</translation>
+    </message>
+    <message id="shareSettingSubPageNavigationTitleString">
+        <source>Sharing</source>
+        <translation>Sharing</translation>
     </message>
     <message id="shareStateOffStringAtEditShareSettingPage">
         <source>Off</source>
@@ -487,6 +639,10 @@
         <source>Last day</source>
         <translation>Last day</translation>
     </message>
+    <message id="sourceCodeRowString">
+        <source>Source code</source>
+        <translation>Source code</translation>
+    </message>
     <message id="starredStringAtCardViewForEventObject">
         <source>Starred</source>
         <translation>Starred</translation>
@@ -498,6 +654,26 @@
     <message id="stringForRepeatSettingExplanationEventDayTextAfterNum">
         <source> · </source>
         <translation> · </translation>
+    </message>
+    <message id="supportMeSubPageNavigationTitleString">
+        <source>Support Tide Mark</source>
+        <translation>Support Tide Mark</translation>
+    </message>
+    <message id="supportMeThanksTextString">
+        <source>Tide Mark is made in spare time. If it helps you keep your dates, you can leave a small tip on its web page.</source>
+        <translation>Tide Mark is made in spare time. If it helps you keep your dates, you can leave a small tip on its web page.</translation>
+    </message>
+    <message id="supportMeThanksTitleString">
+        <source>Thank you for using Tide Mark</source>
+        <translation>Thank you for using Tide Mark</translation>
+    </message>
+    <message id="supportMeTipButtonString">
+        <source>Leave a tip</source>
+        <translation>Leave a tip</translation>
+    </message>
+    <message id="supportMeUnlocksNothingString">
+        <source>A tip is voluntary and unlocks nothing: every feature stays free for everyone.</source>
+        <translation>A tip is voluntary and unlocks nothing: every feature stays free for everyone.</translation>
     </message>
     <message id="tellUserChoseOneCycleTimeForCycleOrNot=0">
         <source>Choose how often the event repeats.</source>
@@ -546,6 +722,10 @@
     <message id="thisWeek7StringAtComputeFuncPageForNextEventDate">
         <source>This Sunday</source>
         <translation>This Sunday</translation>
+    </message>
+    <message id="timelineButtonStringAtEventList">
+        <source>Timeline</source>
+        <translation>Timeline</translation>
     </message>
     <message id="todayStringAtComputeFuncPageForNextEventDate">
         <source>Today</source>

@@ -3,6 +3,18 @@
 <TS version="2.1" language="zh_CN">
 <context>
     <name>Localizable</name>
+    <message id="Feedback&amp;Bugs _ Tide Mark">
+        <source>Feedback &amp; Bugs – Tide Mark</source>
+        <translation>反馈与问题 – 潮记</translation>
+    </message>
+    <message id="Hello, World!">
+        <source>Hello, World!</source>
+        <translation>Hello, World!</translation>
+    </message>
+    <message id="aboutSubPageNavigationTitleString">
+        <source>About</source>
+        <translation>关于</translation>
+    </message>
     <message id="addMemoTitleStringAtMemoForCardViewPage">
         <source>New memo</source>
         <translation>新备忘</translation>
@@ -147,13 +159,45 @@
         <source>Tide Mark</source>
         <translation>潮记</translation>
     </message>
+    <message id="appUpdateInfoAtAboutPage">
+        <source>Updated</source>
+        <translation>更新日期</translation>
+    </message>
+    <message id="appVersionInfoAtAboutPage">
+        <source>Version</source>
+        <translation>版本</translation>
+    </message>
     <message id="appearanceSectionTitleStringAtFilterPage">
         <source>Appearance</source>
         <translation>外观</translation>
     </message>
+    <message id="backgroundPlainStringAtBackgroundPopup">
+        <source>Plain</source>
+        <translation>纯色</translation>
+    </message>
+    <message id="backgroundTideStringAtBackgroundPopup">
+        <source>Tide</source>
+        <translation>潮汐</translation>
+    </message>
+    <message id="changeBackgroundImageMenuAtBrandNewSettingView">
+        <source>Background</source>
+        <translation>背景</translation>
+    </message>
     <message id="changeEventSettingWillCloseNotiSettingStringAtEditEventPage">
         <source>Changing the repeat type turns this event's reminder off.</source>
         <translation>更改重复类型会关闭此事件的提醒。</translation>
+    </message>
+    <message id="cloudArrivesLaterNoteString">
+        <source>Backup to and restore from your own WebDAV server (Nextcloud, ownCloud and others) arrive in a later version. Your events stay on this device until then.</source>
+        <translation>备份到你自己的 WebDAV 服务器（Nextcloud、ownCloud 等）以及从中恢复的功能将在后续版本中推出。在此之前，你的事件只保存在本设备上。</translation>
+    </message>
+    <message id="cloudFuncStatusOffTitleStringAtNotiSettingSubViewPage">
+        <source>Cloud backup is off</source>
+        <translation>云备份已关闭</translation>
+    </message>
+    <message id="cloudFuncStatusOnTitleStringAtNotiSettingSubViewPage">
+        <source>Cloud backup is on</source>
+        <translation>云备份已开启</translation>
     </message>
     <message id="colorSectionTitleStringAtFilterPage">
         <source>Colour</source>
@@ -243,6 +287,10 @@
         <source>New Year's Day</source>
         <translation>元旦</translation>
     </message>
+    <message id="feedback&amp;BugsAtSettingPage">
+        <source>Feedback &amp; bugs</source>
+        <translation>反馈与问题</translation>
+    </message>
     <message id="filterContentPageNavigationTitleStringAtFilterPage">
         <source>Filter</source>
         <translation>筛选</translation>
@@ -251,9 +299,97 @@
         <source>System</source>
         <translation>跟随系统</translation>
     </message>
+    <message id="footerMakerLineString">
+        <source>Made with care by the Tide Mark developers</source>
+        <translation>由潮记开发者用心制作</translation>
+    </message>
+    <message id="footerRegistrationLineString">
+        <source>Website registration: tidemark.org (filing in progress)</source>
+        <translation>网站备案：tidemark.org（备案办理中）</translation>
+    </message>
+    <message id="footerVersionLineString">
+        <source>Tide Mark %1</source>
+        <translation>潮记 %1</translation>
+    </message>
+    <message id="goToIcloudSettingPageAtSettingPage">
+        <source>Cloud backup</source>
+        <translation>云备份</translation>
+    </message>
+    <message id="headerForAppInfoSectionStringAtAboutPage">
+        <source>This app</source>
+        <translation>本应用</translation>
+    </message>
+    <message id="headerForOtherAppFromDevSectionStringAtAboutPage">
+        <source>From the developers</source>
+        <translation>来自开发者</translation>
+    </message>
+    <message id="headerForShareAndRateSectionStringAtAboutPage">
+        <source>Share and rate</source>
+        <translation>分享与评分</translation>
+    </message>
+    <message id="helpAnswerString01">
+        <source>Tap the plus button at the bottom right (or press Ctrl+N), give the event a title and a date, and tap the check mark.</source>
+        <translation>点右下角的加号按钮（或按 Ctrl+N），填写标题和日期，然后点对勾。</translation>
+    </message>
+    <message id="helpAnswerString02">
+        <source>In the form, turn on Repeat and choose every day, week, month or year. An interval lets an event come every second week, every third month and so on.</source>
+        <translation>在表单中打开“重复”，选择每天、每周、每月或每年。设置间隔可以让事件每隔两周、每隔三个月等重复。</translation>
+    </message>
+    <message id="helpAnswerString03">
+        <source>Check that reminders are on in Settings and that your desktop shows notifications. Reminders are planned for the next 60 occurrences and renewed every few hours.</source>
+        <translation>请确认设置中的提醒已开启，并且桌面允许显示通知。提醒会为接下来的 60 次发生提前安排，并每隔几小时更新。</translation>
+    </message>
+    <message id="helpAnswerString04">
+        <source>On the list tab, choose a kind in the title menu, or use the filter button for colours and ended events. The timeline shows the same list, newest first.</source>
+        <translation>在列表页的标题菜单中选择类型，或用筛选按钮按颜色和已结束事件筛选。时间线以最新优先的顺序显示同一列表。</translation>
+    </message>
+    <message id="helpAnswerString05">
+        <source>Ctrl+N adds an event, Escape closes the page or popup on top, and the date pickers take Page Up and Page Down.</source>
+        <translation>Ctrl+N 添加事件，Esc 关闭最上层的页面或弹窗，日期选择器支持 Page Up 和 Page Down。</translation>
+    </message>
+    <message id="helpQuestionString01">
+        <source>How do I add an event?</source>
+        <translation>如何添加事件？</translation>
+    </message>
+    <message id="helpQuestionString02">
+        <source>How do repeating events work?</source>
+        <translation>重复事件如何工作？</translation>
+    </message>
+    <message id="helpQuestionString03">
+        <source>Why did a reminder not arrive?</source>
+        <translation>为什么没有收到提醒？</translation>
+    </message>
+    <message id="helpQuestionString04">
+        <source>How do I find an event quickly?</source>
+        <translation>如何快速找到事件？</translation>
+    </message>
+    <message id="helpQuestionString05">
+        <source>Which keys can I use on a desktop?</source>
+        <translation>在桌面上可以使用哪些按键？</translation>
+    </message>
+    <message id="helpSubPageNavigationTitleString">
+        <source>Help</source>
+        <translation>帮助</translation>
+    </message>
     <message id="kindSectionTitleStringAtFilterPage">
         <source>Show</source>
         <translation>显示</translation>
+    </message>
+    <message id="lightAndDarkMode">
+        <source>Appearance</source>
+        <translation>外观</translation>
+    </message>
+    <message id="lightAndDarkModeAUTO">
+        <source>Follow the system</source>
+        <translation>跟随系统</translation>
+    </message>
+    <message id="lightAndDarkModeAlwaysDark">
+        <source>Always dark</source>
+        <translation>始终深色</translation>
+    </message>
+    <message id="lightAndDarkModeAlwaysLight">
+        <source>Always light</source>
+        <translation>始终浅色</translation>
     </message>
     <message id="memoDateTitleStringAtMemoForCardViewPage">
         <source>Date and time</source>
@@ -439,6 +575,10 @@
         <source>Keep your dates, anniversaries and repeating events here, and see at a glance how many days remain.</source>
         <translation>在这里记下日期、纪念日和重复事件，一眼看到还剩多少天。</translation>
     </message>
+    <message id="projectSiteRowString">
+        <source>Tide Mark on the web</source>
+        <translation>潮记官网</translation>
+    </message>
     <message id="reminderOpenActionString">
         <source>Open</source>
         <translation>打开</translation>
@@ -447,17 +587,17 @@
         <source>Open the system's notification settings</source>
         <translation>打开系统通知设置</translation>
     </message>
-    <message id="settingsComingString">
-        <source>Settings arrive in a later version.</source>
-        <translation>设置将在后续版本中推出。</translation>
+    <message id="reviewButtonStringAtAboutPage">
+        <source>Rate Tide Mark</source>
+        <translation>为潮记评分</translation>
     </message>
-    <message id="settingsRemindersRowDetailString">
-        <source>Reminders reach you even while Tide Mark is closed.</source>
-        <translation>即使潮记已关闭，提醒也会准时送达。</translation>
+    <message id="settingVieNaviLinkStringBigTitleAtBrandNewMainView">
+        <source>Settings</source>
+        <translation>设置</translation>
     </message>
-    <message id="settingsRemindersRowString">
-        <source>Reminders</source>
-        <translation>提醒</translation>
+    <message id="shareButtonStringAtAboutPage">
+        <source>Share Tide Mark</source>
+        <translation>分享潮记</translation>
     </message>
     <message id="shareExplanationStringAtEditShareSettingPage">
         <source>Sharing with a group is shown here; it can't be changed yet.</source>
@@ -470,6 +610,18 @@
     <message id="shareGroupTitleStringAtEditShareSettingPage">
         <source>Group</source>
         <translation>群组</translation>
+    </message>
+    <message id="shareLinkCopiedStringAtSettingPage">
+        <source>The app's web address is on the clipboard</source>
+        <translation>应用网址已复制到剪贴板</translation>
+    </message>
+    <message id="shareLinkNotCopiedStringAtSettingPage">
+        <source>There is no clipboard to copy the address to</source>
+        <translation>没有可用的剪贴板来复制网址</translation>
+    </message>
+    <message id="shareSettingSubPageNavigationTitleString">
+        <source>Sharing</source>
+        <translation>共享</translation>
     </message>
     <message id="shareStateOffStringAtEditShareSettingPage">
         <source>Off</source>
@@ -487,6 +639,10 @@
         <source>Last day</source>
         <translation>最后一天</translation>
     </message>
+    <message id="sourceCodeRowString">
+        <source>Source code</source>
+        <translation>源代码</translation>
+    </message>
     <message id="starredStringAtCardViewForEventObject">
         <source>Starred</source>
         <translation>已标星</translation>
@@ -498,6 +654,26 @@
     <message id="stringForRepeatSettingExplanationEventDayTextAfterNum">
         <source> · </source>
         <translation>日 </translation>
+    </message>
+    <message id="supportMeSubPageNavigationTitleString">
+        <source>Support Tide Mark</source>
+        <translation>支持潮记</translation>
+    </message>
+    <message id="supportMeThanksTextString">
+        <source>Tide Mark is made in spare time. If it helps you keep your dates, you can leave a small tip on its web page.</source>
+        <translation>潮记是在业余时间开发的。如果它帮你记住了重要的日子，你可以在官网上留下一点小费。</translation>
+    </message>
+    <message id="supportMeThanksTitleString">
+        <source>Thank you for using Tide Mark</source>
+        <translation>感谢你使用潮记</translation>
+    </message>
+    <message id="supportMeTipButtonString">
+        <source>Leave a tip</source>
+        <translation>留下小费</translation>
+    </message>
+    <message id="supportMeUnlocksNothingString">
+        <source>A tip is voluntary and unlocks nothing: every feature stays free for everyone.</source>
+        <translation>小费完全自愿，不会解锁任何功能：所有功能对每个人都免费。</translation>
     </message>
     <message id="tellUserChoseOneCycleTimeForCycleOrNot=0">
         <source>Choose how often the event repeats.</source>
@@ -546,6 +722,10 @@
     <message id="thisWeek7StringAtComputeFuncPageForNextEventDate">
         <source>This Sunday</source>
         <translation>本周日</translation>
+    </message>
+    <message id="timelineButtonStringAtEventList">
+        <source>Timeline</source>
+        <translation>时间线</translation>
     </message>
     <message id="todayStringAtComputeFuncPageForNextEventDate">
         <source>Today</source>

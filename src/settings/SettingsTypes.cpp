@@ -1,6 +1,7 @@
 #include "settings/SettingsTypes.h"
 
 #include "settings/NotiSettingModel.h"
+#include "settings/SettingViewModel.h"
 
 #include <QtQml>
 
@@ -8,6 +9,7 @@ namespace tidemark {
 
 void registerSettingsTypes() {
     qmlRegisterType<NotiSettingModel>("TideMark", 1, 0, "NotiSettingModel");
+    qmlRegisterType<SettingViewModel>("TideMark", 1, 0, "SettingViewModel");
 }
 
 } // namespace tidemark

@@ -13,11 +13,11 @@ Page {
 
     readonly property bool dark: Material.theme === Material.Dark
     BrowsingColors { id: colors; dark: page.dark }
-    background: Rectangle { color: colors.pageBackground }
+    background: PageBackground {}
 
     header: ToolBar {
-        Material.background: colors.pageBackground
         Material.elevation: 0
+        background: null
         RowLayout {
             anchors.fill: parent
             spacing: 0

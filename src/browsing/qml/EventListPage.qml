@@ -25,11 +25,11 @@ Page {
     Component.onCompleted: if (visible) appeared()
     onVisibleChanged: if (visible) appeared()
 
-    background: Rectangle { color: colors.pageBackground }
+    background: PageBackground {}
 
     header: ToolBar {
-        Material.background: colors.pageBackground
         Material.elevation: 0
+        background: null
         implicitHeight: 48
         RowLayout {
             anchors.fill: parent

@@ -6,8 +6,8 @@ import TideMark
 
 // One event row: colour mark, title, state symbols, type text, day count, content, dates, the
 // details disclosure and the row's buttons. Set `eventId`; an event that no longer exists draws
-// nothing. The memo, edit, share and card pages come later: until then the row only emits the
-// requests.
+// nothing. The row emits the requests of its buttons; the share button shows once sharing an
+// event as a picture is part of the app.
 Item {
     id: row
 
@@ -224,6 +224,8 @@ Item {
                 }
                 RowButton {
                     objectName: "shareButton"
+                    // Sharing an event as a picture isn't part of the app yet.
+                    visible: TideMarkApp.hasQmlFile("GenImageForEventFromView.qml")
                     symbol: "square.and.arrow.up"
                     tint: colors.symbolTint
                     onClicked: row.shareRequested(row.eventId)

@@ -4,9 +4,10 @@ import QtQuick.Controls.Material
 import QtQuick.Layouts
 import TideMark
 
-// The timeline: the kind menu, the link to the next few days, the filter button and the rows of
-// the filtered list. Each time it comes on screen it clears the pending reminders (planning them
-// afresh joins with the reminder planner). The pages it leads to come later: it emits requests.
+// The timeline: the kind menu, the filter button and the rows of the filtered list. Each time it
+// comes on screen it clears the pending reminders and plans them afresh. A row's buttons open
+// their pages on the stack the timeline is on (and are emitted as requests too). The link to the
+// next few days shows once that page is part of the app.
 Page {
     id: page
     objectName: "timelineView"
@@ -22,11 +23,21 @@ Page {
 
     BrowsingColors { id: colors; dark: page.dark }
     TimelineActions { id: actions }
-    AppStorage { id: kind; key: "TL_UIOptions_showWhichKindEventSelection"; defaultValue: 9 }
 
     function appeared() { actions.timelineAppeared() }
     Component.onCompleted: if (visible) appeared()
     onVisibleChanged: if (visible) appeared()
+
+    /// Pushes a page of the window's folder onto the timeline's stack, if it is on one.
+    function push(fileName, properties) {
+        if (page.StackView.view && TideMarkApp.hasQmlFile(fileName))
+            page.StackView.view.push(Qt.resolvedUrl(fileName), properties)
+    }
+    onMemoRequested: id => push("MemoForCardViewPage.qml", { eventId: id })
+    onCardRequested: id => push("CardViewForEventObject.qml", { eventId: id })
+    onEditRequested: id => push("AddNewEventPage.qml", { editOrAddNewEventCheckValue: true, eventId: id,
+                                                         resetAllDataWhenEnterFromCardView: true })
+    onNextFewDaysRequested: push("NextFewDaysEventView.qml", {})
 
     /// Opens the filter page on the enclosing StackView, or the filter popup without one.
     function openFilters() {
@@ -37,71 +48,29 @@ Page {
         }
     }
 
-    background: Rectangle { color: colors.pageBackground }
+    background: PageBackground {}
 
     header: ToolBar {
-        Material.background: colors.pageBackground
         Material.elevation: 0
+        background: null
         implicitHeight: 56
         RowLayout {
             anchors.fill: parent
             anchors.leftMargin: 8
             anchors.rightMargin: 8
             spacing: 4
-            ToolButton {
-                id: kindButton
+            RowButton {
+                objectName: "backButton"
+                visible: page.StackView.view !== null && page.StackView.index > 0
+                symbol: "chevron.left"
+                tint: colors.primaryText
+                onClicked: page.StackView.view.pop()
+            }
+            KindFilterButton {
                 objectName: "kindMenuButton"
-                Layout.fillWidth: true
-                Layout.maximumWidth: implicitWidth
-                onClicked: kindMenu.open()
-                contentItem: RowLayout {
-                    spacing: 4
-                    Label {
-                        objectName: "kindMenuTitle"
-                        text: rowsList.listModel.kindMenuTitle
-                        font.pixelSize: 20
-                        font.weight: Font.DemiBold
-                        color: colors.primaryText
-                        elide: Text.ElideRight
-                        Layout.fillWidth: true
-                    }
-                    Label {
-                        text: Symbols.glyph("chevron.down")
-                        font.family: Symbols.fontFamily
-                        font.pixelSize: 20
-                        color: colors.secondaryText
-                    }
-                }
-                Menu {
-                    id: kindMenu
-                    objectName: "kindMenu"
-                    y: kindButton.height
-                    Repeater {
-                        model: [9, 0, 1, 2, 3]
-                        delegate: MenuItem {
-                            required property int modelData
-                            objectName: "kindMenuItem" + modelData
-                            text: qsTrId({ 9: "menuShowAllEventStringForTimelineView",
-                                           0: "menuShowNotRepeatEventStringForTimelineView",
-                                           1: "menuShowRepeatType1EventStringForTimelineView",
-                                           2: "menuShowRepeatType2EventStringForTimelineView",
-                                           3: "menuShowStarEventStringForTimelineView" }[modelData])
-                            checkable: true
-                            checked: Number(kind.value) === modelData
-                            onTriggered: {
-                                kind.value = modelData
-                                // A tap toggles `checked` by hand: bind it to the setting again.
-                                checked = Qt.binding(() => Number(kind.value) === modelData)
-                            }
-                        }
-                    }
-                    MenuSeparator {}
-                    MenuItem {
-                        objectName: "kindMenuFilters"
-                        text: qsTrId("filterContentPageNavigationTitleStringAtFilterPage")
-                        onTriggered: page.openFilters()
-                    }
-                }
+                title: rowsList.listModel.kindMenuTitle
+                offersFilterPage: true
+                onFilterPageRequested: page.openFilters()
             }
             Item { Layout.fillWidth: true }
             RowButton {
@@ -119,6 +88,7 @@ Page {
 
         ItemDelegate {
             objectName: "nextFewDaysLink"
+            visible: TideMarkApp.hasQmlFile("NextFewDaysEventView.qml")
             Layout.fillWidth: true
             Layout.leftMargin: 16
             Layout.rightMargin: 16

@@ -44,7 +44,7 @@ Page {
         dark: page.dark
     }
 
-    background: Rectangle { color: tone.pageBackground }
+    background: PageBackground {}
 
     header: CardPageHeader {
         colors: tone

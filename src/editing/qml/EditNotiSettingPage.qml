@@ -22,7 +22,7 @@ Page {
 
     readonly property bool dark: Material.theme === Material.Dark
     RulesColors { id: colors; dark: page.dark }
-    background: Rectangle { color: colors.pageBackground }
+    background: PageBackground {}
 
     EditNotiRuleModel { id: rule; objectName: "model"; eventId: page.eventId }
 

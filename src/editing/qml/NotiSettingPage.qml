@@ -21,7 +21,7 @@ Page {
 
     readonly property bool dark: Material.theme === Material.Dark
     RulesColors { id: colors; dark: page.dark }
-    background: Rectangle { color: colors.pageBackground }
+    background: PageBackground {}
 
     AddNotiRuleModel { id: rule; objectName: "model" }
     Component.onCompleted: rule.appear()

@@ -13,8 +13,9 @@ ToolBar {
     default property alias trailing: buttons.data
     signal leadingClicked()
 
-    Material.background: colors.pageBackground
     Material.elevation: 0
+
+    background: null
 
     RowLayout {
         anchors.fill: parent

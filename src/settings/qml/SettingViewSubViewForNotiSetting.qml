@@ -17,7 +17,7 @@ Page {
 
     BrowsingColors { id: colors; dark: page.dark }
     NotiSettingModel { id: model }
-    background: Rectangle { color: colors.pageBackground }
+    background: PageBackground {}
 
     Component.onCompleted: model.appeared()
 
@@ -38,8 +38,8 @@ Page {
     }
 
     header: ToolBar {
-        Material.background: colors.pageBackground
         Material.elevation: 0
+        background: null
         RowLayout {
             anchors.fill: parent
             spacing: 0

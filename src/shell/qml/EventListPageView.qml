@@ -16,6 +16,7 @@ Item {
     signal editRequested(string eventId)
     signal cardRequested(string eventId)
     signal memoRequested(string eventId)
+    signal timelineRequested()
     property bool shown: false
     readonly property bool hasRowView: TideMarkApp.hasQmlFile("ListRowViewForTimeline.qml")
 
@@ -34,10 +35,50 @@ Item {
 
     FilteredEventListModel { id: events }
 
+    BrowsingColors { id: colors; dark: page.darkScheme }
+
+    // The kind filter's title, a menu of the kinds, and the way to the timeline.
+    RowLayout {
+        id: listHeader
+        anchors.left: parent.left
+        anchors.right: parent.right
+        anchors.top: parent.top
+        anchors.leftMargin: 12
+        anchors.rightMargin: 8
+        spacing: 4
+        KindFilterButton {
+            objectName: "kindFilterButton"
+            title: events.kindMenuTitle
+            fontSize: 17
+        }
+        Item { Layout.fillWidth: true }
+        ToolButton {
+            objectName: "timelineButton"
+            onClicked: page.timelineRequested()
+            contentItem: RowLayout {
+                spacing: 6
+                Label {
+                    text: Symbols.glyph("timeline.selection")
+                    font.family: Symbols.fontFamily
+                    font.pixelSize: 20
+                    color: NamedColors.color("tabBarIconColorForSelected", page.darkScheme)
+                }
+                Label {
+                    text: qsTrId("timelineButtonStringAtEventList")
+                    font.pixelSize: 15
+                    color: NamedColors.color("tabBarIconColorForSelected", page.darkScheme)
+                }
+            }
+        }
+    }
+
     ListView {
         id: list
         objectName: "eventList"
-        anchors.fill: parent
+        anchors.left: parent.left
+        anchors.right: parent.right
+        anchors.top: listHeader.bottom
+        anchors.bottom: parent.bottom
         clip: true
         spacing: 8
         leftMargin: 16

@@ -40,17 +40,60 @@ ApplicationWindow {
             appStack.push(Qt.resolvedUrl(fileName), properties, StackView.Immediate)
     }
 
-    // The pages of the window: the main screen at the bottom, the pages it opens above it.
-    StackView {
-        id: appStack
-        objectName: "appStack"
-        anchors.fill: parent
-        initialItem: MainView {
-            id: mainView
-            objectName: "mainView"
-            darkScheme: window.darkScheme
-            popups: popupManager
+    /// Shows a short note at the top of the window for a moment.
+    function showNote(text) {
+        note.text = text
+        note.open()
+    }
+
+    // Escape and the Back key leave the top page (an open popup or menu closes itself first);
+    // Ctrl+N opens the new-event form from anywhere but the form itself.
+    Shortcut {
+        sequences: [StandardKey.New]
+        onActivated: {
+            const top = appStack.currentItem
+            if (!top || top.objectName !== "addNewEventPage")
+                mainView.openNewEventForm()
         }
+    }
+
+    // The pages of the window: the main screen at the bottom, the pages it opens above it.
+    FocusScope {
+        anchors.fill: parent
+        focus: true
+        Keys.onEscapePressed: event => window.goBack(event)
+        Keys.onBackPressed: event => window.goBack(event)
+
+        StackView {
+            id: appStack
+            objectName: "appStack"
+            anchors.fill: parent
+            focus: true
+            initialItem: MainView {
+                id: mainView
+                objectName: "mainView"
+                darkScheme: window.darkScheme
+                popups: popupManager
+                onNoteRequested: text => window.showNote(text)
+            }
+        }
+    }
+
+    function goBack(event) {
+        if (appStack.depth > 1) {
+            appStack.pop()
+            event.accepted = true
+        }
+    }
+
+    ToolTip {
+        id: note
+        objectName: "note"
+        parent: Overlay.overlay
+        x: (parent.width - width) / 2
+        y: 24
+        timeout: 2200
+        font.pixelSize: 15
     }
 
     PopupManager {

@@ -12,6 +12,9 @@ Item {
 
     property bool darkScheme: false
     property var popups: null
+
+    /// Asks the window to show a short note at the top.
+    signal noteRequested(string text)
     // A tab shown for a picture, over the persisted one; "" shows the persisted tab.
     property string pictureTab: ""
 
@@ -67,32 +70,70 @@ Item {
         openFile("MemoForCardViewPage.qml", { eventId: eventId })
     }
 
-    Rectangle {
-        anchors.fill: parent
-        color: mainView.Material.background
+    function openTimeline() {
+        Haptics.impact()
+        openFile("TimelineView.qml", {})
+    }
+    function openDisplayModePage() {
+        Haptics.impact()
+        openFile("DisplayModeSettingPageAtMainView.qml", {})
+    }
+    function openFilterPopup() {
+        Haptics.impact()
+        filterPopup.open()
     }
 
-    // The screen's headline: today's date, or the next-few-days title, by the page setting. It
-    // is read when the tab changes; like every date on screen it has no day-change timer.
-    Label {
+    AppStorage { id: alwaysLight; key: "colorSchemeSetToAlwaysLight"; defaultValue: false }
+    AppStorage { id: alwaysDark; key: "colorSchemeSetToAlwaysDark"; defaultValue: false }
+
+    PageBackground {
+        anchors.fill: parent
+    }
+
+    // The screen's headline: today's date, or the next-few-days title, by the page setting, with
+    // the appearance and filter buttons beside it. It is read when the tab changes; like every
+    // date on screen it has no day-change timer.
+    RowLayout {
         id: headline
-        objectName: "headline"
         anchors.left: parent.left
         anchors.right: parent.right
         anchors.top: parent.top
         anchors.leftMargin: 20
-        anchors.rightMargin: 20
-        topPadding: 14
-        bottomPadding: 2
-        visible: mainView.shownTab !== "moreView" && text !== ""
-        text: {
-            mainView.shownTab // read again on each tab change
-            return TideMarkApp.headline(tabViewSelection.value)
+        anchors.rightMargin: 8
+        visible: mainView.shownTab !== "moreView"
+        spacing: 0
+        Label {
+            objectName: "headline"
+            Layout.fillWidth: true
+            topPadding: 14
+            bottomPadding: 2
+            text: {
+                mainView.shownTab // read again on each tab change
+                return TideMarkApp.headline(tabViewSelection.value)
+            }
+            font.pixelSize: 26
+            font.bold: true
+            elide: Text.ElideRight
         }
-        font.pixelSize: 26
-        font.bold: true
-        elide: Text.ElideRight
+        RowButton {
+            objectName: "displayModeButton"
+            Layout.topMargin: 10
+            symbol: alwaysLight.value ? "sun.min" : alwaysDark.value ? "moon.zzz" : "light.max"
+            tint: NamedColors.color("tabBarIconColorForSelected", mainView.darkScheme)
+            Accessible.name: qsTrId("lightAndDarkMode")
+            onClicked: mainView.openDisplayModePage()
+        }
+        RowButton {
+            objectName: "mainFilterButton"
+            Layout.topMargin: 10
+            symbol: "line.3.horizontal.decrease.circle"
+            tint: NamedColors.color("tabBarIconColorForSelected", mainView.darkScheme)
+            Accessible.name: qsTrId("filterContentPageNavigationTitleStringAtFilterPage")
+            onClicked: mainView.openFilterPopup()
+        }
     }
+
+    FilterSettingPopupForMainView { id: filterPopup; dark: mainView.darkScheme }
 
     Item {
         id: pages
@@ -133,6 +174,7 @@ Item {
             sourceComponent: EventListPageView {
                 darkScheme: mainView.darkScheme
                 shown: listLoader.visible
+                onTimelineRequested: mainView.openTimeline()
                 onEditRequested: id => mainView.openEditForm(id)
                 onCardRequested: id => mainView.openCard(id)
                 onMemoRequested: id => mainView.openMemos(id)
@@ -144,11 +186,10 @@ Item {
             anchors.fill: parent
             visible: mainView.shownTab === "moreView"
             active: visible || item !== null
-            sourceComponent: SettingPlaceholderView {}
             // The settings screen opens its pages through the main screen's stack.
-            onLoaded: {
-                if (item.pageRequested !== undefined)
-                    item.pageRequested.connect(mainView.openPage)
+            sourceComponent: SettingView {
+                onPageRequested: (url, properties) => mainView.openPage(url, properties)
+                onNoteRequested: text => mainView.noteRequested(text)
             }
         }
     }

@@ -15,7 +15,8 @@ QtObject {
         "tabBarIconColorForSelected": "#1F7A8C", "tabBarIconColorForNotSelected": "#9AA5AD",
         "tabBarIconColorForPlusButton": "#E5534B",
         "selectedDateBackground": "#1F7A8C", "selectedDateTextFroeground": "#FFFFFF",
-        "verStackCardsForegroundColorTry": "#1C2430", "verStackCardsBackgroundNewTry": "#F1F4F6"
+        "verStackCardsForegroundColorTry": "#1C2430", "verStackCardsBackgroundNewTry": "#F1F4F6",
+        "ThemeBG": "#F7F8FA", "Sun": "#F5B83D", "Moon": "#5B6B9A"
     })
     readonly property var dark: ({
         "colorForUserSelection01": "#FF6F66", "colorForUserSelection02": "#FFA24D",
@@ -27,7 +28,8 @@ QtObject {
         "tabBarIconColorForSelected": "#5CC8DA", "tabBarIconColorForNotSelected": "#6B7780",
         "tabBarIconColorForPlusButton": "#FF6F66",
         "selectedDateBackground": "#5CC8DA", "selectedDateTextFroeground": "#0B1A1E",
-        "verStackCardsForegroundColorTry": "#E8EDF1", "verStackCardsBackgroundNewTry": "#1E252C"
+        "verStackCardsForegroundColorTry": "#E8EDF1", "verStackCardsBackgroundNewTry": "#1E252C",
+        "ThemeBG": "#161B20", "Sun": "#F7C45E", "Moon": "#9AA9D8"
     })
 
     function color(name, darkScheme) {

@@ -47,7 +47,16 @@ QtObject {
         "star.slash.fill": "\ue83a",
         "xmark": "\ue5cd",
         "arrow.down.to.line": "\ue258",
-        "arrow.up.to.line": "\ue25a"
+        "arrow.up.to.line": "\ue25a",
+        "photo.stack": "\ue413",
+        "icloud": "\ue2bd",
+        "envelope": "\ue158",
+        "info.circle": "\ue88e",
+        "questionmark.circle": "\ue8fd",
+        "heart": "\ue87d",
+        "link": "\ue89e",
+        "person.2": "\ue7ef",
+        "timeline.selection": "\ue922"
     })
 
     function glyph(name) {

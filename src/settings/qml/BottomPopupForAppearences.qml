@@ -1,0 +1,113 @@
+import QtQuick
+import QtQuick.Controls
+import QtQuick.Controls.Material
+import QtQuick.Layouts
+import TideMark
+
+// The appearance choice from the bottom of the screen: follow the system, always light or always
+// dark. A circle slides between the sun's and the moon's colour to show the choice; the window
+// changes at once.
+Popup {
+    id: popup
+    objectName: "bottomPopupForAppearences"
+
+    required property TimelineActions actions
+    readonly property bool dark: Material.theme === Material.Dark
+    BrowsingColors { id: colors; dark: popup.dark }
+    AppStorage { id: alwaysLight; key: "colorSchemeSetToAlwaysLight"; defaultValue: false }
+    AppStorage { id: alwaysDark; key: "colorSchemeSetToAlwaysDark"; defaultValue: false }
+    AppStorage { id: followSystem; key: "colorSchemeSetToFollowSystem"; defaultValue: false }
+
+    function between(a, b) {
+        return Qt.rgba((a.r + b.r) / 2, (a.g + b.g) / 2, (a.b + b.b) / 2, 1)
+    }
+
+    parent: Overlay.overlay
+    modal: true
+    focus: true
+    width: parent ? Math.min(parent.width, 480) : 390
+    x: parent ? (parent.width - width) / 2 : 0
+    y: parent ? parent.height - height : 0
+    padding: 20
+    topPadding: 12
+    closePolicy: Popup.CloseOnEscape | Popup.CloseOnPressOutside
+
+    enter: Transition { NumberAnimation { property: "y"; from: popup.parent ? popup.parent.height : 800; duration: 220; easing.type: Easing.OutCubic } }
+    exit: Transition { NumberAnimation { property: "y"; to: popup.parent ? popup.parent.height : 800; duration: 180 } }
+
+    background: Rectangle {
+        color: NamedColors.color("ThemeBG", popup.dark)
+        radius: 22
+        Rectangle { // square off the bottom corners
+            anchors.bottom: parent.bottom
+            width: parent.width
+            height: 22
+            color: parent.color
+        }
+    }
+
+    contentItem: ColumnLayout {
+        spacing: 12
+        Rectangle {
+            Layout.alignment: Qt.AlignHCenter
+            width: 40
+            height: 5
+            radius: 3
+            color: colors.cardBorder
+        }
+        Label {
+            text: qsTrId("lightAndDarkMode")
+            font.pixelSize: 20
+            font.weight: Font.DemiBold
+            color: colors.primaryText
+        }
+        // The sky: the circle stands left as the sun, right as the moon, in the middle for
+        // "follow the system".
+        Rectangle {
+            id: sky
+            Layout.fillWidth: true
+            implicitHeight: 64
+            radius: 32
+            color: colors.cardBackground
+            border.color: colors.cardBorder
+            readonly property real position: alwaysLight.value ? 0 : alwaysDark.value ? 1 : 0.5
+            Rectangle {
+                objectName: "themeCircle"
+                width: 48
+                height: 48
+                radius: 24
+                y: 8
+                x: 8 + sky.position * (sky.width - width - 16)
+                color: alwaysDark.value ? NamedColors.color("Moon", popup.dark)
+                     : alwaysLight.value ? NamedColors.color("Sun", popup.dark)
+                     : popup.between(NamedColors.color("Sun", popup.dark), NamedColors.color("Moon", popup.dark))
+                Behavior on x { NumberAnimation { duration: 320; easing.type: Easing.OutBack } }
+                Behavior on color { ColorAnimation { duration: 320 } }
+            }
+        }
+        Repeater {
+            model: [
+                { scheme: TimelineActions.FollowSystem, symbol: "gearshape", key: "lightAndDarkModeAUTO" },
+                { scheme: TimelineActions.AlwaysLight, symbol: "sun.min", key: "lightAndDarkModeAlwaysLight" },
+                { scheme: TimelineActions.AlwaysDark, symbol: "moon.zzz", key: "lightAndDarkModeAlwaysDark" }
+            ]
+            delegate: SettingsRow {
+                id: choiceRow
+                required property var modelData
+                readonly property bool current: [alwaysLight, alwaysDark, followSystem][modelData.scheme].value === true
+                objectName: "appearanceChoice" + modelData.scheme
+                symbol: current ? "checkmark" : modelData.symbol
+                title: qsTrId(modelData.key)
+                chevron: false
+                background: Rectangle {
+                    radius: 12
+                    color: choiceRow.current ? colors.chipBackground : "transparent"
+                }
+                onClicked: {
+                    Haptics.impact()
+                    popup.actions.chooseColorScheme(modelData.scheme)
+                }
+            }
+        }
+    }
+}

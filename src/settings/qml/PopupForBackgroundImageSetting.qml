@@ -1,0 +1,101 @@
+import QtQuick
+import QtQuick.Controls
+import QtQuick.Controls.Material
+import QtQuick.Layouts
+import TideMark
+
+// The page background choice: the plain page colour or the app's tide picture, each shown as a
+// small preview; the choice holds for every page at once.
+Popup {
+    id: popup
+    objectName: "popupForBackgroundImageSetting"
+
+    readonly property var backgroundImage: ["noneBlankBackgroungImage", "brandNewMainViewBackgroundImage"]
+    readonly property bool dark: Material.theme === Material.Dark
+    BrowsingColors { id: colors; dark: popup.dark }
+    AppStorage {
+        id: allAppBackgroundSettingString
+        key: "UI_BGIMAGE_allAppBackgroundSettingString"
+        defaultValue: "noneBlankBackgroungImage"
+    }
+
+    parent: Overlay.overlay
+    modal: true
+    focus: true
+    width: parent ? Math.min(parent.width - 32, 420) : 358
+    x: parent ? (parent.width - width) / 2 : 16
+    y: parent ? (parent.height - height) / 2 : 200
+    padding: 20
+    closePolicy: Popup.CloseOnEscape | Popup.CloseOnPressOutside
+
+    background: Rectangle { color: colors.pageBackground; radius: 22 }
+
+    contentItem: ColumnLayout {
+        spacing: 14
+        Label {
+            text: qsTrId("changeBackgroundImageMenuAtBrandNewSettingView")
+            font.pixelSize: 20
+            font.weight: Font.DemiBold
+            color: colors.primaryText
+        }
+        RowLayout {
+            spacing: 14
+            Repeater {
+                model: popup.backgroundImage
+                delegate: AbstractButton {
+                    id: choice
+                    required property string modelData
+                    required property int index
+                    readonly property bool current: allAppBackgroundSettingString.value === modelData
+                    objectName: "backgroundChoice" + index
+                    Layout.fillWidth: true
+                    implicitHeight: 230
+                    onClicked: {
+                        Haptics.impact()
+                        allAppBackgroundSettingString.value = modelData
+                    }
+                    contentItem: ColumnLayout {
+                        spacing: 8
+                        Rectangle {
+                            Layout.fillWidth: true
+                            Layout.fillHeight: true
+                            radius: 14
+                            clip: true
+                            color: popup.dark ? "#101418" : "#F2F4F7"
+                            border.width: choice.current ? 3 : 1
+                            border.color: choice.current ? NamedColors.color("tabBarIconColorForSelected", popup.dark)
+                                                         : colors.cardBorder
+                            Image {
+                                anchors.fill: parent
+                                anchors.margins: parent.border.width
+                                visible: choice.index === 1
+                                source: visible ? "qrc:/images/brandNewMainViewBackgroundImage-" + (popup.dark ? "dark" : "light") + ".png" : ""
+                                sourceSize.width: 240
+                                fillMode: Image.PreserveAspectCrop
+                                asynchronous: true
+                            }
+                            Label {
+                                anchors.right: parent.right
+                                anchors.bottom: parent.bottom
+                                anchors.margins: 8
+                                visible: choice.current
+                                text: Symbols.glyph("checkmark")
+                                font.family: Symbols.fontFamily
+                                font.pixelSize: 22
+                                color: NamedColors.color("tabBarIconColorForSelected", popup.dark)
+                            }
+                        }
+                        Label {
+                            Layout.fillWidth: true
+                            horizontalAlignment: Text.AlignHCenter
+                            text: choice.index === 0 ? qsTrId("backgroundPlainStringAtBackgroundPopup")
+                                                     : qsTrId("backgroundTideStringAtBackgroundPopup")
+                            color: colors.primaryText
+                            font.pixelSize: 14
+                        }
+                    }
+                }
+            }
+        }
+    }
+}
