@@ -1,132 +1,75 @@
 #include "shell/Screenshots.h"
 
-#include "records/Store.h"
+#include "records/XdgPaths.h"
+#include "shell/Tour.h"
 
 #include <QDir>
+#include <QDirIterator>
 #include <QFile>
 #include <QImage>
 #include <QQuickWindow>
 #include <QTimer>
 #include <QVariant>
+#include <cstdio>
 #include <memory>
 
 namespace tidemark {
 
 namespace {
 
-// One picture: a tab of the main screen, or a page file pushed above it.
-struct Shot {
-    QString tab;
-    QString page;
-    QString scheme;
-    QString qmlFile;       ///< set for a pushed page
-    QVariantMap arguments; ///< the page's properties
-    bool takesEventId = false;
-};
-
-// The pages pushed above the main screen, each with the properties it is opened with. Pages that
-// show an event get the first event of the store.
-struct PageEntry {
-    const char* qmlFile;
-    const char* mode; ///< "" or a suffix of the picture's name
-    QVariantMap arguments;
-    bool takesEventId;
-};
-
-QList<PageEntry> pageEntries() {
-    const QVariantMap none;
-    const QVariantMap addForm{{"editOrAddNewEventCheckValue", false},
-                              {"eventId", QString()},
-                              {"resetAllDataWhenEnterFromCardView", true}};
-    const QVariantMap editForm{{"editOrAddNewEventCheckValue", true},
-                               {"resetAllDataWhenEnterFromCardView", true}};
-    return {
-        {"AddNewEventPage.qml", "add", addForm, false},
-        {"AddNewEventPage.qml", "edit", editForm, true},
-        {"RepeatEventSettingPage.qml", "", none, false},
-        {"EditRepeatEventSettingPage.qml", "", none, true},
-        {"NotiSettingPage.qml", "", none, false},
-        {"EditNotiSettingPage.qml", "", none, true},
-        {"CardViewForEventObject.qml", "", none, true},
-        {"EditEventTitleContentPage.qml", "", none, true},
-        {"EditEventStartDatePage.qml", "", none, true},
-        {"EditShareSettingPage.qml", "", none, true},
-        {"MemoForCardViewPage.qml", "", none, true},
-        {"MemoForCardViewAddMemoHalfPage.qml", "", none, true},
-        {"CenterPopupForAddOrEditMemoView.qml", "", none, true},
-        {"SettingViewSubViewForNotiSetting.qml", "", none, false},
-    };
-}
-
-QList<Shot> shots() {
-    QList<Shot> list;
-    const QList<QPair<QString, QString>> pages = {
-        {QStringLiteral("summaryView"), QStringLiteral("calendar")},
-        {QStringLiteral("eventListView"), QStringLiteral("list")},
-        {QStringLiteral("moreView"), QStringLiteral("settings")}};
-    const QStringList schemes = {QStringLiteral("light"), QStringLiteral("dark")};
-    for (const auto& scheme : schemes) {
-        for (const auto& [tab, page] : pages) {
-            list.append({tab, page, scheme, {}, {}, false});
-        }
-    }
-    // Pages of the editing area that are part of this build.
-    for (const auto& entry : pageEntries()) {
-        const QString file = QString::fromLatin1(entry.qmlFile);
-        if (!QFile::exists(QStringLiteral(":/qml/") + file)) {
-            continue;
-        }
-        QString page = file.chopped(4);
-        if (*entry.mode) {
-            page += QLatin1Char('-') + QString::fromLatin1(entry.mode);
-        }
-        for (const auto& scheme : schemes) {
-            list.append({{}, page, scheme, file, entry.arguments, entry.takesEventId});
-        }
-    }
+const QStringList& schemes() {
+    static const QStringList list = {QStringLiteral("light"), QStringLiteral("dark")};
     return list;
 }
 
-QString fileName(const Shot& shot) {
-    return QStringLiteral("%1-%2-%3.png")
-        .arg(shot.qmlFile.isEmpty() ? QStringLiteral("main") : QStringLiteral("page"), shot.page,
-             shot.scheme);
+QString fileName(const TourStop& stop, const QString& scheme) {
+    return stop.page + (stop.mode.isEmpty() ? QString() : QLatin1Char('-') + stop.mode) +
+           QLatin1Char('-') + scheme + QStringLiteral(".png");
 }
 
-// The eventId of the first event in store order, "" for an empty store.
-QString firstEventId() {
-    const auto events = Store::open().objects<eventInfo>();
-    return events.empty() ? QString() : QString::fromStdString(events.front().eventId);
+bool copyFolder(const QString& from, const QString& to) {
+    if (!QDir(from).exists()) {
+        return true;
+    }
+    bool copied = QDir().mkpath(to);
+    QDirIterator files(from, QDir::Files | QDir::Hidden, QDirIterator::Subdirectories);
+    while (files.hasNext()) {
+        const QString source = files.next();
+        const QString target = QDir(to).filePath(QDir(from).relativeFilePath(source));
+        copied = QDir().mkpath(QFileInfo(target).path()) && QFile::copy(source, target) && copied;
+    }
+    return copied;
 }
 
-// Time for a page's first appearance (its queued fills) to land before the picture.
-constexpr int kSettleMs = 400;
+struct Run {
+    QQuickWindow* window;
+    QString folder;
+    std::function<void(bool)> done;
+    QList<QPair<TourStop, QString>> todo; // stop and scheme
+    bool allSaved = true;
+};
 
-void takeNext(QQuickWindow* window, const QString& folder, std::shared_ptr<QList<Shot>> todo,
-              bool allSaved, std::function<void(bool)> done) {
-    if (todo->isEmpty()) {
-        QMetaObject::invokeMethod(window, "showPageForPicture", Q_ARG(QVariant, QString()),
-                                  Q_ARG(QVariant, QVariantMap()), Q_ARG(QVariant, QString()));
-        QMetaObject::invokeMethod(window, "showForPicture", Q_ARG(QVariant, QString()),
-                                  Q_ARG(QVariant, QString()));
-        done(allSaved);
+void takeNext(const std::shared_ptr<Run>& run) {
+    if (run->todo.isEmpty()) {
+        run->window->setProperty("pictureScheme", QString());
+        returnToMainScreen(run->window);
+        run->done(run->allSaved);
         return;
     }
-    const Shot shot = todo->takeFirst();
-    if (shot.qmlFile.isEmpty()) {
-        QMetaObject::invokeMethod(window, "showForPicture", Q_ARG(QVariant, shot.tab),
-                                  Q_ARG(QVariant, shot.scheme));
-    } else {
-        QVariantMap arguments = shot.arguments;
-        if (shot.takesEventId) {
-            arguments.insert(QStringLiteral("eventId"), firstEventId());
+    const auto [stop, scheme] = run->todo.takeFirst();
+    run->window->setProperty("pictureScheme", scheme);
+    walkTourStop(run->window, stop, [run, stop, scheme](QObject* target, const QString& error) {
+        if (!target) {
+            // A way through a stored event or memo is closed on a store without one.
+            std::fprintf(stderr, "%s %s\n",
+                         stop.needsEvent ? "Left out:" : "Not reached:", qPrintable(error));
+            run->allSaved = run->allSaved && stop.needsEvent;
+            takeNext(run);
+            return;
         }
-        QMetaObject::invokeMethod(window, "showPageForPicture", Q_ARG(QVariant, shot.qmlFile),
-                                  Q_ARG(QVariant, arguments), Q_ARG(QVariant, shot.scheme));
-    }
-    QTimer::singleShot(kSettleMs, window, [=] {
-        const bool saved = window->grabWindow().save(QDir(folder).filePath(fileName(shot)));
-        takeNext(window, folder, todo, allSaved && saved, done);
+        const QString path = QDir(run->folder).filePath(fileName(stop, scheme));
+        run->allSaved = run->window->grabWindow().save(path) && run->allSaved;
+        takeNext(run);
     });
 }
 
@@ -134,15 +77,41 @@ void takeNext(QQuickWindow* window, const QString& folder, std::shared_ptr<QList
 
 QStringList pagePictureNames() {
     QStringList names;
-    for (const auto& shot : shots()) {
-        names << fileName(shot);
+    for (const auto& scheme : schemes()) {
+        for (const auto& stop : tourStops()) {
+            names << fileName(stop, scheme);
+        }
     }
     return names;
 }
 
+bool useCopyOfUserData(const QString& folder) {
+    const QString data = QString::fromStdString(xdgDataHome().string());
+    const QString config = QString::fromStdString(xdgConfigHome().string());
+    const QString dataCopy = QDir(folder).filePath(QStringLiteral("data"));
+    const QString configCopy = QDir(folder).filePath(QStringLiteral("config"));
+    bool copied = QDir().mkpath(dataCopy) && QDir().mkpath(configCopy);
+    for (const auto& name :
+         {QStringLiteral("tidemark"), QStringLiteral("group.marlowharbor.tideMark")}) {
+        copied = copyFolder(QDir(data).filePath(name), QDir(dataCopy).filePath(name)) && copied;
+    }
+    copied = copyFolder(QDir(config).filePath(QStringLiteral("tidemark")),
+                        QDir(configCopy).filePath(QStringLiteral("tidemark"))) &&
+             copied;
+    qputenv("XDG_DATA_HOME", QFile::encodeName(dataCopy));
+    qputenv("XDG_CONFIG_HOME", QFile::encodeName(configCopy));
+    return copied;
+}
+
 void savePagePictures(QQuickWindow* window, const QString& folder, std::function<void(bool)> done) {
     QDir().mkpath(folder);
-    takeNext(window, folder, std::make_shared<QList<Shot>>(shots()), true, std::move(done));
+    auto run = std::make_shared<Run>(Run{window, folder, std::move(done), {}});
+    for (const auto& scheme : schemes()) {
+        for (const auto& stop : tourStops()) {
+            run->todo.append({stop, scheme});
+        }
+    }
+    takeNext(run);
 }
 
 } // namespace tidemark

@@ -1,7 +1,7 @@
-// Pictures of every page of the window: each tab of the main screen in light and in dark, saved
-// as PNG files named main-<page>-<scheme>.png ("main-calendar-light.png", ...), then each page of
-// the editing area that this build has, pushed above the main screen, as
-// page-<page>-<scheme>.png ("page-AddNewEventPage-add-light.png", ...).
+// Pictures of every page of the window, light and dark: the tour walks to each page by taps and
+// saves it as <QML type>[-<mode>]-<scheme>.png ("SettingView-light.png",
+// "AddNewEventPage-edit-dark.png"). The run works on a copy of the user's data, so the taps
+// change nothing the user keeps.
 #pragma once
 
 #include <QString>
@@ -12,13 +12,16 @@ class QQuickWindow;
 
 namespace tidemark {
 
-/// The file names savePagePictures writes, in order.
+/// The file names savePagePictures writes for a store with events and memos, in order.
 QStringList pagePictureNames();
 
-/// Shows each page in turn through the window's showForPicture(tab, scheme) and
-/// showPageForPicture(file, properties, scheme) and saves it into `folder`; then goes back to the
-/// main screen and calls `done` with whether every picture was saved. The persisted tab is left
-/// as it was. Pages of one event show the first event in store order.
+/// Copies the app's data and settings folders into `folder` and points $XDG_DATA_HOME and
+/// $XDG_CONFIG_HOME there for the rest of the process. False if a copy failed.
+bool useCopyOfUserData(const QString& folder);
+
+/// Walks the tour in light, then in dark, saving each page into `folder`, then calls `done`
+/// with whether every reachable page was saved. Pages reached through a stored event or memo are
+/// left out (and named on standard error) when the store has none.
 void savePagePictures(QQuickWindow* window, const QString& folder, std::function<void(bool)> done);
 
 } // namespace tidemark

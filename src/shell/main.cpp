@@ -12,6 +12,7 @@
 #include <QQmlApplicationEngine>
 #include <QQuickStyle>
 #include <QQuickWindow>
+#include <QTemporaryDir>
 #include <QTimer>
 #include <cstdio>
 
@@ -35,6 +36,13 @@ int main(int argc, char* argv[]) {
     if (!takesPictures && instance.claim(options->url, options->notificationResponse) ==
                               tidemark::SingleInstance::Outcome::handedOver) {
         return 0;
+    }
+    // Pictures are taken on a copy of the user's data: the tour's taps change settings.
+    QTemporaryDir pictureData;
+    if (takesPictures && !tidemark::useCopyOfUserData(pictureData.path())) {
+        std::fprintf(stderr, "Could not copy the data for the pictures to %s\n",
+                     qPrintable(pictureData.path()));
+        return 1;
     }
     tidemark::setCalendarEnvironment(options->environment);
     tidemark::installTranslations(app, options->environment.localeId);

@@ -5,7 +5,8 @@ import QtQuick.Layouts
 import TideMark
 
 // The event list tab: every time it comes on screen the kind filter goes back to all events, then
-// it lists the rows of the filtered list. The filter button opens the filter popup.
+// it lists the rows of the filtered list. Its header holds the kind menu under the kind's title,
+// the way to the timeline and the filter button, which opens the filter popup.
 Page {
     id: page
     objectName: "eventListPage"
@@ -17,6 +18,7 @@ Page {
     signal editRequested(string eventId)
     signal shareRequested(string eventId)
     signal cardRequested(string eventId)
+    signal timelineRequested()
 
     BrowsingColors { id: colors; dark: page.dark }
     AppStorage { id: kind; key: "TL_UIOptions_showWhichKindEventSelection"; defaultValue: 9 }
@@ -25,7 +27,7 @@ Page {
     Component.onCompleted: if (visible) appeared()
     onVisibleChanged: if (visible) appeared()
 
-    background: PageBackground {}
+    background: null
 
     header: ToolBar {
         Material.elevation: 0
@@ -33,16 +35,31 @@ Page {
         implicitHeight: 48
         RowLayout {
             anchors.fill: parent
-            anchors.leftMargin: 20
+            anchors.leftMargin: 8
             anchors.rightMargin: 8
-            Label {
+            KindFilterButton {
                 objectName: "kindTitle"
-                text: rowsList.listModel.kindMenuTitle
-                font.pixelSize: 15
-                font.weight: Font.DemiBold
-                color: colors.secondaryText
-                elide: Text.ElideRight
-                Layout.fillWidth: true
+                title: rowsList.listModel.kindMenuTitle
+                fontSize: 16
+            }
+            Item { Layout.fillWidth: true }
+            ToolButton {
+                objectName: "timelineButton"
+                onClicked: page.timelineRequested()
+                contentItem: RowLayout {
+                    spacing: 6
+                    Label {
+                        text: Symbols.glyph("timeline.selection")
+                        font.family: Symbols.fontFamily
+                        font.pixelSize: 20
+                        color: NamedColors.color("tabBarIconColorForSelected", page.dark)
+                    }
+                    Label {
+                        text: qsTrId("timelineButtonStringAtEventList")
+                        font.pixelSize: 15
+                        color: NamedColors.color("tabBarIconColorForSelected", page.dark)
+                    }
+                }
             }
             RowButton {
                 objectName: "filterButton"

@@ -25,19 +25,9 @@ ApplicationWindow {
                   : Material.System
     Material.accent: NamedColors.color("selectedDateBackground", darkScheme)
 
-    // Shows one page for a picture without touching the persisted tab; empty strings go back.
-    function showForPicture(tab, pictureSchemeName) {
-        mainView.pictureTab = tab
-        pictureScheme = pictureSchemeName
-    }
-
-    // Pushes a page of the window's folder for a picture, at once and without animation; an
-    // empty name goes back to the main screen.
-    function showPageForPicture(fileName, properties, pictureSchemeName) {
-        pictureScheme = pictureSchemeName
+    /// Leaves every page above the main screen at once.
+    function returnToMainScreen() {
         appStack.pop(null, StackView.Immediate)
-        if (fileName !== "")
-            appStack.push(Qt.resolvedUrl(fileName), properties, StackView.Immediate)
     }
 
     /// Shows a short note at the top of the window for a moment.

@@ -15,11 +15,9 @@ Item {
 
     /// Asks the window to show a short note at the top.
     signal noteRequested(string text)
-    // A tab shown for a picture, over the persisted one; "" shows the persisted tab.
-    property string pictureTab: ""
 
     readonly property string currentTab: currentTabSetting.value
-    readonly property string shownTab: pictureTab !== "" ? pictureTab : currentTab
+    readonly property string shownTab: currentTab
 
     AppStorage {
         id: currentTabSetting
@@ -78,10 +76,6 @@ Item {
         Haptics.impact()
         openFile("DisplayModeSettingPageAtMainView.qml", {})
     }
-    function openFilterPopup() {
-        Haptics.impact()
-        filterPopup.open()
-    }
 
     AppStorage { id: alwaysLight; key: "colorSchemeSetToAlwaysLight"; defaultValue: false }
     AppStorage { id: alwaysDark; key: "colorSchemeSetToAlwaysDark"; defaultValue: false }
@@ -91,7 +85,7 @@ Item {
     }
 
     // The screen's headline: today's date, or the next-few-days title, by the page setting, with
-    // the appearance and filter buttons beside it. It is read when the tab changes; like every
+    // the appearance button beside it. It is read when the tab changes; like every
     // date on screen it has no day-change timer.
     RowLayout {
         id: headline
@@ -123,17 +117,8 @@ Item {
             Accessible.name: qsTrId("lightAndDarkMode")
             onClicked: mainView.openDisplayModePage()
         }
-        RowButton {
-            objectName: "mainFilterButton"
-            Layout.topMargin: 10
-            symbol: "line.3.horizontal.decrease.circle"
-            tint: NamedColors.color("tabBarIconColorForSelected", mainView.darkScheme)
-            Accessible.name: qsTrId("filterContentPageNavigationTitleStringAtFilterPage")
-            onClicked: mainView.openFilterPopup()
-        }
     }
 
-    FilterSettingPopupForMainView { id: filterPopup; dark: mainView.darkScheme }
 
     Item {
         id: pages
@@ -171,9 +156,7 @@ Item {
             anchors.fill: parent
             visible: mainView.shownTab === "eventListView"
             active: visible || item !== null
-            sourceComponent: EventListPageView {
-                darkScheme: mainView.darkScheme
-                shown: listLoader.visible
+            sourceComponent: EventListPage {
                 onTimelineRequested: mainView.openTimeline()
                 onEditRequested: id => mainView.openEditForm(id)
                 onCardRequested: id => mainView.openCard(id)
