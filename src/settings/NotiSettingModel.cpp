@@ -2,10 +2,22 @@
 
 #include "platform/linux/QtDispatcher.h"
 
+#include <QCoreApplication>
+#include <QLoggingCategory>
 #include <QProcess>
 #include <QStandardPaths>
+#include <QTimer>
 
 namespace tidemark {
+
+namespace {
+
+Q_LOGGING_CATEGORY(lcSettings, "tidemark.settings")
+
+/// Long enough for a page's pop transition to finish before another window takes the focus.
+constexpr int kOpenDelayMs = 250;
+
+} // namespace
 
 QStringList systemNotificationSettingsCommand(const QString& currentDesktop,
                                               const std::function<bool(const QString&)>& has) {
@@ -90,7 +102,14 @@ bool NotiSettingModel::openSystemSettings() {
     if (command_.isEmpty()) {
         return false;
     }
-    return QProcess::startDetached(command_.first(), command_.mid(1));
+    // The caller usually leaves its page right after, and this model goes with it: the start
+    // belongs to the application, so it happens whatever became of the page meanwhile.
+    QTimer::singleShot(kOpenDelayMs, qApp, [command = command_] {
+        if (!QProcess::startDetached(command.first(), command.mid(1))) {
+            qCWarning(lcSettings) << "Could not start" << command.join(QLatin1Char(' '));
+        }
+    });
+    return true;
 }
 
 } // namespace tidemark

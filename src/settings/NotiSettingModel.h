@@ -37,7 +37,9 @@ public:
 
     /// The page came on screen: asks the system again.
     Q_INVOKABLE void appeared();
-    /// Starts the desktop's notification settings (the page has left by then).
+    /// Starts the desktop's notification settings a moment later, on the application's behalf,
+    /// so the caller may leave its page (and drop this model) at once. False when this desktop
+    /// has no such page.
     Q_INVOKABLE bool openSystemSettings();
 
 signals:

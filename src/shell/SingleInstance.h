@@ -1,10 +1,13 @@
 // One app per session: the first start owns the bus name org.tidemark.TideMark; a later start,
-// with or without a tidemark: URL, hands its request to the owner and ends. Without a session bus
-// every start runs on its own.
+// with or without a tidemark: URL, hands its request to the owner and ends. Every hand-over
+// brings the running window forward, with the activation token the later start was given (on
+// Wayland the compositor only lets a window take the focus with such a token). Without a session
+// bus every start runs on its own.
 #pragma once
 
 #include <QObject>
 #include <QString>
+#include <QVariantMap>
 
 namespace tidemark {
 
@@ -29,16 +32,22 @@ public:
     Outcome claim(const QString& url, const QString& notificationResponse = {});
 
 public slots:
+    // Each call ends with the later start's platform data: "activation-token" and
+    // "desktop-startup-id", taken from its XDG_ACTIVATION_TOKEN and DESKTOP_STARTUP_ID.
+
     /// Called over the bus by a second start: bring the window forward.
-    Q_SCRIPTABLE void Activate();
-    /// Called over the bus with the URL a second start was given; the window stays as it is.
-    Q_SCRIPTABLE void Open(const QString& url);
-    /// Called over the bus when a reminder's notification was activated: show the window and
-    /// hand the request identifier on.
-    Q_SCRIPTABLE void NotificationResponse(const QString& identifier);
+    Q_SCRIPTABLE void Activate(const QVariantMap& platformData);
+    /// Called over the bus with the URL a second start was given: bring the window forward.
+    Q_SCRIPTABLE void Open(const QString& url, const QVariantMap& platformData);
+    /// Called over the bus when a reminder's notification was activated: bring the window
+    /// forward and hand the request identifier on.
+    Q_SCRIPTABLE void NotificationResponse(const QString& identifier,
+                                           const QVariantMap& platformData);
 
 signals:
-    void activateRequested();
+    /// Every hand-over: the window should come forward, using `activationToken` (empty when
+    /// the later start had none).
+    void activateRequested(const QString& activationToken);
     void urlOpened(const QString& url);
     void notificationResponded(const QString& identifier);
 

@@ -65,11 +65,19 @@ int main(int argc, char* argv[]) {
     QObject::connect(&instance, &tidemark::SingleInstance::urlOpened, tideMark.haptics(),
                      &tidemark::Haptics::impact);
     if (window) {
-        QObject::connect(&instance, &tidemark::SingleInstance::activateRequested, window, [window] {
-            window->show();
-            window->raise();
-            window->requestActivate();
-        });
+        // Qt's Wayland platform (6.4 included) reads XDG_ACTIVATION_TOKEN at each
+        // requestActivate(), activates with it and clears it: the later start's token goes
+        // there first. On X11 the window manager decides from the request alone.
+        QObject::connect(&instance, &tidemark::SingleInstance::activateRequested, window,
+                         [window](const QString& token) {
+                             if (!token.isEmpty()) {
+                                 qputenv("XDG_ACTIVATION_TOKEN", token.toUtf8());
+                             }
+                             window->setWindowStates(window->windowStates() & ~Qt::WindowMinimized);
+                             window->show();
+                             window->raise();
+                             window->requestActivate();
+                         });
     }
     if (!options->url.isEmpty()) {
         tideMark.haptics()->impact();

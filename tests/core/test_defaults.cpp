@@ -51,9 +51,9 @@ TEST(Defaults, DefaultsBelongToEachDeclarationAndAreNeverStored) {
     IsolatedStorage storage;
     auto& suite = DefaultsSuite::standard();
     Setting<std::int64_t> form{"AE_newEventType", 0};
-    Setting<std::int64_t> notiPage{"AE_newEventType", 1};
+    Setting<std::int64_t> another{"AE_newEventType", 1};
     EXPECT_EQ(form.get(), 0);
-    EXPECT_EQ(notiPage.get(), 1);
+    EXPECT_EQ(another.get(), 1);
     EXPECT_FALSE(suite.value("AE_newEventType").has_value());
     EXPECT_FALSE(storedRow(suite.path(), "AE_newEventType").has_value());
 
@@ -61,15 +61,15 @@ TEST(Defaults, DefaultsBelongToEachDeclarationAndAreNeverStored) {
     form.set(0);
     EXPECT_EQ(storedRow(suite.path(), "AE_newEventType"), (Row{"int", "integer"}));
     EXPECT_EQ(form.get(), 0);
-    EXPECT_EQ(notiPage.get(), 0);
-    notiPage = 7;
+    EXPECT_EQ(another.get(), 0);
+    another = 7;
     EXPECT_EQ(static_cast<std::int64_t>(form), 7);
 
     // Removing the value brings each declaration's own default back.
     suite.removeValue("AE_newEventType");
     EXPECT_FALSE(storedRow(suite.path(), "AE_newEventType").has_value());
     EXPECT_EQ(form.get(), 0);
-    EXPECT_EQ(notiPage.get(), 1);
+    EXPECT_EQ(another.get(), 1);
 }
 
 TEST(Defaults, EveryTypeRoundTripsWithItsTypeName) {

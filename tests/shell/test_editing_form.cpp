@@ -12,15 +12,19 @@
 #include "records/Defaults.h"
 #include "records/Store.h"
 #include "records/realmDataFunc.h"
+#include "shell/QmlTypes.h"
 #include "shell/Translations.h"
 #include "shell/tideMarkApp.h"
 #include "test_main_support.h"
 #endif
 
 #include <QDir>
+#include <QKeySequence>
 #include <QQmlApplicationEngine>
+#include <QQmlComponent>
 #include <QQuickItem>
 #include <QQuickStyle>
+#include <QQuickView>
 #include <QQuickWindow>
 #include <QRegularExpression>
 #include <QSignalSpy>
@@ -657,6 +661,123 @@ private slots:
         mondayFirst.setMonth(3);
         QCOMPARE(mondayFirst.cells().indexOf(QVariant(1)), 6);
         QCOMPARE(mondayFirst.cells().size(), 42);
+    }
+
+    // Any day is a few taps away: the title opens the years, a year its months, a month its
+    // days; the keyboard does the same. Years, months and days out of the range don't react.
+    // Set TIDEMARK_PICTURE_DIR to keep a picture after every step, light and dark.
+    void datePickerReachesAnyDayInAFewTaps_data() {
+        QTest::addColumn<QString>("range"); // minimum and maximum, "" for open
+        QTest::addColumn<QStringList>("steps");
+        QTest::addColumn<QString>("picks");
+        const QString title = "datePickerTitle", back = "datePickerPrevious",
+                      next = "datePickerNext";
+        QTest::newRow("a birthday in 1985")
+            << "" << QStringList{title, back, back, "yearCell_1985", "monthCell_6", "dateCell_14"}
+            << "1985-06-14";
+        QTest::newRow("new year 2100")
+            << "" << QStringList{title,           next,          next,        next, next,
+                                 "yearCell_2100", "monthCell_1", "dateCell_1"}
+            << "2100-01-01";
+        QTest::newRow("nothing before the start")
+            << "2026-03-10 3000-12-31"
+            << QStringList{title,         back,          "yearCell_2025", "yearCell_2026",
+                           "monthCell_2", "monthCell_3", "dateCell_9",    "dateCell_10"}
+            << "2026-03-10";
+        QTest::newRow("nothing after the end")
+            << "0-1-1 2030-06-30"
+            << QStringList{title,         next,          "yearCell_2031", "yearCell_2030",
+                           "monthCell_7", "monthCell_6", "dateCell_30"}
+            << "2030-06-30";
+        QTest::newRow("keys: a year back, a month on, a day on, a week on")
+            << "" << QStringList{"Shift+PgUp", "PgDown", "Right", "Down", "Return"} << "2025-04-18";
+        QTest::newRow("keys through the years")
+            << "" << QStringList{"Space", title, "Left", "Return", "Down", "Return", "Return"}
+            << "2026-03-10 2025-06-10";
+    }
+    void datePickerReachesAnyDayInAFewTaps() {
+        QFETCH(QString, range);
+        QFETCH(QStringList, steps);
+        QFETCH(QString, picks);
+        registerQmlTypes();
+        QQuickView view;
+        view.resize(390, 400);
+        QQmlComponent component(view.engine());
+        component.setData(R"(
+import QtQuick
+import QtQuick.Controls
+import QtQuick.Controls.Material
+Pane {
+    property bool dark: false
+    property string picks: ""
+    property alias picker: picker
+    Material.theme: dark ? Material.Dark : Material.Light
+    width: 390; height: 400
+    FormDatePicker {
+        id: picker
+        width: parent.width
+        year: 2026; month: 3; day: 10
+        onPicked: (y, m, d) => {
+            picks = (picks ? picks + " " : "") + y + "-" + String(m).padStart(2, "0") + "-"
+                    + String(d).padStart(2, "0")
+            year = y; month = m; day = d
+        }
+    }
+}
+)",
+                          QUrl("qrc:/qml/DatePickerHost.qml"));
+        QObject* root = component.create();
+        QVERIFY2(root, qPrintable(component.errorString()));
+        view.setContent(component.url(), &component, root);
+        auto* picker = qvariant_cast<QQuickItem*>(root->property("picker"));
+        if (!range.isEmpty()) {
+            const QStringList sides = range.split(' ');
+            for (int i = 0; i < 2; ++i) {
+                const QStringList ymd = sides[i].split('-');
+                for (int k = 0; k < 3; ++k) {
+                    picker->setProperty(QByteArray(i == 0 ? "minimum" : "maximum") +
+                                            (k == 0   ? "Year"
+                                             : k == 1 ? "Month"
+                                                      : "Day"),
+                                        ymd[k].toInt());
+                }
+            }
+        }
+        view.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&view));
+        picker->forceActiveFocus();
+
+        const QString keep = qEnvironmentVariable("TIDEMARK_PICTURE_DIR");
+        for (int i = 0; i <= steps.size(); ++i) {
+            if (!keep.isEmpty()) {
+                for (const bool dark : {false, true}) {
+                    root->setProperty("dark", dark);
+                    QTest::qWait(200);
+                    QVERIFY(view.grabWindow().save(
+                        QDir(keep).filePath(QStringLiteral("picker-%1-%2-%3.png")
+                                                .arg(QString::fromLatin1(QTest::currentDataTag())
+                                                         .replace(QRegularExpression("\\W+"), "-"))
+                                                .arg(i)
+                                                .arg(dark ? "dark" : "light"))));
+                }
+                root->setProperty("dark", false);
+            }
+            if (i == steps.size()) {
+                break;
+            }
+            if (auto* target = findChildItem(picker, steps[i])) {
+                QVERIFY2(target->isVisible(), qPrintable(steps[i]));
+                const QPointF centre =
+                    target->mapToScene(QPointF(target->width() / 2, target->height() / 2));
+                QTest::mouseClick(&view, Qt::LeftButton, {}, centre.toPoint());
+            } else {
+                const QKeyCombination key = QKeySequence::fromString(steps[i])[0];
+                QVERIFY2(key.key() != Qt::Key_unknown, qPrintable(steps[i]));
+                QTest::keyClick(&view, key.key(), key.keyboardModifiers());
+            }
+            QTest::qWait(20);
+        }
+        QCOMPARE(root->property("picks").toString(), picks);
     }
 
     // ---- the page in the window -------------------------------------------------------------

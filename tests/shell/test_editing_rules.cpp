@@ -626,10 +626,18 @@ private slots:
 
     void addNotiModelFollowsTheFormType() {
         Setting<bool> repeat{"AE_eventRepeatOrNot", false};
-        Setting<std::int64_t> type{"AE_newEventType", 1};
-        type.set(1);
+        Setting<std::int64_t> type{"AE_newEventType", 0};
         Setting<std::int64_t> code{"AE_notiFuncSelectedType", 10};
         Setting<std::int64_t> hour{"AE_dateInputFromUserForNotiHourAndMinIntHour", 0};
+
+        // A fresh store with repeat on: the page reads the type as the form does, 0, none
+        // chosen, and offers the codes of a one-off event, not those of a daily one.
+        repeat.set(true);
+        AddNotiRuleModel fresh;
+        fresh.appear();
+        QCOMPARE(fresh.codes(), (QVariantList{4, 5, 7, 9}));
+        repeat.set(false);
+        type.set(1);
 
         AddNotiRuleModel model;
         model.appear();

@@ -1,6 +1,7 @@
 // One app per session on a private bus: a second start, with or without a tidemark: URL, hands
 // over to the running app and ends with 0; the running app answers a URL with the haptic of
-// feedbackd (played here by a recording stand-in).
+// feedbackd (played here by a recording stand-in). Every hand-over asks the running app to come
+// forward with the later start's activation token.
 // moc stops at the C++20 standard headers that the core's headers pull in; it needs none of them.
 #ifndef Q_MOC_RUN
 #include "TestSupport.h"
@@ -12,6 +13,7 @@
 #include <QDBusConnectionInterface>
 #include <QDir>
 #include <QProcess>
+#include <QSignalSpy>
 #include <QTest>
 #include <QVariantMap>
 
@@ -50,8 +52,14 @@ private:
     QString address_;
     std::unique_ptr<IsolatedStorage> storage_;
 
-    void startApp(QProcess& app, const QStringList& extra) {
+    void startApp(QProcess& app, const QStringList& extra,
+                  const QList<QPair<QString, QString>>& launcher = {}) {
         auto env = QProcessEnvironment::systemEnvironment();
+        env.remove("XDG_ACTIVATION_TOKEN");
+        env.remove("DESKTOP_STARTUP_ID");
+        for (const auto& [name, value] : launcher) {
+            env.insert(name, value);
+        }
         env.insert("XDG_DATA_HOME", QString::fromStdString(storage_->dataHome().string()));
         env.insert("XDG_CONFIG_HOME", QString::fromStdString(storage_->configHome().string()));
         env.insert("QT_QPA_PLATFORM", "offscreen");
@@ -115,6 +123,36 @@ private slots:
         QTRY_VERIFY(!nameOwned());
         bus.unregisterObject("/org/sigxcpu/Feedback");
         bus.unregisterService("org.sigxcpu.Feedback");
+    }
+
+    // The running side, played here: each kind of later start asks for the window with the token
+    // its launcher gave it, Wayland's first, else the startup id.
+    void everyHandOverBringsTheWindowWithTheLaterStartsToken() {
+        SingleInstance owner;
+        QCOMPARE(owner.claim({}), SingleInstance::Outcome::primary);
+        QSignalSpy activations(&owner, &SingleInstance::activateRequested);
+        QSignalSpy urls(&owner, &SingleInstance::urlOpened);
+        QSignalSpy responses(&owner, &SingleInstance::notificationResponded);
+        const QList<QPair<QStringList, QList<QPair<QString, QString>>>> starts = {
+            {{"tidemark://event/ABC"},
+             {{"XDG_ACTIVATION_TOKEN", "wayland-1"}, {"DESKTOP_STARTUP_ID", "wayland-1"}}},
+            {{}, {{"DESKTOP_STARTUP_ID", "startup-2"}}},
+            {{"--notification-response", "N1"}, {}},
+        };
+        for (const auto& [arguments, launcher] : starts) {
+            QProcess later;
+            startApp(later, arguments, launcher);
+            // The owner answers on this event loop, so wait without blocking it.
+            QTRY_COMPARE_WITH_TIMEOUT(later.state(), QProcess::NotRunning, 20000);
+            QCOMPARE(later.exitCode(), 0);
+        }
+        QStringList tokens;
+        for (const auto& call : activations) {
+            tokens << call.first().toString();
+        }
+        QCOMPARE(tokens, (QStringList{"wayland-1", "startup-2", ""}));
+        QCOMPARE(urls.size(), 1);
+        QCOMPARE(responses.size(), 1);
     }
 };
 

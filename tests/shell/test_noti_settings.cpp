@@ -10,10 +10,13 @@
 #include "shell/Translations.h"
 #endif
 
+#include <QFile>
 #include <QQmlComponent>
 #include <QQmlEngine>
 #include <QQuickItem>
 #include <QQuickView>
+#include <QScopeGuard>
+#include <QTemporaryDir>
 #include <QTest>
 #include <algorithm>
 
@@ -113,28 +116,8 @@ private slots:
     void thePageDimsTheSwitchWithoutPermissionButKeepsItUsable() {
         FakeServices services(BackgroundRefreshStatus::available, false);
         QQuickView view;
-        view.resize(390, 844);
-        QQmlComponent component(view.engine());
-        component.setData(R"(
-import QtQuick
-import QtQuick.Controls
-import QtQuick.Controls.Material
-Pane {
-    property bool dark: false
-    Material.theme: dark ? Material.Dark : Material.Light
-    padding: 0
-    width: 390; height: 844
-    StackView { id: stack; anchors.fill: parent; initialItem: Item {} }
-    function push() { stack.push("qrc:/qml/SettingViewSubViewForNotiSetting.qml") }
-    function depth() { return stack.depth }
-}
-)",
-                          QUrl("qrc:/qml/NotiSettingsHost.qml"));
-        QObject* root = component.create();
-        QVERIFY2(root, qPrintable(component.errorString()));
-        view.setContent(component.url(), &component, root);
-        view.show();
-        QVERIFY(QTest::qWaitForWindowExposed(&view));
+        QObject* root = showHost(view);
+        QVERIFY(root);
         QMetaObject::invokeMethod(root, "push");
         QQuickItem* row = nullptr;
         QTRY_VERIFY((row = root->findChild<QQuickItem*>("masterSwitchRow")) != nullptr);
@@ -163,7 +146,72 @@ Pane {
         render(view, root, "on");
     }
 
+    // The button leaves the page at once; the desktop's page still opens, started on the
+    // application's behalf after the page and its model are gone.
+    void theDesktopPageOpensAfterThePageHasLeft() {
+        FakeServices services;
+        QTemporaryDir bin;
+        const QString started = bin.filePath("started");
+        QFile script(bin.filePath("xfce4-notifyd-config"));
+        QVERIFY(script.open(QIODevice::WriteOnly));
+        script.write(QStringLiteral("#!/bin/sh\ntouch '%1'\n").arg(started).toUtf8());
+        script.close();
+        QVERIFY(script.setPermissions(script.permissions() | QFile::ExeOwner));
+        const QByteArray path = qgetenv("PATH");
+        const QByteArray desktop = qgetenv("XDG_CURRENT_DESKTOP");
+        qputenv("PATH", bin.path().toLocal8Bit() + ":" + path);
+        qputenv("XDG_CURRENT_DESKTOP", "XFCE");
+        const auto restore = qScopeGuard([&] {
+            qputenv("PATH", path);
+            qputenv("XDG_CURRENT_DESKTOP", desktop);
+        });
+
+        QQuickView view;
+        QObject* root = showHost(view);
+        QVERIFY(root);
+        QMetaObject::invokeMethod(root, "push");
+        QQuickItem* button = nullptr;
+        QTRY_VERIFY((button = root->findChild<QQuickItem*>("openSystemSettingsButton")) &&
+                    button->isVisible());
+        QTest::qWait(400); // the push transition
+        const QPointF centre =
+            button->mapToScene(QPointF(button->width() / 2, button->height() / 2));
+        QTest::mouseClick(&view, Qt::LeftButton, {}, centre.toPoint());
+        QTRY_VERIFY(!root->findChild<QObject*>("settingViewSubViewForNotiSetting"));
+        QVERIFY(!root->findChild<NotiSettingModel*>());
+        QTRY_VERIFY_WITH_TIMEOUT(QFile::exists(started), 10000);
+    }
+
 private:
+    /// A window with a page stack whose `push()` opens the reminders page.
+    static QObject* showHost(QQuickView& view) {
+        view.resize(390, 844);
+        auto* component = new QQmlComponent(view.engine(), &view);
+        component->setData(R"(
+import QtQuick
+import QtQuick.Controls
+import QtQuick.Controls.Material
+Pane {
+    property bool dark: false
+    Material.theme: dark ? Material.Dark : Material.Light
+    padding: 0
+    width: 390; height: 844
+    StackView { id: stack; anchors.fill: parent; initialItem: Item {} }
+    function push() { stack.push("qrc:/qml/SettingViewSubViewForNotiSetting.qml") }
+    function depth() { return stack.depth }
+}
+)",
+                           QUrl("qrc:/qml/NotiSettingsHost.qml"));
+        QObject* root = component->create();
+        if (!root) {
+            qWarning() << component->errorString();
+            return nullptr;
+        }
+        view.setContent(component->url(), component, root);
+        view.show();
+        return QTest::qWaitForWindowExposed(&view) ? root : nullptr;
+    }
+
     /// Keeps pictures of the page, light and dark, when TIDEMARK_SETTINGS_RENDER_DIR is set.
     static void render(QQuickView& view, QObject* root, const QString& state) {
         const QString folder = qEnvironmentVariable("TIDEMARK_SETTINGS_RENDER_DIR");

@@ -26,15 +26,10 @@ Page {
             page.StackView.view.pop()
     }
 
-    // Leaves the page, then opens the desktop's page a moment later.
+    // The model starts the desktop's page once this one has left.
     function openSystemSettings() {
+        model.openSystemSettings()
         dismiss()
-        openTimer.start()
-    }
-    Timer {
-        id: openTimer
-        interval: 200
-        onTriggered: model.openSystemSettings()
     }
 
     header: ToolBar {
