@@ -1,5 +1,6 @@
 #include "settings/SettingsTypes.h"
 
+#include "settings/AppLockModel.h"
 #include "settings/NotiSettingModel.h"
 
 #include <QtQml>
@@ -8,6 +9,7 @@ namespace tidemark {
 
 void registerSettingsTypes() {
     qmlRegisterType<NotiSettingModel>("TideMark", 1, 0, "NotiSettingModel");
+    qmlRegisterType<AppLockModel>("TideMark", 1, 0, "AppLockModel");
 }
 
 } // namespace tidemark

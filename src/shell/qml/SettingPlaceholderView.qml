@@ -72,6 +72,10 @@ Item {
                 }
             }
         }
+
+        AppLockSettingRow {
+            Layout.fillWidth: true
+        }
     }
 
     ColumnLayout {

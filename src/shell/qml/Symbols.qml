@@ -47,7 +47,10 @@ QtObject {
         "star.slash.fill": "\ue83a",
         "xmark": "\ue5cd",
         "arrow.down.to.line": "\ue258",
-        "arrow.up.to.line": "\ue25a"
+        "arrow.up.to.line": "\ue25a",
+        // The app lock's symbol: a fingerprint, the way an owner is usually confirmed here.
+        "faceid": "\ue90d",
+        "lock": "\ue897"
     })
 
     function glyph(name) {
