@@ -87,10 +87,12 @@ private slots:
 import QtQuick
 import QtQuick.Controls
 import QtQuick.Controls.Material
+import TideMark
 Pane {
     property bool dark: false
     property int underneathTaps: 0
     Material.theme: dark ? Material.Dark : Material.Light
+    Material.accent: NamedColors.color("selectedDateBackground", dark)
     padding: 0
     width: 390; height: 844
     Button { objectName: "underneath"; anchors.fill: parent; onClicked: underneathTaps++ }

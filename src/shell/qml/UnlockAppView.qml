@@ -48,8 +48,11 @@ FocusScope {
     }
     Keys.onPressed: (event) => { event.accepted = true }
 
+    // The symbol and the reason stay in place; what the system asks appears under them.
     ColumnLayout {
-        anchors.centerIn: parent
+        anchors.horizontalCenter: parent.horizontalCenter
+        anchors.top: parent.top
+        anchors.topMargin: parent.height * 0.3
         width: Math.min(parent.width - 64, 360)
         spacing: 14
 
@@ -73,35 +76,51 @@ FocusScope {
             font.pixelSize: 17
             color: colors.primaryText
         }
-        Label {
-            objectName: "unlockPrompt"
+        Rectangle {
             Layout.fillWidth: true
-            Layout.topMargin: 10
+            Layout.topMargin: 12
             visible: lock.prompt !== ""
-            text: lock.prompt
-            wrapMode: Text.Wrap
-            font.pixelSize: 14
-            color: colors.secondaryText
-        }
-        TextField {
-            id: answerField
-            objectName: "unlockAnswerField"
-            Layout.fillWidth: true
-            visible: lock.prompt !== ""
-            echoMode: lock.secret ? TextInput.Password : TextInput.Normal
-            inputMethodHints: Qt.ImhSensitiveData | Qt.ImhNoPredictiveText
-                              | Qt.ImhNoAutoUppercase
-            font.pixelSize: 17
-            color: colors.primaryText
-            onVisibleChanged: {
-                if (visible)
-                    forceActiveFocus()
-            }
-            onAccepted: {
-                Haptics.impact()
-                const typed = text
-                clear()
-                lock.answer(typed)
+            implicitHeight: question.implicitHeight + 20
+            radius: 14
+            color: colors.cardBackground
+            border.color: colors.cardBorder
+            ColumnLayout {
+                id: question
+                anchors.fill: parent
+                anchors.leftMargin: 16
+                anchors.rightMargin: 16
+                anchors.topMargin: 12
+                anchors.bottomMargin: 8
+                spacing: 0
+                Label {
+                    objectName: "unlockPrompt"
+                    Layout.fillWidth: true
+                    text: lock.prompt
+                    wrapMode: Text.Wrap
+                    font.pixelSize: 13
+                    color: colors.secondaryText
+                }
+                TextField {
+                    id: answerField
+                    objectName: "unlockAnswerField"
+                    Layout.fillWidth: true
+                    visible: lock.prompt !== ""
+                    echoMode: lock.secret ? TextInput.Password : TextInput.Normal
+                    inputMethodHints: Qt.ImhSensitiveData | Qt.ImhNoPredictiveText
+                                      | Qt.ImhNoAutoUppercase
+                    font.pixelSize: 17
+                    color: colors.primaryText
+                    onVisibleChanged: {
+                        if (visible)
+                            forceActiveFocus()
+                    }
+                    onAccepted: {
+                        Haptics.impact()
+                        const typed = text
+                        clear()
+                        lock.answer(typed)
+                    }
+                }
             }
         }
         Label {
