@@ -199,30 +199,25 @@ bool PamAuthenticator::canEvaluate() {
 }
 
 void PamAuthenticator::evaluate(const std::string& reason, std::function<void(bool)> reply) {
+    bool started = false;
     {
         std::lock_guard lock(state_->mutex);
-        if (state_->dialogue.running) {
-            reply = [reply = std::move(reply)](bool) {
-                if (reply) {
-                    reply(false);
-                }
-            };
-        } else {
+        if (!state_->dialogue.running) {
             state_->dialogue = AuthenticationDialogue{};
             state_->dialogue.running = true;
             state_->dialogue.reason = reason;
             state_->cancelled = false;
             state_->pendingAnswer.reset();
             std::thread(authenticate, state_, service_, std::move(reply)).detach();
-            reply = nullptr;
+            started = true;
         }
     }
-    if (reply) {
+    if (started) {
+        state_->changed();
+    } else if (reply) {
         // Another authentication is running: this request fails, that one goes on.
         reply(false);
-        return;
     }
-    state_->changed();
 }
 
 void PamAuthenticator::authenticate(std::shared_ptr<State> state, std::string service,
