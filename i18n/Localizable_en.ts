@@ -159,6 +159,18 @@
         <source>Tide Mark</source>
         <translation>Tide Mark</translation>
     </message>
+    <message id="appLockSettingRowDetailString">
+        <source>Applies at the next launch: Tide Mark then asks for your password or fingerprint first.</source>
+        <translation>Applies at the next launch: Tide Mark then asks for your password or fingerprint first.</translation>
+    </message>
+    <message id="appLockSettingRowTitleString">
+        <source>App lock</source>
+        <translation>App lock</translation>
+    </message>
+    <message id="appLockSettingRowUnavailableString">
+        <source>Not available: this system has no way to confirm that it's you.</source>
+        <translation>Not available: this system has no way to confirm that it's you.</translation>
+    </message>
     <message id="appUpdateInfoAtAboutPage">
         <source>Updated</source>
         <translation>Updated</translation>
@@ -390,6 +402,10 @@
     <message id="lightAndDarkModeAlwaysLight">
         <source>Always light</source>
         <translation>Always light</translation>
+    </message>
+    <message id="lockAndUnlockAppByFaceIDReasonStringAtFunc">
+        <source>Unlock Tide Mark to see your events</source>
+        <translation>Unlock Tide Mark to see your events</translation>
     </message>
     <message id="memoDateTitleStringAtMemoForCardViewPage">
         <source>Date and time</source>
@@ -754,6 +770,18 @@
     <message id="type4stringForRepeatSettingExplanation">
         <source>Every year on </source>
         <translation>Every year on </translation>
+    </message>
+    <message id="unlockAppCancelButtonString">
+        <source>Cancel</source>
+        <translation>Cancel</translation>
+    </message>
+    <message id="unlockAppTapToTryAgainString">
+        <source>Tap anywhere to try again</source>
+        <translation>Tap anywhere to try again</translation>
+    </message>
+    <message id="unlockAppUnavailableString">
+        <source>This system has no way to confirm that it's you, so Tide Mark stays locked.</source>
+        <translation>This system has no way to confirm that it's you, so Tide Mark stays locked.</translation>
     </message>
     <message id="weekForWeekMutilSelection01">
         <source>Mon</source>

@@ -159,6 +159,18 @@
         <source>Tide Mark</source>
         <translation>潮记</translation>
     </message>
+    <message id="appLockSettingRowDetailString">
+        <source>Applies at the next launch: Tide Mark then asks for your password or fingerprint first.</source>
+        <translation>下次启动时生效：潮记会先要求输入密码或验证指纹。</translation>
+    </message>
+    <message id="appLockSettingRowTitleString">
+        <source>App lock</source>
+        <translation>应用锁</translation>
+    </message>
+    <message id="appLockSettingRowUnavailableString">
+        <source>Not available: this system has no way to confirm that it's you.</source>
+        <translation>不可用：此系统无法确认你的身份。</translation>
+    </message>
     <message id="appUpdateInfoAtAboutPage">
         <source>Updated</source>
         <translation>更新日期</translation>
@@ -390,6 +402,10 @@
     <message id="lightAndDarkModeAlwaysLight">
         <source>Always light</source>
         <translation>始终浅色</translation>
+    </message>
+    <message id="lockAndUnlockAppByFaceIDReasonStringAtFunc">
+        <source>Unlock Tide Mark to see your events</source>
+        <translation>解锁潮记以查看你的事件</translation>
     </message>
     <message id="memoDateTitleStringAtMemoForCardViewPage">
         <source>Date and time</source>
@@ -754,6 +770,18 @@
     <message id="type4stringForRepeatSettingExplanation">
         <source>Every year on </source>
         <translation>每年 </translation>
+    </message>
+    <message id="unlockAppCancelButtonString">
+        <source>Cancel</source>
+        <translation>取消</translation>
+    </message>
+    <message id="unlockAppTapToTryAgainString">
+        <source>Tap anywhere to try again</source>
+        <translation>轻点任意位置重试</translation>
+    </message>
+    <message id="unlockAppUnavailableString">
+        <source>This system has no way to confirm that it's you, so Tide Mark stays locked.</source>
+        <translation>此系统无法确认你的身份，因此潮记保持锁定。</translation>
     </message>
     <message id="weekForWeekMutilSelection01">
         <source>Mon</source>

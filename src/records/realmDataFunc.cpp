@@ -1,7 +1,9 @@
 #include "records/realmDataFunc.h"
 
 #include "base/Fatal.h"
+#include "base/Localize.h"
 #include "cloud/CloudDatabase.h"
+#include "records/DeviceOwnerAuthenticator.h"
 #include "widgets/widgetFunc.h"
 
 #include <tuple>
@@ -124,6 +126,20 @@ void extensionDataFunc::addDateData(const DateComponents& dateComponents) {
     row.dateInfoDay = dateComponents.day.value_or(0);
     auto store = Store::open();
     store.write([&] { store.add(row); });
+}
+
+void extensionDataFunc::unlockAppWithDeviceOwner() {
+    auto& authenticator = deviceOwnerAuthenticator();
+    if (!authenticator.canEvaluate()) {
+        return;
+    }
+    // The reply may come on any thread and after this object is gone: it declares its own field.
+    authenticator.evaluate(localized("lockAndUnlockAppByFaceIDReasonStringAtFunc"),
+                           [](bool success) {
+                               if (success) {
+                                   extensionDataFunc().appLockStatu.set(false);
+                               }
+                           });
 }
 
 void extensionDataFunc::removeDateData(Date date) {

@@ -52,6 +52,9 @@ public:
     void addDateData(const DateComponents& dateComponents);
     /// Removes the rows of that day, each in its own transaction.
     void removeDateData(Date date);
+    /// Asks the device owner to authenticate and lifts the lock when they do. Returns at once;
+    /// where nobody can be authenticated, or when the attempt fails, nothing changes.
+    void unlockAppWithDeviceOwner();
 };
 
 /// Rebuilds the day window after its range setting changed: deletes every day row, then adds

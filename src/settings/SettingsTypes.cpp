@@ -1,5 +1,6 @@
 #include "settings/SettingsTypes.h"
 
+#include "settings/AppLockModel.h"
 #include "settings/NotiSettingModel.h"
 #include "settings/SettingViewModel.h"
 
@@ -10,6 +11,7 @@ namespace tidemark {
 void registerSettingsTypes() {
     qmlRegisterType<NotiSettingModel>("TideMark", 1, 0, "NotiSettingModel");
     qmlRegisterType<SettingViewModel>("TideMark", 1, 0, "SettingViewModel");
+    qmlRegisterType<AppLockModel>("TideMark", 1, 0, "AppLockModel");
 }
 
 } // namespace tidemark

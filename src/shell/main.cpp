@@ -2,6 +2,7 @@
 #include "base/Localize.h"
 #include "platform/linux/DBusWidgetCenter.h"
 #include "platform/linux/LinuxNotificationCenter.h"
+#include "platform/linux/PamAuthenticator.h"
 #include "shell/LaunchOptions.h"
 #include "shell/Screenshots.h"
 #include "shell/SingleInstance.h"
@@ -47,6 +48,7 @@ int main(int argc, char* argv[]) {
     tidemark::setCalendarEnvironment(options->environment);
     tidemark::installTranslations(app, options->environment.localeId);
     tidemark::setWidgetCenter(std::make_shared<tidemark::DBusWidgetCenter>());
+    tidemark::setDeviceOwnerAuthenticator(std::make_shared<tidemark::PamAuthenticator>());
     // Reminders are filed with the agent's file; a run that only takes pictures files none.
     std::shared_ptr<tidemark::LinuxNotificationCenter> reminders;
     if (!takesPictures) {

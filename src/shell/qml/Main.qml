@@ -91,4 +91,9 @@ ApplicationWindow {
         objectName: "popupManager"
         anchors.fill: parent
     }
+
+    // The app lock: while it is in force it covers the pages and takes all input.
+    UnlockAppView {
+        anchors.fill: parent
+    }
 }

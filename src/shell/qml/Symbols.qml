@@ -56,7 +56,10 @@ QtObject {
         "heart": "\ue87d",
         "link": "\ue89e",
         "person.2": "\ue7ef",
-        "timeline.selection": "\ue922"
+        "timeline.selection": "\ue922",
+        // The app lock's symbol: a fingerprint, the way an owner is usually confirmed here.
+        "faceid": "\ue90d",
+        "lock": "\ue897"
     })
 
     function glyph(name) {

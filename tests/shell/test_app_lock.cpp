@@ -1,0 +1,269 @@
+// The app lock against real PAM: pam_wrapper with a service folder of the test's own, whose
+// "tidemark" service checks a pam_matrix password file. The program starts itself again with
+// pam_wrapper preloaded, since the wrapper must be in place before the process starts.
+#ifndef Q_MOC_RUN
+#include "QtTestSupport.h"
+#include "TestSupport.h"
+#include "platform/linux/PamAuthenticator.h"
+#include "records/DeviceOwnerAuthenticator.h"
+#include "records/realmDataFunc.h"
+#include "settings/AppLockModel.h"
+#include "shell/AppDelegate.h"
+#include "shell/Haptics.h"
+#include "shell/QmlTypes.h"
+#include "shell/Translations.h"
+#endif
+
+#include <QGuiApplication>
+#include <QQmlComponent>
+#include <QQmlEngine>
+#include <QQuickItem>
+#include <QQuickView>
+#include <QTest>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <pwd.h>
+#include <unistd.h>
+
+using namespace tidemark;
+using namespace tidemark::testing;
+
+namespace {
+
+constexpr const char* kPassword = "tide-4-mark";
+
+std::filesystem::path pamDir() {
+    return qEnvironmentVariable("PAM_WRAPPER_SERVICE_DIR").toStdString();
+}
+
+void write(const std::filesystem::path& file, const std::string& text) {
+    std::ofstream(file) << text;
+}
+
+/// Types `text` into the window's focused item, key by key.
+void type(QWindow* window, const char* text) {
+    for (; *text; ++text) {
+        QTest::keyClick(window, *text);
+    }
+}
+
+} // namespace
+
+class AppLockTest : public QObject {
+    Q_OBJECT
+
+    std::unique_ptr<IsolatedStorage> storage_;
+    extensionDataFunc lock_;
+
+private slots:
+    void initTestCase() {
+        installTranslations(*QCoreApplication::instance(), "en_US");
+        registerQmlTypes();
+        qmlRegisterSingletonInstance("TideMark", 1, 0, "Haptics", new Haptics(this));
+        trapWarnings();
+    }
+    void init() {
+        storage_ = std::make_unique<IsolatedStorage>();
+        setDeviceOwnerAuthenticator(std::make_shared<PamAuthenticator>(
+            "tidemark", std::vector<std::filesystem::path>{pamDir()}));
+    }
+    void cleanup() {
+        setDeviceOwnerAuthenticator(nullptr);
+        storage_.reset();
+        QVERIFY2(takeWarnings().isEmpty(), qPrintable(takeWarnings().join('\n')));
+    }
+
+    void launchLocksAndOnlyTheRightPasswordTypedOnThePageUnlocks() {
+        FakeServices services;
+        lock_.appLockSettingFromUser.set(true);
+        AppDelegate().didFinishLaunching();
+        QVERIFY(lock_.appLockStatu.get());
+        QVERIFY(!lock_.appLockSettingFromUser.get());
+
+        QQuickView view;
+        QQmlComponent component(view.engine());
+        component.setData(R"(
+import QtQuick
+import QtQuick.Controls
+import QtQuick.Controls.Material
+import TideMark
+Pane {
+    property bool dark: false
+    property int underneathTaps: 0
+    Material.theme: dark ? Material.Dark : Material.Light
+    Material.accent: NamedColors.color("selectedDateBackground", dark)
+    padding: 0
+    width: 390; height: 844
+    Button { objectName: "underneath"; anchors.fill: parent; onClicked: underneathTaps++ }
+    UnlockAppView { anchors.fill: parent }
+}
+)",
+                          QUrl("qrc:/qml/AppLockHost.qml"));
+        QObject* root = component.create();
+        QVERIFY2(root, qPrintable(component.errorString()));
+        view.setContent(component.url(), &component, root);
+        view.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&view));
+        auto* page = root->findChild<QQuickItem*>("unlockAppView");
+        auto* field = root->findChild<QQuickItem*>("unlockAnswerField");
+        auto* hint = root->findChild<QQuickItem*>("unlockHint");
+        QVERIFY(page && field && hint);
+
+        // The page asked on appearing: PAM's question is on it, with a field for the secret.
+        QVERIFY(page->isVisible());
+        QTRY_VERIFY(field->isVisible());
+        QCOMPARE(root->findChild<QQuickItem*>("unlockPrompt")->property("text").toString(),
+                 QString("Password:"));
+        QTRY_VERIFY(field->hasActiveFocus());
+        render(view, root, "prompt");
+
+        // Nothing underneath takes a tap while locked.
+        const QPoint corner(20, 820);
+        QTest::mouseClick(&view, Qt::LeftButton, {}, corner);
+        QCOMPARE(root->property("underneathTaps").toInt(), 0);
+
+        type(&view, "wrong");
+        QTest::keyClick(&view, Qt::Key_Return);
+        QTRY_VERIFY(!field->isVisible());
+        QTRY_VERIFY(hint->isVisible());
+        QCOMPARE(hint->property("text").toString(), QString("Tap anywhere to try again"));
+        QVERIFY(lock_.appLockStatu.get());
+        render(view, root, "failed");
+
+        // A tap anywhere tries again; the right password lifts the lock and the page goes.
+        QTest::mouseClick(&view, Qt::LeftButton, {}, corner);
+        QTRY_VERIFY(field->isVisible());
+        QCOMPARE(root->property("underneathTaps").toInt(), 0);
+        QTRY_VERIFY(field->hasActiveFocus());
+        type(&view, kPassword);
+        QTest::keyClick(&view, Qt::Key_Return);
+        QTRY_VERIFY(!lock_.appLockStatu.get());
+        QTRY_VERIFY(!page->isVisible());
+        QTest::mouseClick(&view, Qt::LeftButton, {}, corner);
+        QCOMPARE(root->property("underneathTaps").toInt(), 1);
+    }
+
+    void cancellingLeavesItLockedAndTheNextAttemptStartsAfresh() {
+        lock_.appLockStatu.set(true);
+        AppLockModel model;
+        QVERIFY(model.available());
+        model.unlock();
+        QTRY_COMPARE(model.prompt(), QString("Password:"));
+        QVERIFY(model.secret());
+        model.cancel();
+        QTRY_VERIFY(!model.busy());
+        QVERIFY(model.prompt().isEmpty());
+        QVERIFY(model.locked());
+
+        model.unlock();
+        QTRY_VERIFY(!model.prompt().isEmpty());
+        model.answer(kPassword);
+        QTRY_VERIFY(!model.locked());
+        QTRY_VERIFY(!model.busy());
+    }
+
+    void withoutAWayToAuthenticateNothingChanges_data() {
+        QTest::addColumn<bool>("pamWithoutService");
+        QTest::newRow("no authenticator installed") << false;
+        QTest::newRow("no PAM service for the app") << true;
+    }
+    void withoutAWayToAuthenticateNothingChanges() {
+        QFETCH(bool, pamWithoutService);
+        TempDir empty;
+        setDeviceOwnerAuthenticator(
+            pamWithoutService ? std::make_shared<PamAuthenticator>(
+                                    "tidemark", std::vector<std::filesystem::path>{empty.path()})
+                              : nullptr);
+        lock_.appLockStatu.set(true);
+        AppLockModel model;
+        QVERIFY(!model.available());
+        model.unlock();
+        QTest::qWait(100);
+        QVERIFY(!model.busy());
+        QVERIFY(model.locked());
+    }
+
+    void whichServiceFilesLetPamAnswer_data() {
+        QTest::addColumn<QString>("file");
+        QTest::addColumn<QString>("text");
+        QTest::addColumn<bool>("answers");
+        QTest::newRow("own service") << "tidemark"
+                                     << "auth include common-auth\n"
+                                     << true;
+        QTest::newRow("other of Debian") << "other"
+                                         << "@include common-auth\n"
+                                         << true;
+        QTest::newRow("other that denies")
+            << "other"
+            << "auth required pam_deny.so\naccount required pam_deny.so\n"
+            << false;
+        QTest::newRow("other that denies, bracketed")
+            << "other"
+            << "-auth [success=ok default=die] pam_deny.so\n"
+            << false;
+        QTest::newRow("other that warns, then denies")
+            << "other"
+            << "auth required pam_warn.so\nauth required pam_deny.so\n"
+            << true;
+        QTest::newRow("another app's service") << "login"
+                                               << "auth include common-auth\n"
+                                               << false;
+    }
+    void whichServiceFilesLetPamAnswer() {
+        QFETCH(QString, file);
+        QFETCH(QString, text);
+        QFETCH(bool, answers);
+        TempDir dir;
+        write(dir.path() / file.toStdString(), text.toStdString());
+        QCOMPARE(pamServiceConfigured("tidemark", {dir.path() / "missing", dir.path()}), answers);
+    }
+
+private:
+    /// Keeps pictures of the page, light and dark, when TIDEMARK_LOCK_RENDER_DIR is set.
+    static void render(QQuickView& view, QObject* root, const QString& state) {
+        const QString folder = qEnvironmentVariable("TIDEMARK_LOCK_RENDER_DIR");
+        if (folder.isEmpty()) {
+            return;
+        }
+        for (const bool dark : {false, true}) {
+            root->setProperty("dark", dark);
+            QTest::qWait(300);
+            QVERIFY(view.grabWindow().save(
+                QStringLiteral("%1/unlock-%2-%3.png").arg(folder, state, dark ? "dark" : "light")));
+        }
+        root->setProperty("dark", false);
+    }
+};
+
+int main(int argc, char* argv[]) {
+    if (qEnvironmentVariable("PAM_WRAPPER") != "1") {
+        // A PAM of the test's own: the service asks pam_matrix, which knows this account with
+        // one password; then start again with it.
+        std::string dir = (std::filesystem::temp_directory_path() / "tidemark-pam-XXXXXX").string();
+        if (!mkdtemp(dir.data())) {
+            return 1;
+        }
+        const passwd* account = getpwuid(getuid());
+        if (!account) {
+            return 1;
+        }
+        const std::string passdb = dir + "/passdb";
+        write(passdb, std::string(account->pw_name) + ":" + kPassword + ":tidemark\n");
+        const std::string module = std::string(TIDEMARK_PAM_MATRIX_MODULE) + " passdb=" + passdb;
+        write(dir + "/tidemark", "auth required " + module + "\naccount required " + module + "\n");
+        setenv("LD_PRELOAD", TIDEMARK_PAM_WRAPPER_LIBRARY, 1);
+        setenv("PAM_WRAPPER", "1", 1);
+        setenv("PAM_WRAPPER_SERVICE_DIR", dir.c_str(), 1);
+        execv("/proc/self/exe", argv);
+        return 1;
+    }
+    QGuiApplication app(argc, argv);
+    AppLockTest test;
+    const int failures = QTest::qExec(&test, argc, argv);
+    std::error_code ignored;
+    std::filesystem::remove_all(pamDir(), ignored);
+    return failures;
+}
+
+#include "test_app_lock.moc"
