@@ -6,6 +6,7 @@
 #include <QQuickItem>
 #include <QQuickWindow>
 #include <QTimer>
+#include <algorithm>
 #include <memory>
 
 namespace tidemark {
@@ -29,8 +30,11 @@ const QList<TourStop>& tourStops() {
          {"tab_eventListView", "timelineButton", "kindMenuButton", "kindMenuFilters"},
          "changeFilterContentPageForTimelineView"},
         {"AddNewEventPage", "add", {"tab_addNewEvent"}, "addNewEventPage"},
-        {"RepeatEventSettingPage", "", {"tab_addNewEvent", "repeatRow"}, "repeatEventSettingPage"},
-        {"NotiSettingPage", "", {"tab_addNewEvent", "notiRow"}, "notiSettingPage"},
+        {"RepeatEventSettingPage",
+         "",
+         {"tab_addNewEvent", "repeatSwitch", "repeatRow"},
+         "repeatEventSettingPage"},
+        {"NotiSettingPage", "", {"tab_addNewEvent", "notiSwitch", "notiRow"}, "notiSettingPage"},
         {"AddNewEventPage", "edit", {"tab_eventListView", "editButton"}, "addNewEventPage", true},
         {"CardViewForEventObject",
          "",
@@ -119,7 +123,37 @@ QQuickItem* visualOf(QObject* object) {
     return object ? object->property("contentItem").value<QQuickItem*>() : nullptr;
 }
 
-bool isShown(QQuickWindow* window, QObject* object) {
+// The middle of an item in window coordinates.
+QPointF middleOf(QQuickItem* item) {
+    return item->mapToScene(QPointF(item->width() / 2, item->height() / 2));
+}
+
+bool insideWindow(QQuickWindow* window, QPointF point) {
+    return point.x() >= 0 && point.y() >= 0 && point.x() < window->width() &&
+           point.y() < window->height();
+}
+
+// Scrolls the views around an item, innermost first, until its middle is inside each of them,
+// as a thumb would before tapping it.
+void bringIntoView(QQuickItem* item) {
+    for (auto* view = item->parentItem(); view; view = view->parentItem()) {
+        if (!view->inherits("QQuickFlickable")) {
+            continue;
+        }
+        const qreal y = item->mapToItem(view, QPointF(0, item->height() / 2)).y();
+        if (y >= 0 && y < view->height()) {
+            continue;
+        }
+        auto* content = view->property("contentItem").value<QQuickItem*>();
+        const qreal middle = item->mapToItem(content, QPointF(0, item->height() / 2)).y();
+        const qreal top = view->property("originY").toReal();
+        const qreal last = top + view->property("contentHeight").toReal() - view->height();
+        view->setProperty("contentY",
+                          std::clamp(middle - view->height() / 2, top, std::max(top, last)));
+    }
+}
+
+bool isShown(QQuickWindow* window, QObject* object, bool onScreen = true) {
     if (!object->property("visible").toBool()) {
         return false;
     }
@@ -130,29 +164,28 @@ bool isShown(QQuickWindow* window, QObject* object) {
     if (!item || !item->isVisible() || item->width() <= 0 || item->height() <= 0) {
         return false;
     }
-    const QPointF middle = item->mapToScene(QPointF(item->width() / 2, item->height() / 2));
-    return middle.x() >= 0 && middle.y() >= 0 && middle.x() < window->width() &&
-           middle.y() < window->height();
+    return !onScreen || insideWindow(window, middleOf(item));
 }
 
 // Searches the object tree (popups and handlers are QObject children) and the visual tree
 // (items a Repeater or a view makes have a visual parent only).
-QObject* findIn(QQuickWindow* window, QObject* root, const QString& name, QSet<QObject*>& seen) {
+QObject* findIn(QQuickWindow* window, QObject* root, const QString& name, bool onScreen,
+                QSet<QObject*>& seen) {
     if (!root || seen.contains(root)) {
         return nullptr;
     }
     seen.insert(root);
-    if (root->objectName() == name && isShown(window, root)) {
+    if (root->objectName() == name && isShown(window, root, onScreen)) {
         return root;
     }
     for (auto* child : root->children()) {
-        if (auto* found = findIn(window, child, name, seen)) {
+        if (auto* found = findIn(window, child, name, onScreen, seen)) {
             return found;
         }
     }
     if (auto* item = qobject_cast<QQuickItem*>(root)) {
         for (auto* child : item->childItems()) {
-            if (auto* found = findIn(window, child, name, seen)) {
+            if (auto* found = findIn(window, child, name, onScreen, seen)) {
                 return found;
             }
         }
@@ -214,7 +247,8 @@ void step(const std::shared_ptr<Walk>& walk) {
     const QString wanted = finished ? walk->stop.target : walk->stop.taps.at(walk->next);
     const bool swipe = wanted.startsWith(QStringLiteral("swipe:"));
     const QString name = swipe ? wanted.mid(6) : wanted;
-    QObject* found = findShownObject(walk->window, name);
+    // What is tapped may lie further down a scrolling page; the target must be on screen.
+    QObject* found = findShownObject(walk->window, name, finished);
     if (!found) {
         if (walk->waitedMs >= walk->patienceMs) {
             walk->done(nullptr,
@@ -236,6 +270,8 @@ void step(const std::shared_ptr<Walk>& walk) {
         return;
     }
     auto* item = visualOf(found);
+    bringIntoView(item);
+        qWarning("tap %s at %f,%f", qPrintable(name), middleOf(item).x(), middleOf(item).y());
     swipe ? swipeLeft(walk->window, item) : tap(walk->window, item);
     ++walk->next;
     walk->waitedMs = 0;
@@ -244,14 +280,14 @@ void step(const std::shared_ptr<Walk>& walk) {
 
 } // namespace
 
-QObject* findShownObject(QQuickWindow* window, const QString& name) {
+QObject* findShownObject(QQuickWindow* window, const QString& name, bool onScreen) {
     QSet<QObject*> seen;
-    if (auto* found = findIn(window, window->contentItem(), name, seen)) {
+    if (auto* found = findIn(window, window->contentItem(), name, onScreen, seen)) {
         return found;
     }
     // Popups whose declaring object isn't under the content item still draw into the overlay.
     for (auto* object : window->findChildren<QObject*>(name)) {
-        if (isShown(window, object)) {
+        if (isShown(window, object, onScreen)) {
             return object;
         }
     }

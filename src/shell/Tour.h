@@ -34,9 +34,9 @@ const QList<TourStop>& tourStops();
 /// "SettingView" for a page made from SettingView.qml: the QML type of a QML-made object.
 QString qmlTypeName(const QObject* object);
 
-/// The first visible item or popup named `name` in the window whose middle lies inside the
-/// window; null when there is none.
-QObject* findShownObject(QQuickWindow* window, const QString& name);
+/// The first visible item or open popup named `name` in the window, with its middle inside the
+/// window when `onScreen`; null when there is none.
+QObject* findShownObject(QQuickWindow* window, const QString& name, bool onScreen = true);
 
 /// Closes every open popup and menu and goes back to the main screen at once.
 void returnToMainScreen(QQuickWindow* window);

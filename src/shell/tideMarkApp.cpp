@@ -3,6 +3,7 @@
 #include "calendar/Calendar.h"
 #include "notifications/notiFunc.h"
 #include "platform/linux/QtDispatcher.h"
+#include "platform/linux/SystemColorScheme.h"
 #include "shell/CalendarPage.h"
 #include "shell/QmlTypes.h"
 
@@ -36,7 +37,7 @@ QString tideMarkApp::preferredColorScheme() const {
     case Theme::systemDefault:
         break;
     }
-    return {};
+    return systemColorScheme_ ? systemColorScheme_->scheme() : QString();
 }
 
 bool tideMarkApp::hasQmlFile(const QString& fileName) const {
@@ -56,6 +57,9 @@ QString tideMarkApp::headline(int tabViewSelection) const {
 
 bool tideMarkApp::launch(QQmlApplicationEngine& engine) {
     appDelegate_.didFinishLaunching();
+    systemColorScheme_ = std::make_unique<SystemColorScheme>();
+    connect(systemColorScheme_.get(), &SystemColorScheme::darkChanged, this,
+            &tideMarkApp::preferredColorSchemeChanged);
 
     qmlRegisterSingletonInstance("TideMark", 1, 0, "DataStore", dataStore());
     qmlRegisterSingletonInstance("TideMark", 1, 0, "TideMarkApp", this);

@@ -15,10 +15,15 @@
 class QQmlApplicationEngine;
 
 namespace tidemark {
+class SystemColorScheme;
+}
+
+namespace tidemark {
 
 class tideMarkApp : public QObject {
     Q_OBJECT
-    /// "light", "dark" or "" (follow the system), from the theme setting.
+    /// "light" or "dark": the theme setting, or for "Default" the desktop's colour scheme, followed
+    /// live ("" until the window is loaded).
     Q_PROPERTY(
         QString preferredColorScheme READ preferredColorScheme NOTIFY preferredColorSchemeChanged)
 public:
@@ -64,6 +69,7 @@ private:
     std::unique_ptr<DataStore> dataStore_;
     Haptics haptics_;
     ObservationToken themeObservation_;
+    std::unique_ptr<SystemColorScheme> systemColorScheme_;
 };
 
 } // namespace tidemark

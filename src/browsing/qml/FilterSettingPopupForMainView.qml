@@ -22,7 +22,8 @@ Popup {
     padding: 0
     closePolicy: Popup.CloseOnEscape | Popup.CloseOnPressOutside
 
-    enter: Transition { NumberAnimation { property: "y"; from: popup.parent ? popup.parent.height : 800; duration: 220; easing.type: Easing.OutCubic } }
+    // Both ends are given: an animation that ended off screen must not leave the popup there.
+    enter: Transition { NumberAnimation { property: "y"; from: popup.parent ? popup.parent.height : 800; to: popup.parent ? popup.parent.height - popup.height : 0; duration: 220; easing.type: Easing.OutCubic } }
     exit: Transition { NumberAnimation { property: "y"; to: popup.parent ? popup.parent.height : 800; duration: 180 } }
 
     background: Rectangle {

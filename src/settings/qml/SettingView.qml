@@ -125,6 +125,7 @@ Item {
                     title: qsTrId("goToIcloudSettingPageAtSettingPage")
                     onClicked: view.open("PopupForIcloudSetting.qml")
                 }
+                AppLockSettingRow {}
             }
 
             SettingsGroup {
