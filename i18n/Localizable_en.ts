@@ -319,10 +319,6 @@
         <source>Website registration: tidemark.org (filing in progress)</source>
         <translation>Website registration: tidemark.org (filing in progress)</translation>
     </message>
-    <message id="footerVersionLineString">
-        <source>Tide Mark %1</source>
-        <translation>Tide Mark %1</translation>
-    </message>
     <message id="goToIcloudSettingPageAtSettingPage">
         <source>Cloud backup</source>
         <translation>Cloud backup</translation>

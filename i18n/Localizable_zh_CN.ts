@@ -319,10 +319,6 @@
         <source>Website registration: tidemark.org (filing in progress)</source>
         <translation>网站备案：tidemark.org（备案办理中）</translation>
     </message>
-    <message id="footerVersionLineString">
-        <source>Tide Mark %1</source>
-        <translation>潮记 %1</translation>
-    </message>
     <message id="goToIcloudSettingPageAtSettingPage">
         <source>Cloud backup</source>
         <translation>云备份</translation>

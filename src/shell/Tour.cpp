@@ -237,7 +237,7 @@ struct Walk {
 
 constexpr int kPollMs = 50;
 // Time for a tap's page or popup to open and its first fills to land.
-constexpr int kSettleMs = 350;
+constexpr int kSettleMs = 250;
 
 void step(const std::shared_ptr<Walk>& walk) {
     if (!walk->window) {
@@ -271,7 +271,6 @@ void step(const std::shared_ptr<Walk>& walk) {
     }
     auto* item = visualOf(found);
     bringIntoView(item);
-        qWarning("tap %s at %f,%f", qPrintable(name), middleOf(item).x(), middleOf(item).y());
     swipe ? swipeLeft(walk->window, item) : tap(walk->window, item);
     ++walk->next;
     walk->waitedMs = 0;

@@ -219,11 +219,12 @@ private slots:
         QSignalSpy card(page, SIGNAL(cardRequested(QString)));
         click(findChildItem(page, "memoButton"));
         click(findChildItem(page, "editButton"));
-        click(findChildItem(page, "shareButton"));
+        // Sharing as a picture isn't in the app yet: its button stays hidden.
+        QVERIFY(!findChildItem(page, "shareButton")->isVisible());
         click(findChildItem(page, "title"));
         QCOMPARE(memo.count(), 1);
         QCOMPARE(edit.count(), 1);
-        QCOMPARE(share.count(), 1);
+        QCOMPARE(share.count(), 0);
         QCOMPARE(card.count(), 1);
         QCOMPARE(edit.at(0).at(0).toString(), QString("full"));
         QCOMPARE(card.at(0).at(0).toString(), QString("full"));
@@ -256,9 +257,8 @@ private slots:
         QTRY_VERIFY(findChildItem(page, "emptyBox") &&
                     findChildItem(page, "emptyBox")->isVisible());
 
-        QSignalSpy nextDays(page, SIGNAL(nextFewDaysRequested()));
-        click(findChildItem(page, "nextFewDaysLink"));
-        QCOMPARE(nextDays.count(), 1);
+        // The next few days aren't in the app yet: the link stays hidden.
+        QVERIFY(!findChildItem(page, "nextFewDaysLink")->isVisible());
 
         store({makeEvent("a", "1")});
         QTRY_VERIFY(!findChildItem(page, "emptyBox")->isVisible());

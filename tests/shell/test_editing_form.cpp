@@ -869,15 +869,6 @@ Pane {
         clickInPage("trashButton");
         QTRY_COMPARE(topPage()->objectName(), QString("mainView"));
         QVERIFY(!storedEvent("EDIT1"));
-
-        // The settings tab opens its pages on the same stack.
-        QTRY_VERIFY(!stack()->property("busy").toBool());
-        click(item("tab_moreView"));
-        QTRY_VERIFY(item("settingPlaceholderView"));
-        QVERIFY(QMetaObject::invokeMethod(item("settingPlaceholderView"), "pageRequested",
-                                          Q_ARG(QString, "AddNewEventPage.qml"),
-                                          Q_ARG(QVariant, QVariantMap{})));
-        QTRY_COMPARE(topPage()->objectName(), QString("addNewEventPage"));
     }
     // One event of each kind made as a user makes it: switches on the form, the repeat and
     // reminder pages, then the confirm; the stored record, and the reminders planned anew.

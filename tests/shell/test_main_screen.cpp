@@ -7,6 +7,7 @@
 #include "records/Store.h"
 #include "shell/CalendarPage.h"
 #include "shell/DataStore.h"
+#include "shell/Tour.h"
 #include "shell/Translations.h"
 #include "shell/tideMarkApp.h"
 #include "test_main_support.h"
@@ -137,7 +138,7 @@ private slots:
     void tabsSwitchPersistAndPlusLeavesTheTab() {
         QVERIFY(open());
         QVERIFY(shown(item("calendarPageView")));
-        QVERIFY(!item("eventListPageView")); // built when first shown
+        QVERIFY(!item("eventListPage")); // built when first shown
         const auto colourOf = [&](const QString& tab) {
             return findItem(item("tab_" + tab), "tabIcon")->property("color").value<QColor>();
         };
@@ -148,7 +149,7 @@ private slots:
 
         click(item("tab_eventListView"));
         QCOMPARE(currentTab(), QString("eventListView"));
-        QVERIFY(shown(item("eventListPageView")));
+        QTRY_VERIFY(shown(item("eventListPage")));
         QVERIFY(!shown(item("calendarPageView")));
 
         click(item("tab_addNewEvent"));
@@ -164,19 +165,79 @@ private slots:
 
         click(item("tab_moreView"));
         QCOMPARE(currentTab(), QString("moreView"));
-        auto* note = item("settingsComingLabel");
-        QVERIFY(shown(note));
-        QCOMPARE(note->property("text").toString(), QString("Settings arrive in a later version."));
+        QVERIFY(shown(item("settingView")));
         QCOMPARE(app_->haptics()->requestCount(), hapticsBefore + 3);
 
         // A restart opens the saved tab, and the calendar page waits until it is shown.
         close();
         QVERIFY(open());
-        QVERIFY(shown(item("settingPlaceholderView")));
+        QVERIFY(shown(item("settingView")));
         QVERIFY(!item("calendarPageView"));
         click(item("tab_summaryView"));
         QCOMPARE(currentTab(), QString("summaryView"));
         QVERIFY(shown(item("calendarPageView")));
+    }
+
+    // Every page and popup is reached from the launch by taps alone, with a memo on each event
+    // so that the memo pages have something to show.
+    void everyPageIsReachedByTaps_data() {
+        QTest::addColumn<int>("stop");
+        for (int i = 0; i < tourStops().size(); ++i) {
+            const auto& stop = tourStops().at(i);
+            QTest::newRow(qPrintable(stop.page + QLatin1Char(' ') + stop.mode)) << i;
+        }
+    }
+    void everyPageIsReachedByTaps() {
+        QFETCH(int, stop);
+        seedEventsOfEveryKind();
+        for (const auto& event : Store::open().objects<eventInfo>()) {
+            realmDataFunc().addMemoData(event.eventId, "memo-" + event.eventId, "Memo", "Text",
+                                        now());
+        }
+        QVERIFY(open());
+        QObject* reached = nullptr;
+        QString error;
+        bool walked = false;
+        walkTourStop(window(), tourStops().at(stop), [&](QObject* target, const QString& why) {
+            reached = target;
+            error = why;
+            walked = true;
+        });
+        QTRY_VERIFY_WITH_TIMEOUT(walked, 20000);
+        QVERIFY2(reached, qPrintable(error));
+    }
+
+    // Desktop keys: Ctrl+N opens the form (not a second one), Escape leaves the top page; the
+    // appearance chosen on the main screen's page holds for the pages above it.
+    void keysAndTheChosenThemeReachEveryPage() {
+        QVERIFY(open());
+        auto* stack = item("appStack");
+        QTest::keyClick(window(), Qt::Key_N, Qt::ControlModifier);
+        QTRY_COMPARE(stack->property("depth").toInt(), 2);
+        QTest::keyClick(window(), Qt::Key_N, Qt::ControlModifier);
+        QTest::qWait(300);
+        QCOMPARE(stack->property("depth").toInt(), 2);
+        QTRY_VERIFY(!stack->property("busy").toBool());
+        QTest::keyClick(window(), Qt::Key_Escape);
+        QTRY_COMPARE(stack->property("depth").toInt(), 1);
+        QTRY_VERIFY(!stack->property("busy").toBool());
+
+        const auto pageIsDark = [&] {
+            auto* top = qvariant_cast<QQuickItem*>(stack->property("currentItem"));
+            return top->property("dark").toBool();
+        };
+        for (const auto& [choice, dark] :
+             {std::pair{"displayModeChoice1", true}, std::pair{"displayModeChoice0", false}}) {
+            click(item("displayModeButton"));
+            QTRY_COMPARE(stack->property("depth").toInt(), 2);
+            QTRY_VERIFY(!stack->property("busy").toBool());
+            click(qobject_cast<QQuickItem*>(findShownObject(window(), choice)));
+            QTRY_COMPARE(pageIsDark(), dark);
+            QCOMPARE(app_->preferredColorScheme(), QString(dark ? "dark" : "light"));
+            QTest::keyClick(window(), Qt::Key_Escape);
+            QTRY_COMPARE(stack->property("depth").toInt(), 1);
+            QTRY_VERIFY(!stack->property("busy").toBool());
+        }
     }
 
     void headlineFollowsThePageSetting() {

@@ -225,7 +225,7 @@ Item {
                 RowButton {
                     objectName: "shareButton"
                     // Sharing an event as a picture isn't part of the app yet.
-                    visible: TideMarkApp.hasQmlFile("GenImageForEventFromView.qml")
+                    visible: false
                     symbol: "square.and.arrow.up"
                     tint: colors.symbolTint
                     onClicked: row.shareRequested(row.eventId)

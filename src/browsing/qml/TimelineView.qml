@@ -7,7 +7,7 @@ import TideMark
 // The timeline: the kind menu, the filter button and the rows of the filtered list. Each time it
 // comes on screen it clears the pending reminders and plans them afresh. A row's buttons open
 // their pages on the stack the timeline is on (and are emitted as requests too). The link to the
-// next few days shows once that page is part of the app.
+// next few days stays hidden until that page is part of the app.
 Page {
     id: page
     objectName: "timelineView"
@@ -30,14 +30,13 @@ Page {
 
     /// Pushes a page of the window's folder onto the timeline's stack, if it is on one.
     function push(fileName, properties) {
-        if (page.StackView.view && TideMarkApp.hasQmlFile(fileName))
+        if (page.StackView.view)
             page.StackView.view.push(Qt.resolvedUrl(fileName), properties)
     }
     onMemoRequested: id => push("MemoForCardViewPage.qml", { eventId: id })
     onCardRequested: id => push("CardViewForEventObject.qml", { eventId: id })
     onEditRequested: id => push("AddNewEventPage.qml", { editOrAddNewEventCheckValue: true, eventId: id,
                                                          resetAllDataWhenEnterFromCardView: true })
-    onNextFewDaysRequested: push("NextFewDaysEventView.qml", {})
 
     /// Opens the filter page on the enclosing StackView, or the filter popup without one.
     function openFilters() {
@@ -88,7 +87,7 @@ Page {
 
         ItemDelegate {
             objectName: "nextFewDaysLink"
-            visible: TideMarkApp.hasQmlFile("NextFewDaysEventView.qml")
+            visible: false
             Layout.fillWidth: true
             Layout.leftMargin: 16
             Layout.rightMargin: 16

@@ -18,9 +18,8 @@ Popup {
     AppStorage { id: alwaysDark; key: "colorSchemeSetToAlwaysDark"; defaultValue: false }
     AppStorage { id: followSystem; key: "colorSchemeSetToFollowSystem"; defaultValue: false }
 
-    function between(a, b) {
-        return Qt.rgba((a.r + b.r) / 2, (a.g + b.g) / 2, (a.b + b.b) / 2, 1)
-    }
+    readonly property color sun: NamedColors.color("Sun", dark)
+    readonly property color moon: NamedColors.color("Moon", dark)
 
     parent: Overlay.overlay
     modal: true
@@ -81,9 +80,10 @@ Popup {
                 radius: 24
                 y: 8
                 x: 8 + sky.position * (sky.width - width - 16)
-                color: alwaysDark.value ? NamedColors.color("Moon", popup.dark)
-                     : alwaysLight.value ? NamedColors.color("Sun", popup.dark)
-                     : popup.between(NamedColors.color("Sun", popup.dark), NamedColors.color("Moon", popup.dark))
+                color: alwaysDark.value ? popup.moon
+                     : alwaysLight.value ? popup.sun
+                     : Qt.rgba((popup.sun.r + popup.moon.r) / 2, (popup.sun.g + popup.moon.g) / 2,
+                               (popup.sun.b + popup.moon.b) / 2, 1)
                 Behavior on x { NumberAnimation { duration: 320; easing.type: Easing.OutBack } }
                 Behavior on color { ColorAnimation { duration: 320 } }
             }

@@ -199,7 +199,7 @@ Item {
                     objectName: "versionLine"
                     Layout.fillWidth: true
                     horizontalAlignment: Text.AlignHCenter
-                    text: qsTrId("footerVersionLineString").arg(settingsModel.version)
+                    text: qsTrId("appDisplayName") + " " + settingsModel.version
                     font.pixelSize: 12
                     color: colors.secondaryText
                 }
