@@ -1,5 +1,6 @@
 #include "shell/Screenshots.h"
 
+#include "records/Defaults.h"
 #include "records/XdgPaths.h"
 #include "shell/Tour.h"
 
@@ -49,11 +50,33 @@ struct Run {
     bool allSaved = true;
 };
 
+// The lock page shows at a launch with the lock wished for; the copy of the data is locked
+// for these pictures instead.
+constexpr int kLockSettleMs = 600;
+
+void takeLockPictures(const std::shared_ptr<Run>& run, QStringList schemesLeft) {
+    Setting<bool> locked{"APP_FUNC_appLockStatu", false};
+    if (schemesLeft.isEmpty()) {
+        locked.set(false);
+        run->window->setProperty("pictureScheme", QString());
+        run->done(run->allSaved);
+        return;
+    }
+    const QString scheme = schemesLeft.takeFirst();
+    run->window->setProperty("pictureScheme", scheme);
+    locked.set(true);
+    QTimer::singleShot(kLockSettleMs, run->window, [run, scheme, schemesLeft] {
+        const QString path =
+            QDir(run->folder).filePath(QStringLiteral("UnlockAppView-%1.png").arg(scheme));
+        run->allSaved = run->window->grabWindow().save(path) && run->allSaved;
+        takeLockPictures(run, schemesLeft);
+    });
+}
+
 void takeNext(const std::shared_ptr<Run>& run) {
     if (run->todo.isEmpty()) {
-        run->window->setProperty("pictureScheme", QString());
         returnToMainScreen(run->window);
-        run->done(run->allSaved);
+        takeLockPictures(run, schemes());
         return;
     }
     const auto [stop, scheme] = run->todo.takeFirst();
@@ -81,6 +104,9 @@ QStringList pagePictureNames() {
         for (const auto& stop : tourStops()) {
             names << fileName(stop, scheme);
         }
+    }
+    for (const auto& scheme : schemes()) {
+        names << QStringLiteral("UnlockAppView-%1.png").arg(scheme);
     }
     return names;
 }

@@ -19,7 +19,8 @@ QStringList pagePictureNames();
 /// $XDG_CONFIG_HOME there for the rest of the process. False if a copy failed.
 bool useCopyOfUserData(const QString& folder);
 
-/// Walks the tour in light, then in dark, saving each page into `folder`, then calls `done`
+/// Walks the tour in light, then in dark, saving each page into `folder`, then the lock page in
+/// both (the copy of the data is locked for it), then calls `done`
 /// with whether every reachable page was saved. Pages reached through a stored event or memo are
 /// left out (and named on standard error) when the store has none.
 void savePagePictures(QQuickWindow* window, const QString& folder, std::function<void(bool)> done);

@@ -4,6 +4,7 @@
 #include "QtTestSupport.h"
 #include "TestSupport.h"
 #include "records/Defaults.h"
+#include "settings/EmailHelper.h"
 #include "settings/NotiSettingModel.h"
 #include "shell/Haptics.h"
 #include "shell/QmlTypes.h"
@@ -41,6 +42,39 @@ class NotiSettingsTest : public QObject {
     Setting<bool> authorization{"ALL_APP_notiAuthorizationForAppStatus", false};
 
 private slots:
+    // The feedback mail: a composer where a mail client is registered, else the contact page
+    // of the user's region.
+    void feedbackGoesToMailOrTheRegionsContactPage_data() {
+        QTest::addColumn<bool>("canSendMail");
+        QTest::addColumn<QString>("region");
+        QTest::addColumn<QString>("opened");
+        const QString mail = "mailto:feedback@tidemark.org?subject=Feedback%26Bugs - Tide Mark";
+        QTest::newRow("mail client, China") << true << "CN" << mail;
+        QTest::newRow("no mail client, no region") << false << ""
+                                                   << "https://tidemark.org/contact";
+        QTest::newRow("no mail client, Germany") << false << "DE"
+                                                 << "https://tidemark.org/contact";
+        for (const char* region : {"CN", "TW", "HK", "MO"}) {
+            QTest::addRow("no mail client, %s", region)
+                << false << region << "https://tidemark.org/zh/contact";
+        }
+    }
+    void feedbackGoesToMailOrTheRegionsContactPage() {
+        QFETCH(bool, canSendMail);
+        QFETCH(QString, region);
+        QFETCH(QString, opened);
+        EmailHelper helper;
+        QUrl seen;
+        helper.canSendMail = [&] { return canSendMail; };
+        helper.region = [&] { return region; };
+        helper.openUrl = [&](const QUrl& url) {
+            seen = url;
+            return true;
+        };
+        QVERIFY(helper.sendFeedbackMail("Feedback&Bugs - Tide Mark", "", "feedback@tidemark.org"));
+        QCOMPARE(seen.toString(QUrl::FullyEncoded).replace("%20", " "), opened);
+    }
+
     void initTestCase() {
         installTranslations(*QCoreApplication::instance(), "en_US");
         registerQmlTypes();
