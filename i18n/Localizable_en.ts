@@ -251,6 +251,26 @@
         <source> every</source>
         <translation> every</translation>
     </message>
+    <message id="damagedFileNoticeOkString">
+        <source>OK</source>
+        <translation>OK</translation>
+    </message>
+    <message id="damagedFileNoticeTitleString">
+        <source>A file could not be read</source>
+        <translation>A file could not be read</translation>
+    </message>
+    <message id="damagedRemindersFileNoticeString">
+        <source>The reminders file could not be read. It was kept aside as “%1” and your reminders were planned again from your events.</source>
+        <translation>The reminders file could not be read. It was kept aside as “%1” and your reminders were planned again from your events.</translation>
+    </message>
+    <message id="damagedSettingsFileNoticeString">
+        <source>Your settings file could not be read. It was kept aside as “%1” and Tide Mark started with fresh settings, as on a new installation. Your events are not affected.</source>
+        <translation>Your settings file could not be read. It was kept aside as “%1” and Tide Mark started with fresh settings, as on a new installation. Your events are not affected.</translation>
+    </message>
+    <message id="damagedSharedSettingsFileNoticeString">
+        <source>The widgets' data file could not be read. It was kept aside as “%1” and made again from your events.</source>
+        <translation>The widgets' data file could not be read. It was kept aside as “%1” and made again from your events.</translation>
+    </message>
     <message id="editEventNotiSettingNavigationTitleStringAtRepeatEventSettingPage">
         <source>Reminder</source>
         <translation>Reminder</translation>

@@ -251,6 +251,26 @@
         <source> every</source>
         <translation>：每</translation>
     </message>
+    <message id="damagedFileNoticeOkString">
+        <source>OK</source>
+        <translation>好</translation>
+    </message>
+    <message id="damagedFileNoticeTitleString">
+        <source>A file could not be read</source>
+        <translation>有文件无法读取</translation>
+    </message>
+    <message id="damagedRemindersFileNoticeString">
+        <source>The reminders file could not be read. It was kept aside as “%1” and your reminders were planned again from your events.</source>
+        <translation>提醒文件无法读取，已另存为“%1”，并已根据你的事件重新安排提醒。</translation>
+    </message>
+    <message id="damagedSettingsFileNoticeString">
+        <source>Your settings file could not be read. It was kept aside as “%1” and Tide Mark started with fresh settings, as on a new installation. Your events are not affected.</source>
+        <translation>设置文件无法读取，已另存为“%1”，Tide Mark 以全新设置启动，如同新安装。你的事件不受影响。</translation>
+    </message>
+    <message id="damagedSharedSettingsFileNoticeString">
+        <source>The widgets' data file could not be read. It was kept aside as “%1” and made again from your events.</source>
+        <translation>小组件数据文件无法读取，已另存为“%1”，并已根据你的事件重新生成。</translation>
+    </message>
     <message id="editEventNotiSettingNavigationTitleStringAtRepeatEventSettingPage">
         <source>Reminder</source>
         <translation>提醒</translation>

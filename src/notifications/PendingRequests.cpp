@@ -1,10 +1,10 @@
 #include "notifications/PendingRequests.h"
 
+#include "records/PrivateFiles.h"
 #include "records/XdgPaths.h"
 
 #include <chrono>
 #include <sqlite3.h>
-#include <system_error>
 #include <type_traits>
 
 namespace tidemark {
@@ -149,23 +149,11 @@ fs::path PendingRequests::defaultPath() {
 }
 
 PendingRequests::PendingRequests(fs::path path) : impl_(std::make_unique<Impl>()) {
-    std::error_code ec;
-    fs::create_directories(path.parent_path(), ec);
-    if (sqlite3_open_v2(path.c_str(), &impl_->db,
-                        SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE | SQLITE_OPEN_FULLMUTEX,
-                        nullptr) != SQLITE_OK) {
-        std::string text = impl_->db ? sqlite3_errmsg(impl_->db) : "out of memory";
-        sqlite3_close_v2(impl_->db);
-        impl_->db = nullptr;
-        throw PendingRequestsError("notifications: can't open " + path.string() + ": " + text);
-    }
-    sqlite3_busy_timeout(impl_->db, kBusyTimeoutMs);
-    try {
-        impl_->exec(kSchema);
-    } catch (...) {
-        sqlite3_close_v2(impl_->db);
-        impl_->db = nullptr;
-        throw;
+    std::string error;
+    impl_->db =
+        openPrivateDatabase(path, DamagedFileKind::reminders, kSchema, kBusyTimeoutMs, &error);
+    if (!impl_->db) {
+        throw PendingRequestsError("notifications: " + error);
     }
 }
 

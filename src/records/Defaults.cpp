@@ -1,8 +1,10 @@
 #include "records/Defaults.h"
 
 #include "base/Fatal.h"
+#include "records/PrivateFiles.h"
 #include "records/XdgPaths.h"
 
+#include <cstdio>
 #include <cstdlib>
 #include <map>
 #include <mutex>
@@ -55,28 +57,20 @@ struct DefaultsSuite::Impl {
         }
     }
 
-    /// Opens the file at `path` and makes its table; leaves db null when either fails.
+    /// Opens the file at `path` and makes its table; a file that isn't a database is set aside
+    /// for a fresh one. Leaves db null when even that fails.
     void open() {
         close();
-        std::error_code ignored;
-        fs::create_directories(path.parent_path(), ignored);
-        sqlite3* handle = nullptr;
-        const int rc = sqlite3_open_v2(
-            path.c_str(), &handle,
-            SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE | SQLITE_OPEN_FULLMUTEX, nullptr);
-        if (rc != SQLITE_OK) {
-            sqlite3_close_v2(handle);
-            return;
-        }
-        sqlite3_busy_timeout(handle, kBusyTimeoutMs);
         const char* setup = "PRAGMA journal_mode=WAL;"
                             "CREATE TABLE IF NOT EXISTS defaults ("
                             "key TEXT PRIMARY KEY, type TEXT NOT NULL, value)";
-        if (sqlite3_exec(handle, setup, nullptr, nullptr, nullptr) != SQLITE_OK) {
-            sqlite3_close_v2(handle);
-            return;
+        const auto kind = path == standardDefaultsPath() ? DamagedFileKind::settings
+                                                         : DamagedFileKind::sharedSettings;
+        std::string error;
+        db = openPrivateDatabase(path, kind, setup, kBusyTimeoutMs, &error);
+        if (!db) {
+            std::fprintf(stderr, "Defaults: %s\n", error.c_str());
         }
-        db = handle;
     }
 
     void reopen(fs::path newPath) {

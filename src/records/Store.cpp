@@ -1,6 +1,7 @@
 #include "records/Store.h"
 
 #include "base/Fatal.h"
+#include "records/PrivateFiles.h"
 #include "records/XdgPaths.h"
 
 #include <cstdlib>
@@ -125,9 +126,11 @@ fs::path defaultStorePath() {
     }
     if (path.empty()) {
         path = xdgDataHome() / "tidemark" / "default.sqlite";
+        // The app's own folder: private, also when an earlier version made it readable.
+        makePrivateFolder(path.parent_path(), true);
+    } else {
+        makePrivateFolder(path.parent_path()); // one that can't be made shows as a failed open
     }
-    std::error_code ignored; // a folder that can't be made shows up as a failed open
-    fs::create_directories(path.parent_path(), ignored);
     return path;
 }
 
@@ -143,6 +146,7 @@ void setDefaultStorePath(const fs::path& path) {
 class StoreConnection {
 public:
     explicit StoreConnection(fs::path canonicalPath) : path_(std::move(canonicalPath)) {
+        makePrivateFile(path_); // SQLite gives its -wal and -shm files the same mode
         const int rc = sqlite3_open_v2(
             path_.c_str(), &db_, SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE | SQLITE_OPEN_NOMUTEX,
             nullptr);
@@ -399,9 +403,8 @@ Store Store::open() {
 }
 
 Store Store::open(const fs::path& path) {
-    std::error_code ignored;
     if (path.has_parent_path()) {
-        fs::create_directories(path.parent_path(), ignored);
+        makePrivateFolder(path.parent_path());
     }
     const fs::path canonical = canonicalStorePath(path);
     auto& connections = threadConnections();

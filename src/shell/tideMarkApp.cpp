@@ -4,8 +4,10 @@
 #include "notifications/notiFunc.h"
 #include "platform/linux/QtDispatcher.h"
 #include "platform/linux/SystemColorScheme.h"
+#include "records/PrivateFiles.h"
 #include "shell/CalendarPage.h"
 #include "shell/QmlTypes.h"
+#include "widgets/widgetFunc.h"
 
 #include <QFile>
 #include <QQmlApplicationEngine>
@@ -70,6 +72,32 @@ bool tideMarkApp::launch(QQmlApplicationEngine& engine) {
 
     engine.load(QUrl(QStringLiteral("qrc:/qml/Main.qml")));
     return !engine.rootObjects().isEmpty();
+}
+
+QStringList tideMarkApp::takeDamagedFileMessages() {
+    QStringList messages;
+    bool replan = false;
+    bool republish = false;
+    for (const auto& notice : takeDamagedFileNotices()) {
+        const char* key = "damagedSettingsFileNoticeString";
+        if (notice.kind == DamagedFileKind::reminders) {
+            key = "damagedRemindersFileNoticeString";
+            replan = true;
+        } else if (notice.kind == DamagedFileKind::sharedSettings) {
+            key = "damagedSharedSettingsFileNoticeString";
+            republish = true;
+        }
+        messages << qtTrId(key).arg(QString::fromStdString(notice.keptAs.string()));
+    }
+    if (replan) {
+        notiFunc noti;
+        noti.removeAllNotiRequests();
+        noti.planAllNotiRequests();
+    }
+    if (republish) {
+        widgetFunc().publishEventDataToWidget();
+    }
+    return messages;
 }
 
 void tideMarkApp::handleBackgroundRefresh() {

@@ -10,6 +10,7 @@
 
 #include <QObject>
 #include <QString>
+#include <QStringList>
 #include <memory>
 
 class QQmlApplicationEngine;
@@ -54,6 +55,11 @@ public:
     /// Whether the window's QML folder holds `fileName` (a page that lands later may be
     /// missing still).
     Q_INVOKABLE bool hasQmlFile(const QString& fileName) const;
+
+    /// The messages about files found damaged and kept aside since the last call, each handed
+    /// out once. Reminders are planned again and the widget data published again when their
+    /// file was the one replaced.
+    Q_INVOKABLE QStringList takeDamagedFileMessages();
 
     /// Runs the launch sequence, then loads the window into `engine`. False if QML failed.
     bool launch(QQmlApplicationEngine& engine);

@@ -2,7 +2,6 @@
 #include "TestSupport.h"
 #include "notifications/PendingRequests.h"
 
-#include <fstream>
 #include <gtest/gtest.h>
 
 using namespace tidemark;
@@ -114,20 +113,4 @@ TEST_F(PendingRequestsTest, TheAuthorisationQuestionIsRememberedInTheFile) {
     EXPECT_FALSE(PendingRequests(path).authorizationRequested());
     PendingRequests(path).setAuthorizationRequested();
     EXPECT_TRUE(PendingRequests(path).authorizationRequested());
-}
-
-TEST_F(PendingRequestsTest, AFileThatIsNoDatabaseIsReportedNotOverwritten) {
-    std::filesystem::create_directories(path.parent_path());
-    std::ofstream(path) << "these are not the reminders you are looking for, but a long text "
-                           "that is certainly no SQLite header";
-    try {
-        PendingRequests file(path);
-        FAIL() << "opened a file that is not a database";
-    } catch (const PendingRequestsError& e) {
-        EXPECT_NE(std::string(e.what()).find("notifications:"), std::string::npos) << e.what();
-    }
-    std::ifstream in(path);
-    std::string first;
-    in >> first;
-    EXPECT_EQ(first, "these");
 }

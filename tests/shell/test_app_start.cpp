@@ -4,12 +4,14 @@
 #include "TestSupport.h"
 #include "records/Defaults.h"
 #include "records/EventJson.h"
+#include "records/PrivateFiles.h"
 #include "records/SettingsKeys.h"
 #include "records/Store.h"
 #endif
 
 #include <QProcess>
 #include <QTest>
+#include <fstream>
 #include <nlohmann/json.hpp>
 #include <sqlite3.h>
 
@@ -102,6 +104,36 @@ private slots:
         // A second start adds nothing.
         QCOMPARE(startApp(), 0);
         QCOMPARE(Store::open().count<eventInfo>(), std::int64_t(2));
+    }
+
+    // A settings file that is no database is kept aside once; the first-launch work runs once,
+    // as on a new installation, not at every start.
+    void aDamagedSettingsFileIsKeptAsideOnce_data() {
+        QTest::addColumn<bool>("folder");
+        QTest::newRow("garbage") << false;
+        QTest::newRow("folder") << true;
+    }
+    void aDamagedSettingsFileIsKeptAsideOnce() {
+        QFETCH(bool, folder);
+        const auto settings = storage_->configHome() / "tidemark" / "defaults.sqlite";
+        DefaultsSuite::standard(); // made by the storage; let go of it before damaging it
+        std::filesystem::remove_all(settings.parent_path());
+        std::filesystem::create_directories(folder ? settings : settings.parent_path());
+        if (!folder) {
+            std::ofstream(settings) << std::string(3000, '\x7f');
+        }
+        for (int start = 0; start < 3; ++start) {
+            QCOMPARE(startApp(), 0);
+            QVERIFY(!std::filesystem::exists(damagedFileNoticesPath())); // shown, so taken
+        }
+        QCOMPARE(Store::open().count<eventInfo>(), std::int64_t(2));
+        int aside = 0;
+        for (const auto& entry : std::filesystem::directory_iterator(settings.parent_path())) {
+            aside += entry.path().filename().string().starts_with("defaults.sqlite.damaged-") &&
+                     !entry.path().string().ends_with("-wal") &&
+                     !entry.path().string().ends_with("-shm");
+        }
+        QCOMPARE(aside, 1);
     }
 
     void theLockWishIsTakenAtLaunchAndCleared() {

@@ -513,49 +513,17 @@ Page {
         }
     }
 
-    Dialog {
+    AlertDialog {
         id: alert
         objectName: "needMoreInfoAlert"
-        parent: Overlay.overlay
-        anchors.centerIn: parent
-        width: Math.min(parent ? parent.width - 64 : 300, 320)
-        modal: true
-        padding: 20
-        topPadding: 4
-        bottomPadding: 4
+        darkScheme: page.darkScheme
+        accent: page.accent
+        titleText: qsTrId("alertTitleStringForNeedMoreInfoAtAddNewEventPage")
+        message: qsTrId(form.alertMessageKey)
+        buttonText: qsTrId("alertButtonStringForNeedMoreInfoAtAddNewEventPage")
+        titleName: "needMoreInfoTitle"
+        messageName: "needMoreInfoMessage"
+        buttonName: "needMoreInfoButton"
         onClosed: form.alertForRequiredMoreInfo = false
-        background: Rectangle {
-            radius: 16
-            color: page.darkScheme ? "#2A3036" : "#FFFFFF"
-        }
-        header: Label {
-            objectName: "needMoreInfoTitle"
-            text: qsTrId("alertTitleStringForNeedMoreInfoAtAddNewEventPage")
-            padding: 20
-            bottomPadding: 8
-            wrapMode: Text.Wrap
-            font.pixelSize: 18
-            font.bold: true
-        }
-        contentItem: Label {
-            objectName: "needMoreInfoMessage"
-            text: qsTrId(form.alertMessageKey)
-            wrapMode: Text.Wrap
-            font.pixelSize: 15
-            opacity: 0.85
-        }
-        footer: DialogButtonBox {
-            alignment: Qt.AlignRight
-            background: null
-            Button {
-                objectName: "needMoreInfoButton"
-                text: qsTrId("alertButtonStringForNeedMoreInfoAtAddNewEventPage")
-                flat: true
-                font.capitalization: Font.MixedCase
-                font.bold: true
-                Material.foreground: page.accent
-                DialogButtonBox.buttonRole: DialogButtonBox.AcceptRole
-            }
-        }
     }
 }

@@ -86,6 +86,29 @@ ApplicationWindow {
         font.pixelSize: 15
     }
 
+    // A settings or reminders file that could not be read was kept aside and made afresh: the
+    // user is told once, on start or when the window comes back, in words they can read.
+    function tellDamagedFiles() {
+        const messages = TideMarkApp.takeDamagedFileMessages()
+        if (messages.length === 0)
+            return
+        damagedFileDialog.message = (damagedFileDialog.opened ? damagedFileDialog.message + "\n\n"
+                                                              : "") + messages.join("\n\n")
+        damagedFileDialog.open()
+    }
+    Component.onCompleted: tellDamagedFiles()
+    onActiveChanged: if (active) tellDamagedFiles()
+
+    AlertDialog {
+        id: damagedFileDialog
+        objectName: "damagedFileDialog"
+        darkScheme: window.darkScheme
+        titleText: qsTrId("damagedFileNoticeTitleString")
+        buttonText: qsTrId("damagedFileNoticeOkString")
+        messageName: "damagedFileText"
+        buttonName: "damagedFileOkButton"
+    }
+
     PopupManager {
         id: popupManager
         objectName: "popupManager"
