@@ -2,7 +2,7 @@
 
 #include "base/Fatal.h"
 #include "base/Localize.h"
-#include "cloud/CloudDatabase.h"
+#include "cloud/addEditAndDelDataAtCloud.h"
 #include "records/DeviceOwnerAuthenticator.h"
 #include "widgets/widgetFunc.h"
 

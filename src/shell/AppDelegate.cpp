@@ -1,6 +1,6 @@
 #include "shell/AppDelegate.h"
 
-#include "cloud/CloudDatabase.h"
+#include "cloud/cloudKitFunc.h"
 #include "notifications/notiFunc.h"
 #include "widgets/widgetFunc.h"
 
@@ -27,7 +27,7 @@ bool AppDelegate::didFinishLaunching() {
     }
 
     if (cloudkitFuncStatus.get()) {
-        cloudKitFunc().startDeferredStatusCheck();
+        cloudKitFunc().checkCloudAccountAndZones();
     }
 
     widgetFunc().publishEventDataToWidget();

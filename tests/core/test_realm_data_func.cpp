@@ -1,7 +1,7 @@
 // The store's change operations: what they write, what reaches the cloud and the widgets, in
 // which order, and where they stop the program.
 #include "TestSupport.h"
-#include "cloud/CloudDatabase.h"
+#include "cloud/CloudService.h"
 #include "records/EventJson.h"
 #include "records/SettingsKeys.h"
 #include "records/realmDataFunc.h"
@@ -37,25 +37,47 @@ std::vector<eventObjectAtWidget> publishedEvents() {
     return decoded.value_or(std::vector<eventObjectAtWidget>{});
 }
 
-class RecordingCloud final : public CloudDatabase {
+/// Notes each transfer as it starts (the first call of each one); the answers never come.
+class RecordingCloud final : public CloudService {
 public:
     explicit RecordingCloud(std::shared_ptr<Journal> j) : journal(std::move(j)) {}
-    void saveEventRecord(const eventInfo& e) override {
-        // The store's transaction has committed before the transfer starts.
-        const bool stored = Store::open().object<eventInfo>(e.eventId) == std::optional(e);
-        journal->entries.push_back("cloud save event " + e.eventId + (stored ? " (stored)" : ""));
+    void fetchRecord(
+        const CloudRecordId& id,
+        std::function<void(std::optional<CloudRecord>, std::optional<CloudError>)>) override {
+        if (id.zoneName == "eventZone") {
+            // The store's transaction has committed before the transfer starts.
+            const bool stored = Store::open().object<eventInfo>(id.recordName).has_value();
+            journal->entries.push_back("cloud save event " + id.recordName +
+                                       (stored ? " (stored)" : ""));
+        } else {
+            journal->entries.push_back("cloud save memo " + id.recordName);
+        }
     }
-    void deleteEventRecord(const std::string& id) override {
-        const bool gone = !Store::open().object<eventInfo>(id);
-        journal->entries.push_back("cloud delete event " + id + (gone ? " (gone)" : ""));
+    void modifyRecords(std::vector<CloudRecord>, std::vector<CloudRecordId> toDelete,
+                       std::function<void(std::optional<CloudError>)>) override {
+        for (const auto& id : toDelete) {
+            if (id.zoneName == "eventZone") {
+                const bool gone = !Store::open().object<eventInfo>(id.recordName);
+                journal->entries.push_back("cloud delete event " + id.recordName +
+                                           (gone ? " (gone)" : ""));
+            } else {
+                journal->entries.push_back("cloud delete memo " + id.recordName);
+            }
+        }
     }
-    void saveMemoRecord(const memoDataForNotiObject& m) override {
-        journal->entries.push_back("cloud save memo " + m.memoId);
+    void
+    accountStatus(std::function<void(CloudAccountStatus, std::optional<CloudError>)>) override {}
+    void fetchUserRecordId(
+        std::function<void(std::optional<std::string>, std::optional<CloudError>)>) override {}
+    void
+    fetchZone(const std::string&,
+              std::function<void(std::optional<std::string>, std::optional<CloudError>)>) override {
     }
-    void deleteMemoRecord(const std::string& id) override {
-        journal->entries.push_back("cloud delete memo " + id);
-    }
-    void startDeferredStatusCheck() override { journal->entries.push_back("cloud check"); }
+    void saveZone(const std::string&, std::function<void(std::optional<CloudError>)>) override {}
+    void saveRecord(const CloudRecord&, std::function<void(std::optional<CloudError>)>) override {}
+    void queryRecords(const std::string&, std::optional<CloudQueryCursor>, std::size_t,
+                      std::function<void(std::vector<CloudRecord>, std::optional<CloudQueryCursor>,
+                                         std::optional<CloudError>)>) override {}
     std::shared_ptr<Journal> journal;
 };
 
@@ -89,11 +111,11 @@ class RealmDataFuncTest : public ::testing::Test {
 protected:
     void SetUp() override {
         journal = std::make_shared<Journal>();
-        setCloudDatabase(std::make_shared<RecordingCloud>(journal));
+        setCloudService(std::make_shared<RecordingCloud>(journal));
         setWidgetCenter(std::make_shared<RecordingWidgets>(journal));
     }
     void TearDown() override {
-        setCloudDatabase(nullptr);
+        setCloudService(nullptr);
         setWidgetCenter(nullptr);
     }
     void cloudOn() { Setting<bool>("ALL_APP_cloudkitFuncStatus", false).set(true); }

@@ -51,18 +51,41 @@ void FakeScheduler::cancelAll() {
     pending_.clear();
 }
 
+void FakeCloud::accountStatus(std::function<void(CloudAccountStatus, std::optional<CloudError>)>) {
+    log_->push_back("cloud check");
+}
+void FakeCloud::fetchRecord(
+    const CloudRecordId& id,
+    std::function<void(std::optional<CloudRecord>, std::optional<CloudError>)>) {
+    if (id.zoneName == "eventZone") {
+        const auto stored = Store::open().object<eventInfo>(id.recordName);
+        log_->push_back("cloud save " + (stored ? stored->eventTitle : id.recordName));
+    } else {
+        log_->push_back("cloud memo " + id.recordName);
+    }
+}
+void FakeCloud::modifyRecords(std::vector<CloudRecord>, std::vector<CloudRecordId> toDelete,
+                              std::function<void(std::optional<CloudError>)>) {
+    for (const auto& id : toDelete) {
+        log_->push_back((id.zoneName == "eventZone" ? "cloud delete " : "cloud memo delete ") +
+                        id.recordName);
+    }
+}
+
 FakeServices::FakeServices(BackgroundRefreshStatus status, bool grant) {
     center = std::make_shared<FakeNotificationCenter>(log, grant);
     setNotificationCenter(center);
     setBackgroundTaskScheduler(std::make_shared<FakeScheduler>(log, status));
-    setCloudDatabase(std::make_shared<FakeCloud>(log));
+    setCloudService(std::make_shared<FakeCloud>(log));
+    setMainQueue(std::make_shared<HeldMainQueue>());
     setWidgetCenter(std::make_shared<FakeWidgets>(log));
 }
 
 FakeServices::~FakeServices() {
     setNotificationCenter(nullptr);
     setBackgroundTaskScheduler(nullptr);
-    setCloudDatabase(nullptr);
+    setCloudService(nullptr);
+    setMainQueue(nullptr);
     setWidgetCenter(nullptr);
 }
 

@@ -4,7 +4,7 @@
 class QObject;
 class QQuickItem;
 
-#include "cloud/CloudDatabase.h"
+#include "cloud/CloudService.h"
 #include "notifications/NotificationCenter.h"
 #include "records/Observation.h"
 #include "records/eventInfo.h"
@@ -57,25 +57,38 @@ private:
     std::vector<BackgroundTaskRequest> pending_;
 };
 
-class FakeCloud final : public CloudDatabase {
+/// Logs each cloud transfer and check as it starts, by the names the screens know (an event by
+/// its stored title); the answers never come.
+class FakeCloud final : public CloudService {
 public:
     explicit FakeCloud(CallLog log) : log_(std::move(log)) {}
-    void saveEventRecord(const eventInfo& e) override {
-        log_->push_back("cloud save " + e.eventTitle);
+    void accountStatus(std::function<void(CloudAccountStatus, std::optional<CloudError>)>) override;
+    void fetchUserRecordId(
+        std::function<void(std::optional<std::string>, std::optional<CloudError>)>) override {}
+    void
+    fetchZone(const std::string&,
+              std::function<void(std::optional<std::string>, std::optional<CloudError>)>) override {
     }
-    void deleteEventRecord(const std::string& id) override {
-        log_->push_back("cloud delete " + id);
-    }
-    void saveMemoRecord(const memoDataForNotiObject& m) override {
-        log_->push_back("cloud memo " + m.memoId);
-    }
-    void deleteMemoRecord(const std::string& id) override {
-        log_->push_back("cloud memo delete " + id);
-    }
-    void startDeferredStatusCheck() override { log_->push_back("cloud check"); }
+    void saveZone(const std::string&, std::function<void(std::optional<CloudError>)>) override {}
+    void fetchRecord(
+        const CloudRecordId& id,
+        std::function<void(std::optional<CloudRecord>, std::optional<CloudError>)>) override;
+    void saveRecord(const CloudRecord&, std::function<void(std::optional<CloudError>)>) override {}
+    void modifyRecords(std::vector<CloudRecord>, std::vector<CloudRecordId> toDelete,
+                       std::function<void(std::optional<CloudError>)>) override;
+    void queryRecords(const std::string&, std::optional<CloudQueryCursor>, std::size_t,
+                      std::function<void(std::vector<CloudRecord>, std::optional<CloudQueryCursor>,
+                                         std::optional<CloudError>)>) override {}
 
 private:
     CallLog log_;
+};
+
+/// Keeps the cloud check's timed steps from running: a test sees the check start, never its end.
+class HeldMainQueue final : public MainQueue {
+public:
+    void async(std::function<void()>) override {}
+    void asyncAfter(double, std::function<void()>) override {}
 };
 
 class FakeWidgets final : public WidgetCenter {
