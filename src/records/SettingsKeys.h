@@ -72,6 +72,10 @@ inline constexpr std::array kSettingKeys{
     SettingKey{"FUNC_CLOUD_lastManuallyBackupTimeStringForiCloudDataTask", SettingType::String},
     SettingKey{"APP_CLOUDKITPAGE_loadingViewToggleForCloudkitPageBackupButton", SettingType::Bool},
     SettingKey{"APP_CLOUDKITPAGE_loadingViewToggleForCloudkitPageDownloadButton", SettingType::Bool},
+    // the WebDAV account of this device (its password is in the Secret Service)
+    SettingKey{"LINUX_CLOUD_serverAddress", SettingType::String},
+    SettingKey{"LINUX_CLOUD_userName", SettingType::String},
+    SettingKey{"LINUX_CLOUD_pinnedCertificate", SettingType::String},
     // unsaved input of the add-or-edit form
     SettingKey{"AE_eventColorString", SettingType::String},
     SettingKey{"AE_eventShareGroupId", SettingType::String},
