@@ -111,6 +111,22 @@
         <source>Title</source>
         <translation>Title</translation>
     </message>
+    <message id="alert title text for cloud func not active because id changed at cloudkit page">
+        <source>Another account</source>
+        <translation>Another account</translation>
+    </message>
+    <message id="alert title text for download all data at cloudkit page">
+        <source>Restore everything?</source>
+        <translation>Restore everything?</translation>
+    </message>
+    <message id="alert title text for upload all data at cloudkit page">
+        <source>Back up everything?</source>
+        <translation>Back up everything?</translation>
+    </message>
+    <message id="alertButtonCancelStringForForDeleteThisEventAtCardView">
+        <source>Cancel</source>
+        <translation>Cancel</translation>
+    </message>
     <message id="alertButtonStringForForDeleteThisEventAtCardView">
         <source>Delete event</source>
         <translation>Delete event</translation>
@@ -191,6 +207,18 @@
         <source>Tide</source>
         <translation>Tide</translation>
     </message>
+    <message id="button label text for cloud func not active because id changed at cloudkit page">
+        <source>Use this account</source>
+        <translation>Use this account</translation>
+    </message>
+    <message id="button label text for download all data at cloudkit page">
+        <source>Restore</source>
+        <translation>Restore</translation>
+    </message>
+    <message id="button label text for upload all data at cloudkit page">
+        <source>Back up</source>
+        <translation>Back up</translation>
+    </message>
     <message id="changeBackgroundImageMenuAtBrandNewSettingView">
         <source>Background</source>
         <translation>Background</translation>
@@ -203,6 +231,14 @@
         <source>Backup to and restore from your own WebDAV server (Nextcloud, ownCloud and others) arrive in a later version. Your events stay on this device until then.</source>
         <translation>Backup to and restore from your own WebDAV server (Nextcloud, ownCloud and others) arrive in a later version. Your events stay on this device until then.</translation>
     </message>
+    <message id="cloudConnectionFailedString">
+        <source>The server does not accept this account: %1</source>
+        <translation>The server does not accept this account: %1</translation>
+    </message>
+    <message id="cloudConnectionOkString">
+        <source>The server answers: your account is available.</source>
+        <translation>The server answers: your account is available.</translation>
+    </message>
     <message id="cloudFuncStatusOffTitleStringAtNotiSettingSubViewPage">
         <source>Cloud backup is off</source>
         <translation>Cloud backup is off</translation>
@@ -210,6 +246,42 @@
     <message id="cloudFuncStatusOnTitleStringAtNotiSettingSubViewPage">
         <source>Cloud backup is on</source>
         <translation>Cloud backup is on</translation>
+    </message>
+    <message id="cloudPasswordInMemoryString">
+        <source>No keyring answers on this desktop: the password is kept only until Tide Mark closes.</source>
+        <translation>No keyring answers on this desktop: the password is kept only until Tide Mark closes.</translation>
+    </message>
+    <message id="cloudPasswordString">
+        <source>Password</source>
+        <translation>Password</translation>
+    </message>
+    <message id="cloudRecordsDoneString">
+        <source>%1 of %2 records</source>
+        <translation>%1 of %2 records</translation>
+    </message>
+    <message id="cloudServerAddressInvalidString">
+        <source>Enter the address of your server, beginning with https:// (or http://).</source>
+        <translation>Enter the address of your server, beginning with https:// (or http://).</translation>
+    </message>
+    <message id="cloudServerAddressPlaceholderString">
+        <source>https://cloud.example.org/remote.php/dav/files/me/</source>
+        <translation>https://cloud.example.org/remote.php/dav/files/me/</translation>
+    </message>
+    <message id="cloudServerAddressString">
+        <source>Server address</source>
+        <translation>Server address</translation>
+    </message>
+    <message id="cloudTestConnectionButtonString">
+        <source>Test connection</source>
+        <translation>Test connection</translation>
+    </message>
+    <message id="cloudTrustCertificateButtonString">
+        <source>Trust this certificate</source>
+        <translation>Trust this certificate</translation>
+    </message>
+    <message id="cloudUserNameString">
+        <source>User name</source>
+        <translation>User name</translation>
     </message>
     <message id="colorSectionTitleStringAtFilterPage">
         <source>Colour</source>
@@ -270,6 +342,14 @@
     <message id="damagedSharedSettingsFileNoticeString">
         <source>The widgets' data file could not be read. It was kept aside as “%1” and made again from your events.</source>
         <translation>The widgets' data file could not be read. It was kept aside as “%1” and made again from your events.</translation>
+    </message>
+    <message id="downloadAllDataNowButtonAtCloudKitPage">
+        <source>Restore now</source>
+        <translation>Restore now</translation>
+    </message>
+    <message id="downloadAllDataNowTextAtCloudKitPage">
+        <source>Reads every event and memo from your server; records of the same name on this device are replaced, none is deleted.</source>
+        <translation>Reads every event and memo from your server; records of the same name on this device are replaced, none is deleted.</translation>
     </message>
     <message id="editEventNotiSettingNavigationTitleStringAtRepeatEventSettingPage">
         <source>Reminder</source>
@@ -403,6 +483,14 @@
         <source>Show</source>
         <translation>Show</translation>
     </message>
+    <message id="lastManuallyBackupTimeStringAtCloudKitPage">
+        <source>Last manual backup</source>
+        <translation>Last manual backup</translation>
+    </message>
+    <message id="lastSyncTimeStringAtCloudKitPage">
+        <source>Last sync</source>
+        <translation>Last sync</translation>
+    </message>
     <message id="lightAndDarkMode">
         <source>Appearance</source>
         <translation>Appearance</translation>
@@ -454,6 +542,18 @@
     <message id="menuShowStarEventStringForTimelineView">
         <source>Starred</source>
         <translation>Starred</translation>
+    </message>
+    <message id="message text for cloud func not active because id changed at cloudkit page">
+        <source>This device used another account on your server before. Tide Mark will use the account now signed in from here on.</source>
+        <translation>This device used another account on your server before. Tide Mark will use the account now signed in from here on.</translation>
+    </message>
+    <message id="message text for download all data at cloudkit page">
+        <source>Every event and memo on your server is read into this device; records of the same name here are replaced.</source>
+        <translation>Every event and memo on your server is read into this device; records of the same name here are replaced.</translation>
+    </message>
+    <message id="message text for upload all data at cloudkit page">
+        <source>Every event and memo of this device is written to your server, over what it holds under the same names.</source>
+        <translation>Every event and memo of this device is written to your server, over what it holds under the same names.</translation>
     </message>
     <message id="monthMutilSelectionsLastDayOfMonthUseGuideString">
         <source>The last-day cell picks the last day of every month, whatever its length.</source>
@@ -798,6 +898,14 @@
     <message id="unlockAppUnavailableString">
         <source>This system has no way to confirm that it's you, so Tide Mark stays locked.</source>
         <translation>This system has no way to confirm that it's you, so Tide Mark stays locked.</translation>
+    </message>
+    <message id="uploadAllDataNowButtonAtCloudKitPage">
+        <source>Back up now</source>
+        <translation>Back up now</translation>
+    </message>
+    <message id="uploadAllDataNowTextAtCloudKitPage">
+        <source>Writes every event and memo of this device to your server.</source>
+        <translation>Writes every event and memo of this device to your server.</translation>
     </message>
     <message id="weekForWeekMutilSelection01">
         <source>Mon</source>

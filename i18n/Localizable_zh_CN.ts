@@ -111,6 +111,22 @@
         <source>Title</source>
         <translation>标题</translation>
     </message>
+    <message id="alert title text for cloud func not active because id changed at cloudkit page">
+        <source>Another account</source>
+        <translation>账户已更换</translation>
+    </message>
+    <message id="alert title text for download all data at cloudkit page">
+        <source>Restore everything?</source>
+        <translation>恢复全部数据？</translation>
+    </message>
+    <message id="alert title text for upload all data at cloudkit page">
+        <source>Back up everything?</source>
+        <translation>备份全部数据？</translation>
+    </message>
+    <message id="alertButtonCancelStringForForDeleteThisEventAtCardView">
+        <source>Cancel</source>
+        <translation>取消</translation>
+    </message>
     <message id="alertButtonStringForForDeleteThisEventAtCardView">
         <source>Delete event</source>
         <translation>删除事件</translation>
@@ -191,6 +207,18 @@
         <source>Tide</source>
         <translation>潮汐</translation>
     </message>
+    <message id="button label text for cloud func not active because id changed at cloudkit page">
+        <source>Use this account</source>
+        <translation>使用此账户</translation>
+    </message>
+    <message id="button label text for download all data at cloudkit page">
+        <source>Restore</source>
+        <translation>恢复</translation>
+    </message>
+    <message id="button label text for upload all data at cloudkit page">
+        <source>Back up</source>
+        <translation>备份</translation>
+    </message>
     <message id="changeBackgroundImageMenuAtBrandNewSettingView">
         <source>Background</source>
         <translation>背景</translation>
@@ -203,6 +231,14 @@
         <source>Backup to and restore from your own WebDAV server (Nextcloud, ownCloud and others) arrive in a later version. Your events stay on this device until then.</source>
         <translation>备份到你自己的 WebDAV 服务器（Nextcloud、ownCloud 等）以及从中恢复的功能将在后续版本中推出。在此之前，你的事件只保存在本设备上。</translation>
     </message>
+    <message id="cloudConnectionFailedString">
+        <source>The server does not accept this account: %1</source>
+        <translation>服务器不接受此账户：%1</translation>
+    </message>
+    <message id="cloudConnectionOkString">
+        <source>The server answers: your account is available.</source>
+        <translation>服务器已响应：你的账户可用。</translation>
+    </message>
     <message id="cloudFuncStatusOffTitleStringAtNotiSettingSubViewPage">
         <source>Cloud backup is off</source>
         <translation>云备份已关闭</translation>
@@ -210,6 +246,42 @@
     <message id="cloudFuncStatusOnTitleStringAtNotiSettingSubViewPage">
         <source>Cloud backup is on</source>
         <translation>云备份已开启</translation>
+    </message>
+    <message id="cloudPasswordInMemoryString">
+        <source>No keyring answers on this desktop: the password is kept only until Tide Mark closes.</source>
+        <translation>此桌面没有可用的密钥环：密码只保留到 Tide Mark 关闭为止。</translation>
+    </message>
+    <message id="cloudPasswordString">
+        <source>Password</source>
+        <translation>密码</translation>
+    </message>
+    <message id="cloudRecordsDoneString">
+        <source>%1 of %2 records</source>
+        <translation>%1 / %2 条记录</translation>
+    </message>
+    <message id="cloudServerAddressInvalidString">
+        <source>Enter the address of your server, beginning with https:// (or http://).</source>
+        <translation>请输入服务器地址，以 https://（或 http://）开头。</translation>
+    </message>
+    <message id="cloudServerAddressPlaceholderString">
+        <source>https://cloud.example.org/remote.php/dav/files/me/</source>
+        <translation>https://cloud.example.org/remote.php/dav/files/me/</translation>
+    </message>
+    <message id="cloudServerAddressString">
+        <source>Server address</source>
+        <translation>服务器地址</translation>
+    </message>
+    <message id="cloudTestConnectionButtonString">
+        <source>Test connection</source>
+        <translation>测试连接</translation>
+    </message>
+    <message id="cloudTrustCertificateButtonString">
+        <source>Trust this certificate</source>
+        <translation>信任此证书</translation>
+    </message>
+    <message id="cloudUserNameString">
+        <source>User name</source>
+        <translation>用户名</translation>
     </message>
     <message id="colorSectionTitleStringAtFilterPage">
         <source>Colour</source>
@@ -270,6 +342,14 @@
     <message id="damagedSharedSettingsFileNoticeString">
         <source>The widgets' data file could not be read. It was kept aside as “%1” and made again from your events.</source>
         <translation>小组件数据文件无法读取，已另存为“%1”，并已根据你的事件重新生成。</translation>
+    </message>
+    <message id="downloadAllDataNowButtonAtCloudKitPage">
+        <source>Restore now</source>
+        <translation>立即恢复</translation>
+    </message>
+    <message id="downloadAllDataNowTextAtCloudKitPage">
+        <source>Reads every event and memo from your server; records of the same name on this device are replaced, none is deleted.</source>
+        <translation>从你的服务器读取所有事件和备忘；本设备上同名的记录会被替换，不会删除任何记录。</translation>
     </message>
     <message id="editEventNotiSettingNavigationTitleStringAtRepeatEventSettingPage">
         <source>Reminder</source>
@@ -403,6 +483,14 @@
         <source>Show</source>
         <translation>显示</translation>
     </message>
+    <message id="lastManuallyBackupTimeStringAtCloudKitPage">
+        <source>Last manual backup</source>
+        <translation>上次手动备份</translation>
+    </message>
+    <message id="lastSyncTimeStringAtCloudKitPage">
+        <source>Last sync</source>
+        <translation>上次同步</translation>
+    </message>
     <message id="lightAndDarkMode">
         <source>Appearance</source>
         <translation>外观</translation>
@@ -454,6 +542,18 @@
     <message id="menuShowStarEventStringForTimelineView">
         <source>Starred</source>
         <translation>星标事件</translation>
+    </message>
+    <message id="message text for cloud func not active because id changed at cloudkit page">
+        <source>This device used another account on your server before. Tide Mark will use the account now signed in from here on.</source>
+        <translation>本设备之前在你的服务器上使用的是另一个账户。从现在起 Tide Mark 将使用当前登录的账户。</translation>
+    </message>
+    <message id="message text for download all data at cloudkit page">
+        <source>Every event and memo on your server is read into this device; records of the same name here are replaced.</source>
+        <translation>服务器上的所有事件和备忘将读入本设备；本设备上同名的记录会被替换。</translation>
+    </message>
+    <message id="message text for upload all data at cloudkit page">
+        <source>Every event and memo of this device is written to your server, over what it holds under the same names.</source>
+        <translation>本设备的所有事件和备忘将写入你的服务器，覆盖同名的内容。</translation>
     </message>
     <message id="monthMutilSelectionsLastDayOfMonthUseGuideString">
         <source>The last-day cell picks the last day of every month, whatever its length.</source>
@@ -798,6 +898,14 @@
     <message id="unlockAppUnavailableString">
         <source>This system has no way to confirm that it's you, so Tide Mark stays locked.</source>
         <translation>此系统无法确认你的身份，因此潮记保持锁定。</translation>
+    </message>
+    <message id="uploadAllDataNowButtonAtCloudKitPage">
+        <source>Back up now</source>
+        <translation>立即备份</translation>
+    </message>
+    <message id="uploadAllDataNowTextAtCloudKitPage">
+        <source>Writes every event and memo of this device to your server.</source>
+        <translation>将本设备的所有事件和备忘写入你的服务器。</translation>
     </message>
     <message id="weekForWeekMutilSelection01">
         <source>Mon</source>

@@ -1,6 +1,7 @@
 #include "settings/SettingsTypes.h"
 
 #include "settings/AppLockModel.h"
+#include "settings/CloudPageModel.h"
 #include "settings/NotiSettingModel.h"
 #include "settings/SettingViewModel.h"
 
@@ -12,6 +13,7 @@ void registerSettingsTypes() {
     qmlRegisterType<NotiSettingModel>("TideMark", 1, 0, "NotiSettingModel");
     qmlRegisterType<SettingViewModel>("TideMark", 1, 0, "SettingViewModel");
     qmlRegisterType<AppLockModel>("TideMark", 1, 0, "AppLockModel");
+    qmlRegisterType<CloudPageModel>("TideMark", 1, 0, "CloudPageModel");
 }
 
 } // namespace tidemark

@@ -36,8 +36,15 @@ std::optional<LaunchOptions> parseLaunchOptions(const QStringList& arguments, QS
         QStringLiteral("notification-response"),
         QStringLiteral("Open the app for a tapped reminder (given by the reminder agent)."),
         QStringLiteral("identifier"));
+    const QCommandLineOption backupOption(
+        QStringLiteral("cloud-backup"),
+        QStringLiteral("Back up every event and memo to the cloud account, without a window."));
+    const QCommandLineOption restoreOption(
+        QStringLiteral("cloud-restore"),
+        QStringLiteral("Restore every event and memo from the cloud account, without a window."));
     parser.addOptions({nowOption, zoneOption, localeOption, weekOption, quitOption,
-                       screenshotOption, screenshotDirOption, responseOption});
+                       screenshotOption, screenshotDirOption, responseOption, backupOption,
+                       restoreOption});
     parser.addPositionalArgument(QStringLiteral("url"),
                                  QStringLiteral("A tidemark: URL to open (optional)."));
     if (!parser.parse(arguments)) {
@@ -54,6 +61,13 @@ std::optional<LaunchOptions> parseLaunchOptions(const QStringList& arguments, QS
     options.screenshotPath = parser.value(screenshotOption);
     options.screenshotDir = parser.value(screenshotDirOption);
     options.notificationResponse = parser.value(responseOption);
+    if (parser.isSet(backupOption) && parser.isSet(restoreOption)) {
+        *error = QStringLiteral("--cloud-backup and --cloud-restore can't be given together");
+        return std::nullopt;
+    }
+    options.cloudTransfer = parser.isSet(backupOption)    ? CloudTransfer::backup
+                            : parser.isSet(restoreOption) ? CloudTransfer::restore
+                                                          : CloudTransfer::none;
     for (const auto& argument : parser.positionalArguments()) {
         if (!argument.startsWith(QStringLiteral("tidemark:"), Qt::CaseInsensitive)) {
             *error = QStringLiteral("Not a tidemark: URL: %1").arg(argument);

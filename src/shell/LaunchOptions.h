@@ -10,6 +10,9 @@
 
 namespace tidemark {
 
+/// A transfer to or from the cloud that runs without a window.
+enum class CloudTransfer { none, backup, restore };
+
 struct LaunchOptions {
     CalendarEnvironment environment;
     bool quitAfterFirstFrame = false;
@@ -21,6 +24,7 @@ struct LaunchOptions {
     QString url;
     /// The request identifier of the reminder whose notification was activated, or "".
     QString notificationResponse;
+    CloudTransfer cloudTransfer = CloudTransfer::none;
 };
 
 /// Parses the arguments (argv[0] first). On bad input returns nothing and sets `error` to a

@@ -3,6 +3,9 @@
 #include "platform/linux/DBusWidgetCenter.h"
 #include "platform/linux/LinuxNotificationCenter.h"
 #include "platform/linux/PamAuthenticator.h"
+#include "platform/linux/QtDispatcher.h"
+#include "platform/linux/WebDavCloudService.h"
+#include "settings/CloudPageModel.h"
 #include "shell/LaunchOptions.h"
 #include "shell/Screenshots.h"
 #include "shell/SingleInstance.h"
@@ -29,6 +32,16 @@ int main(int argc, char* argv[]) {
         std::fprintf(stderr, "%s\n", qPrintable(error));
         return error.contains(QStringLiteral("Usage:")) ? 0 : 2;
     }
+    // A backup or restore without a window: the account from the settings and the keyring.
+    if (options->cloudTransfer != tidemark::CloudTransfer::none) {
+        tidemark::setCalendarEnvironment(options->environment);
+        tidemark::installTranslations(app, options->environment.localeId);
+        tidemark::setMainQueue(std::make_shared<tidemark::QtMainQueue>(&app));
+        tidemark::setWidgetCenter(std::make_shared<tidemark::DBusWidgetCenter>());
+        tidemark::setCloudService(std::make_shared<tidemark::WebDavCloudService>());
+        return tidemark::runHeadlessCloudTransfer(options->cloudTransfer ==
+                                                  tidemark::CloudTransfer::backup);
+    }
     // One app per session: a second start hands its request to the first and ends. Pictures
     // are taken by a process of their own, whatever else runs.
     tidemark::SingleInstance instance;
@@ -49,6 +62,11 @@ int main(int argc, char* argv[]) {
     tidemark::installTranslations(app, options->environment.localeId);
     tidemark::setWidgetCenter(std::make_shared<tidemark::DBusWidgetCenter>());
     tidemark::setDeviceOwnerAuthenticator(std::make_shared<tidemark::PamAuthenticator>());
+    tidemark::setMainQueue(std::make_shared<tidemark::QtMainQueue>(&app));
+    // The pictures' walk turns no switch that reaches a server.
+    if (!takesPictures) {
+        tidemark::setCloudService(std::make_shared<tidemark::WebDavCloudService>());
+    }
     // Reminders are filed with the agent's file; a run that only takes pictures files none.
     std::shared_ptr<tidemark::LinuxNotificationCenter> reminders;
     if (!takesPictures) {

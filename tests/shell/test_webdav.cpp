@@ -577,16 +577,19 @@ private slots:
     void unreadableRecordsAndServerErrorsAreErrors_data() {
         QTest::addColumn<QByteArray>("content"); // of the file "bad.json"; "" for the 500 file
         QTest::addColumn<QString>("message");
-        QTest::newRow("not JSON") << QByteArray("{\"recordType\": \"eventInfo\", ")
-                                  << "The record \"bad\" in \"eventZone\" can't be read: it is not";
+        QTest::newRow("not JSON")
+            << QByteArray("{\"recordType\": \"eventInfo\", ")
+            << "The record \"bad\" in \"eventZone\" can't be read: cloud record: not valid JSON";
         QTest::newRow("wrong kind")
             << QByteArray(R"({"recordType":"eventInfo","recordName":"bad","fields":)"
                           R"({"eventType":{"type":"int64","value":"7"}}})")
-            << "The record \"bad\" in \"eventZone\" can't be read: the field \"eventType\"";
+            << "The record \"bad\" in \"eventZone\" can't be read: cloud record: field "
+               "\"eventType\"";
         QTest::newRow("bytes not base64")
             << QByteArray(R"({"recordType":"eventInfo","recordName":"bad","fields":)"
                           R"({"eventDateWhenEveryWeek":{"type":"bytes","value":"%%"}}})")
-            << "The record \"bad\" in \"eventZone\" can't be read: the field";
+            << "The record \"bad\" in \"eventZone\" can't be read: cloud record: field "
+               "\"eventDateWhenEveryWeek\"";
         QTest::newRow("another record's name")
             << QByteArray(R"({"recordType":"eventInfo","recordName":"good","fields":{}})")
             << "The record \"bad\" in \"eventZone\" can't be read: it holds the record \"good\"";

@@ -1,5 +1,6 @@
 #include "platform/linux/WebDavCloudService.h"
 
+#include "cloud/CloudRecordMapping.h"
 #include "platform/linux/WebDavMultistatus.h"
 
 #include <QLoggingCategory>
@@ -14,7 +15,6 @@
 #include <limits>
 #include <map>
 #include <memory>
-#include <nlohmann/json.hpp>
 #include <set>
 
 namespace tidemark {
@@ -39,85 +39,19 @@ const QByteArray kPropfindPrincipal = R"(<?xml version="1.0" encoding="utf-8"?>)
                                       R"(<d:propfind xmlns:d="DAV:"><d:prop>)"
                                       R"(<d:current-user-principal/></d:prop></d:propfind>)";
 
-// The JSON form of a record file:
-//   {"recordType": ..., "recordName": ..., "fields": {key: {"type": ..., "value": ...}, ...}}
-// with the keys in the record's order, "type" one of "string", "int64", "bytes", and bytes in
-// base64. These two functions are the only place that knows it.
+// The record files hold the JSON form of CloudRecordMapping.h.
 
-std::optional<QByteArray> encodeRecordJson(const CloudRecord& record, QString* error) {
-    nlohmann::ordered_json fields = nlohmann::ordered_json::object();
-    for (const auto& [key, value] : record.fields) {
-        nlohmann::ordered_json field;
-        if (const auto* text = std::get_if<std::string>(&value)) {
-            field = {{"type", "string"}, {"value", *text}};
-        } else if (const auto* number = std::get_if<std::int64_t>(&value)) {
-            field = {{"type", "int64"}, {"value", *number}};
-        } else {
-            const auto& bytes = std::get<Bytes>(value);
-            const QByteArray raw(reinterpret_cast<const char*>(bytes.data()),
-                                 static_cast<qsizetype>(bytes.size()));
-            field = {{"type", "bytes"}, {"value", raw.toBase64().toStdString()}};
-        }
-        fields[key] = std::move(field);
-    }
-    const nlohmann::ordered_json document = {{"recordType", record.recordType},
-                                             {"recordName", record.id.recordName},
-                                             {"fields", std::move(fields)}};
-    try {
-        return QByteArray::fromStdString(document.dump());
-    } catch (const nlohmann::json::exception& e) {
-        *error = QStringLiteral("it holds text that is not UTF-8 (%1)").arg(e.what());
-        return std::nullopt;
-    }
+std::optional<QByteArray> encodeRecordJson(const CloudRecord& record, QString*) {
+    return QByteArray::fromStdString(encodeCloudRecordJson(record));
 }
 
 std::optional<CloudRecord> decodeRecordJson(QByteArrayView json, const std::string& zoneName,
                                             QString* error) {
-    const auto document = nlohmann::ordered_json::parse(json.begin(), json.end(), nullptr, false);
-    if (document.is_discarded()) {
-        *error = QStringLiteral("it is not JSON");
-        return std::nullopt;
-    }
-    if (!document.is_object() || !document.contains("recordType") ||
-        !document["recordType"].is_string() || !document.contains("recordName") ||
-        !document["recordName"].is_string() || !document.contains("fields") ||
-        !document["fields"].is_object()) {
-        *error = QStringLiteral("it lacks recordType, recordName or fields");
-        return std::nullopt;
-    }
-    CloudRecord record;
-    record.recordType = document["recordType"].get<std::string>();
-    record.id = {zoneName, document["recordName"].get<std::string>()};
-    for (const auto& [key, field] : document["fields"].items()) {
-        const auto bad = [&](const char* what) {
-            *error = QStringLiteral("the field \"%1\" %2").arg(QString::fromStdString(key), what);
-            return std::nullopt;
-        };
-        if (!field.is_object() || !field.contains("type") || !field["type"].is_string() ||
-            !field.contains("value")) {
-            return bad("lacks its type or value");
-        }
-        const auto type = field["type"].get<std::string>();
-        const auto& value = field["value"];
-        if (type == "string" && value.is_string()) {
-            record.fields.emplace_back(key, value.get<std::string>());
-        } else if (type == "int64" && value.is_number_integer()) {
-            if (value.is_number_unsigned() &&
-                value.get<std::uint64_t>() > std::numeric_limits<std::int64_t>::max()) {
-                return bad("is out of the int64 range");
-            }
-            record.fields.emplace_back(key, value.get<std::int64_t>());
-        } else if (type == "bytes" && value.is_string()) {
-            const auto decoded =
-                QByteArray::fromBase64Encoding(QByteArray::fromStdString(value.get<std::string>()),
-                                               QByteArray::AbortOnBase64DecodingErrors);
-            if (!decoded) {
-                return bad("is not base64");
-            }
-            record.fields.emplace_back(key, Bytes(decoded.decoded.begin(), decoded.decoded.end()));
-        } else {
-            return bad("has a value that doesn't match its type");
-        }
+    JsonDecodeError why;
+    auto record = decodeCloudRecordJson(
+        std::string_view(json.data(), static_cast<std::size_t>(json.size())), zoneName, &why);
+    if (!record) {
+        *error = QString::fromStdString(why.message);
     }
     return record;
 }

@@ -2,7 +2,8 @@ import QtQuick
 import QtQuick.Controls
 import QtQuick.Controls.Material
 
-// A centred alert over the whole window: a bold title, a message and one button that closes it.
+// A centred alert over the whole window: a bold title, a message, the button that confirms
+// (accepted) and, when `cancelText` is given, one that cancels (rejected).
 // The object names of its parts are given by the user, so that tests and the tour find them.
 Dialog {
     id: dialog
@@ -12,13 +13,16 @@ Dialog {
     property alias titleText: titleLabel.text
     property alias message: messageLabel.text
     property alias buttonText: button.text
+    property string cancelText: ""
     property alias titleName: titleLabel.objectName
     property alias messageName: messageLabel.objectName
     property alias buttonName: button.objectName
 
     parent: Overlay.overlay
     anchors.centerIn: parent
-    width: Math.min(parent ? parent.width - 64 : 300, 320)
+    // Already its final width before the overlay is known, so that the message doesn't wrap
+    // anew (and change the height in the middle of a layout) when the page enters the window.
+    width: Math.min(parent ? parent.width - 64 : 320, 320)
     modal: true
     padding: 20
     topPadding: 4
@@ -44,6 +48,13 @@ Dialog {
     footer: DialogButtonBox {
         alignment: Qt.AlignRight
         background: null
+        Button {
+            visible: dialog.cancelText !== ""
+            text: dialog.cancelText
+            flat: true
+            font.capitalization: Font.MixedCase
+            DialogButtonBox.buttonRole: DialogButtonBox.RejectRole
+        }
         Button {
             id: button
             flat: true
