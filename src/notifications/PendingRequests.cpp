@@ -16,7 +16,6 @@ namespace {
 constexpr int kBusyTimeoutMs = 5000;
 
 const char* const kSchema = R"sql(
-PRAGMA journal_mode=WAL;
 CREATE TABLE IF NOT EXISTS requests(
     identifier TEXT PRIMARY KEY,
     title TEXT NOT NULL,

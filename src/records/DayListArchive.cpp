@@ -10,6 +10,9 @@
 //      root must point into "$objects" without forming a cycle.
 //   3. The root object: an NSArray (or a subclass) whose elements are all integers gives the list;
 //      any other root gives the empty list.
+// Arrays are only ever walked with libplist's iterator: libplist finds the element at an index by
+// stepping through the array from its front, so indexed walks would make reading quadratic in the
+// list's length. "$objects", which UIDs index into, is copied once into a vector.
 #include "records/DayListArchive.h"
 
 #include "base/Fatal.h"
@@ -259,6 +262,24 @@ bool isType(plist_t node, plist_type type) {
     return node != nullptr && plist_get_node_type(node) == type;
 }
 
+/// The elements of an array node, in order, found in one pass.
+std::vector<plist_t> itemsOf(plist_t array) {
+    std::vector<plist_t> items;
+    items.reserve(plist_array_get_size(array));
+    plist_array_iter it = nullptr;
+    plist_array_new_iter(array, &it);
+    for (;;) {
+        plist_t item = nullptr;
+        plist_array_next_item(array, it, &item);
+        if (item == nullptr) {
+            break;
+        }
+        items.push_back(item);
+    }
+    std::free(it);
+    return items;
+}
+
 std::optional<std::string> stringOf(plist_t node) {
     if (!isType(node, PLIST_STRING)) {
         return std::nullopt;
@@ -282,14 +303,13 @@ std::uint64_t uidOf(plist_t node) {
 /// The keyed archive around a parsed property list: "$objects" and UID resolution.
 class KeyedArchive {
 public:
-    KeyedArchive(plist_t objects, const ShapeInfo& shape) : objects_(objects), shape_(shape) {}
+    KeyedArchive(plist_t objects, const ShapeInfo& shape)
+        : objects_(itemsOf(objects)), shape_(shape) {}
 
-    std::size_t size() const { return plist_array_get_size(objects_); }
+    std::size_t size() const { return objects_.size(); }
 
     /// The object a UID points at; callers have checked the UID with `checkReachable`.
-    plist_t resolve(plist_t uid) const {
-        return plist_array_get_item(objects_, static_cast<std::uint32_t>(uidOf(uid)));
-    }
+    plist_t resolve(plist_t uid) const { return objects_[uidOf(uid)]; }
 
     /// Every UID reachable from `rootUid` must point into "$objects", and following them must
     /// never come back to an object on the current path.
@@ -312,8 +332,7 @@ public:
             if (marks[uid] == 0) {
                 marks[uid] = 1;
                 Frame frame{uid, {}};
-                collectUids(plist_array_get_item(objects_, static_cast<std::uint32_t>(uid)),
-                            frame.uids);
+                collectUids(objects_[uid], frame.uids);
                 stack.push_back(std::move(frame));
             }
             return std::nullopt;
@@ -367,8 +386,8 @@ private:
             uids.push_back(uidOf(node));
             break;
         case PLIST_ARRAY:
-            for (std::uint32_t i = 0, n = plist_array_get_size(node); i < n; ++i) {
-                collectUids(plist_array_get_item(node, i), uids);
+            for (plist_t item : itemsOf(node)) {
+                collectUids(item, uids);
             }
             break;
         case PLIST_DICT: {
@@ -392,7 +411,7 @@ private:
         }
     }
 
-    plist_t objects_;
+    std::vector<plist_t> objects_;
     const ShapeInfo& shape_;
 };
 
@@ -403,8 +422,8 @@ bool isArrayClass(plist_t classDict) {
     }
     plist_t classes = plist_dict_get_item(classDict, "$classes");
     if (isType(classes, PLIST_ARRAY)) {
-        for (std::uint32_t i = 0, n = plist_array_get_size(classes); i < n; ++i) {
-            if (stringOf(plist_array_get_item(classes, i)) == "NSArray") {
+        for (plist_t name : itemsOf(classes)) {
+            if (stringOf(name) == "NSArray") {
                 return true;
             }
         }
@@ -440,8 +459,9 @@ DayListReadResult readRoot(const KeyedArchive& archive, plist_t rootUid) {
         return result;
     }
     std::vector<std::int64_t> values;
-    for (std::uint32_t i = 0, n = plist_array_get_size(items); i < n; ++i) {
-        plist_t uid = plist_array_get_item(items, i);
+    const std::vector<plist_t> uids = itemsOf(items);
+    values.reserve(uids.size());
+    for (plist_t uid : uids) {
         if (!isType(uid, PLIST_UID)) {
             result.error = formatError("The elements of an archived array are damaged.");
             return result;

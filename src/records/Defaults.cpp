@@ -61,8 +61,7 @@ struct DefaultsSuite::Impl {
     /// for a fresh one. Leaves db null when even that fails.
     void open() {
         close();
-        const char* setup = "PRAGMA journal_mode=WAL;"
-                            "CREATE TABLE IF NOT EXISTS defaults ("
+        const char* setup = "CREATE TABLE IF NOT EXISTS defaults ("
                             "key TEXT PRIMARY KEY, type TEXT NOT NULL, value)";
         const auto kind = path == standardDefaultsPath() ? DamagedFileKind::settings
                                                          : DamagedFileKind::sharedSettings;
@@ -99,6 +98,51 @@ struct DefaultsSuite::Impl {
         if (rc != SQLITE_DONE) {
             fail(what);
         }
+    }
+
+    /// Writes `*value` under `key`, or deletes the key for nullptr; commits unless a transaction
+    /// is open.
+    void write(std::string_view key, const DefaultsValue* value) {
+        if (value == nullptr) {
+            run(
+                "DELETE FROM defaults WHERE key = ?",
+                [&](sqlite3_stmt* stmt) {
+                    sqlite3_bind_text64(stmt, 1, key.data(), key.size(), SQLITE_TRANSIENT,
+                                        SQLITE_UTF8);
+                },
+                "remove a value");
+            return;
+        }
+        run(
+            "INSERT INTO defaults (key, type, value) VALUES (?, ?, ?) "
+            "ON CONFLICT(key) DO UPDATE SET type = excluded.type, value = excluded.value",
+            [&](sqlite3_stmt* stmt) {
+                sqlite3_bind_text64(stmt, 1, key.data(), key.size(), SQLITE_TRANSIENT, SQLITE_UTF8);
+                std::visit(
+                    [&](const auto& v) {
+                        using T = std::decay_t<decltype(v)>;
+                        if constexpr (std::is_same_v<T, bool>) {
+                            sqlite3_bind_text(stmt, 2, "bool", -1, SQLITE_STATIC);
+                            sqlite3_bind_int64(stmt, 3, v ? 1 : 0);
+                        } else if constexpr (std::is_same_v<T, std::int64_t>) {
+                            sqlite3_bind_text(stmt, 2, "int", -1, SQLITE_STATIC);
+                            sqlite3_bind_int64(stmt, 3, v);
+                        } else if constexpr (std::is_same_v<T, std::string>) {
+                            sqlite3_bind_text(stmt, 2, "string", -1, SQLITE_STATIC);
+                            sqlite3_bind_text64(stmt, 3, v.data(), v.size(), SQLITE_TRANSIENT,
+                                                SQLITE_UTF8);
+                        } else {
+                            sqlite3_bind_text(stmt, 2, "data", -1, SQLITE_STATIC);
+                            if (v.empty()) {
+                                sqlite3_bind_zeroblob(stmt, 3, 0);
+                            } else {
+                                sqlite3_bind_blob64(stmt, 3, v.data(), v.size(), SQLITE_TRANSIENT);
+                            }
+                        }
+                    },
+                    *value);
+            },
+            "store a value");
     }
 
     void notify(std::string_view key) { observers.notify(key); }
@@ -175,7 +219,11 @@ std::optional<DefaultsValue> DefaultsSuite::value(std::string_view key) const {
         // A value whose storage doesn't fit its type reads as absent, like an unknown type.
         if ((type == "bool" || type == "int") && storage == SQLITE_INTEGER) {
             const std::int64_t v = sqlite3_column_int64(stmt, 1);
-            out = type == "bool" ? DefaultsValue(v != 0) : DefaultsValue(v);
+            if (type == "bool") {
+                out.emplace(v != 0);
+            } else {
+                out.emplace(v);
+            }
         } else if (type == "string" && storage == SQLITE_TEXT) {
             const auto* text = reinterpret_cast<const char*>(sqlite3_column_text(stmt, 1));
             out = std::string(text, static_cast<std::size_t>(sqlite3_column_bytes(stmt, 1)));
@@ -196,38 +244,7 @@ void DefaultsSuite::setValue(std::string_view key, const DefaultsValue& value) {
     {
         std::lock_guard lock(impl_->mutex);
         if (impl_->db) {
-            impl_->run(
-                "INSERT INTO defaults (key, type, value) VALUES (?, ?, ?) "
-                "ON CONFLICT(key) DO UPDATE SET type = excluded.type, value = excluded.value",
-                [&](sqlite3_stmt* stmt) {
-                    sqlite3_bind_text64(stmt, 1, key.data(), key.size(), SQLITE_TRANSIENT,
-                                        SQLITE_UTF8);
-                    std::visit(
-                        [&](const auto& v) {
-                            using T = std::decay_t<decltype(v)>;
-                            if constexpr (std::is_same_v<T, bool>) {
-                                sqlite3_bind_text(stmt, 2, "bool", -1, SQLITE_STATIC);
-                                sqlite3_bind_int64(stmt, 3, v ? 1 : 0);
-                            } else if constexpr (std::is_same_v<T, std::int64_t>) {
-                                sqlite3_bind_text(stmt, 2, "int", -1, SQLITE_STATIC);
-                                sqlite3_bind_int64(stmt, 3, v);
-                            } else if constexpr (std::is_same_v<T, std::string>) {
-                                sqlite3_bind_text(stmt, 2, "string", -1, SQLITE_STATIC);
-                                sqlite3_bind_text64(stmt, 3, v.data(), v.size(), SQLITE_TRANSIENT,
-                                                    SQLITE_UTF8);
-                            } else {
-                                sqlite3_bind_text(stmt, 2, "data", -1, SQLITE_STATIC);
-                                if (v.empty()) {
-                                    sqlite3_bind_zeroblob(stmt, 3, 0);
-                                } else {
-                                    sqlite3_bind_blob64(stmt, 3, v.data(), v.size(),
-                                                        SQLITE_TRANSIENT);
-                                }
-                            }
-                        },
-                        value);
-                },
-                "store a value");
+            impl_->write(key, &value);
         }
     }
     impl_->notify(key);
@@ -237,14 +254,33 @@ void DefaultsSuite::removeValue(std::string_view key) {
     {
         std::lock_guard lock(impl_->mutex);
         if (impl_->db) {
-            impl_->run(
-                "DELETE FROM defaults WHERE key = ?",
-                [&](sqlite3_stmt* stmt) {
-                    sqlite3_bind_text64(stmt, 1, key.data(), key.size(), SQLITE_TRANSIENT,
-                                        SQLITE_UTF8);
-                },
-                "remove a value");
+            impl_->write(key, nullptr);
         }
+    }
+    impl_->notify(key);
+}
+
+void DefaultsSuite::update(std::string_view key,
+                           const std::function<std::optional<DefaultsValue>()>& compute) {
+    {
+        std::lock_guard lock(impl_->mutex);
+        if (!impl_->db) {
+            return;
+        }
+        // IMMEDIATE takes the write lock before `compute` runs, waiting for other writers through
+        // the busy timeout: every earlier update is written by then, and no later one can be
+        // written before this one.
+        const auto noBinding = [](sqlite3_stmt*) {};
+        impl_->run("BEGIN IMMEDIATE", noBinding, "begin a write");
+        std::optional<DefaultsValue> value;
+        try {
+            value = compute();
+        } catch (...) {
+            sqlite3_exec(impl_->db, "ROLLBACK", nullptr, nullptr, nullptr);
+            throw;
+        }
+        impl_->write(key, value ? &*value : nullptr);
+        impl_->run("COMMIT", noBinding, "commit a write");
     }
     impl_->notify(key);
 }

@@ -47,8 +47,14 @@ public:
     std::optional<DefaultsValue> value(std::string_view key) const;
     void setValue(std::string_view key, const DefaultsValue& value);
     void removeValue(std::string_view key);
+    /// Stores what `compute` gives under `key`, or removes the key when it gives nothing, in one
+    /// write transaction begun before `compute` runs. Writers of this suite in every process wait
+    /// for it, so a value computed from outside state (the store's events) is never replaced by
+    /// one computed earlier. `compute` must not use this suite; if it throws, nothing is written
+    /// and the exception passes on. Tells the key's observers like setValue.
+    void update(std::string_view key, const std::function<std::optional<DefaultsValue>()>& compute);
 
-    /// Calls `onChange` after every write of `key` in this suite (setValue and removeValue).
+    /// Calls `onChange` after every write of `key` in this suite (setValue, removeValue, update).
     ObservationToken observe(std::string key, std::function<void()> onChange,
                              Dispatcher dispatcher = {});
 

@@ -1,5 +1,6 @@
 #include "records/PrivateFiles.h"
 
+#include "records/SqliteWait.h"
 #include "records/XdgPaths.h"
 
 #include <cerrno>
@@ -201,8 +202,11 @@ sqlite3* openPrivateDatabase(const fs::path& path, DamagedFileKind kind, const c
                                  SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE | SQLITE_OPEN_FULLMUTEX,
                                  nullptr);
         if (rc == SQLITE_OK) {
-            sqlite3_busy_timeout(db, busyTimeoutMs);
+            waitWhenBusy(db, busyTimeoutMs);
             rc = checkDatabase(db);
+        }
+        if (rc == SQLITE_OK) {
+            rc = enterWalMode(db, busyTimeoutMs);
         }
         if (rc == SQLITE_OK) {
             char* message = nullptr;

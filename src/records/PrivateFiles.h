@@ -33,8 +33,8 @@ enum class DamagedFileKind { settings, sharedSettings, reminders };
 /// notice. Returns the new path, or an empty one when nothing could be moved.
 std::filesystem::path setAsideDamagedFile(const std::filesystem::path& path, DamagedFileKind kind);
 
-/// Opens the SQLite file at `path` private and runs `setup` on it (pragmas and tables), after
-/// checking that it is a database. One that isn't is set aside (see above) and a fresh one made.
+/// Opens the SQLite file at `path` private, checks that it is a database, switches it to WAL
+/// and runs `setup` on it (tables). One that isn't is set aside (see above) and a fresh one made.
 /// Returns the connection (busy timeout set), or nullptr with `error` when even a fresh file
 /// can't be opened.
 sqlite3* openPrivateDatabase(const std::filesystem::path& path, DamagedFileKind kind,

@@ -2,6 +2,7 @@
 
 #include "base/Fatal.h"
 #include "records/PrivateFiles.h"
+#include "records/SqliteWait.h"
 #include "records/XdgPaths.h"
 
 #include <cstdlib>
@@ -156,8 +157,10 @@ public:
             fatalStop(message);
         }
         sqlite3_extended_result_codes(db_, 1);
-        sqlite3_busy_timeout(db_, kBusyTimeoutMs);
-        execute("PRAGMA journal_mode=WAL", "set WAL mode");
+        waitWhenBusy(db_, kBusyTimeoutMs);
+        if (enterWalMode(db_, kBusyTimeoutMs) != SQLITE_OK) {
+            fail("set WAL mode");
+        }
         for (const TableSpec* table :
              {&tableSpecOf<eventInfo>(), &tableSpecOf<memoDataForNotiObject>(),
               &tableSpecOf<shareGroup>(), &tableSpecOf<shareMember>(),

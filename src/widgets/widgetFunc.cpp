@@ -40,20 +40,20 @@ std::string encodeWidgetData(const std::vector<eventInfo>& events) {
 }
 
 void widgetFunc::publishEventDataToWidget() {
-    DefaultsSuite* suite = DefaultsSuite::named(kSharedSuiteName);
-    std::optional<std::string> json;
-    try {
-        json = encodeWidgetData(Results<eventInfo>().snapshot());
-    } catch (const std::exception&) {
-        // Text that is not valid UTF-8 can't be encoded; the key is then cleared, as for any
-        // failed encoding, and the widgets find no data.
-    }
-    if (suite) {
-        if (json) {
-            suite->setValue(kWidgetDataKey, Bytes(json->begin(), json->end()));
-        } else {
-            suite->removeValue(kWidgetDataKey);
-        }
+    // The store is read inside the suite's write transaction: publications of every process take
+    // turns, and each one writes what the store held once the previous one had written, so a
+    // publication that read the store earlier can't overwrite a later one.
+    if (DefaultsSuite* suite = DefaultsSuite::named(kSharedSuiteName)) {
+        suite->update(kWidgetDataKey, []() -> std::optional<DefaultsValue> {
+            try {
+                const std::string json = encodeWidgetData(Results<eventInfo>().snapshot());
+                return Bytes(json.begin(), json.end());
+            } catch (const std::exception&) {
+                // Text that is not valid UTF-8 can't be encoded; the key is then cleared, as for
+                // any failed encoding, and the widgets find no data.
+                return std::nullopt;
+            }
+        });
     }
     std::shared_ptr<WidgetCenter> center;
     {

@@ -29,7 +29,9 @@ class widgetFunc {
 public:
     /// Writes every event of the store, in store order, under "eventDataFromMainApp" in the
     /// shared suite (replacing the previous value whole), then asks for a reload of all
-    /// timelines — the reload happens also when the suite can't be opened.
+    /// timelines — the reload happens also when the suite can't be opened. The store is read
+    /// while holding the suite's write lock, so of publications running at once in any
+    /// processes, the last one written holds the latest events.
     void publishEventDataToWidget();
 };
 

@@ -175,6 +175,31 @@ TEST(Defaults, EveryWriteTellsEveryDeclarationOfTheKey) {
     EXPECT_EQ(calls, (std::vector<std::string>{"main:0"}));
 }
 
+// A computed write holds the suite's write lock while computing: other connections wait for it,
+// and a computation that throws leaves the old value and a usable suite.
+TEST(Defaults, ComputedWritesHoldTheWriteLockAndRollBackWhenTheyThrow) {
+    TempDir dir;
+    const auto path = dir.path() / "defaults.sqlite";
+    DefaultsSuite suite(path);
+    int calls = 0;
+    auto token = suite.observe("k", [&] { ++calls; });
+    sqlite3* other = nullptr;
+    ASSERT_EQ(sqlite3_open(path.c_str(), &other), SQLITE_OK);
+    suite.update("k", [&]() -> std::optional<DefaultsValue> {
+        EXPECT_EQ(sqlite3_exec(other, "BEGIN IMMEDIATE", nullptr, nullptr, nullptr), SQLITE_BUSY);
+        return std::string("computed");
+    });
+    sqlite3_close(other);
+    EXPECT_EQ(suite.value("k"), DefaultsValue(std::string("computed")));
+    EXPECT_THROW(suite.update("k", []() -> std::optional<DefaultsValue> { throw 7; }), int);
+    EXPECT_EQ(suite.value("k"), DefaultsValue(std::string("computed")));
+    suite.update("k", [] { return std::optional<DefaultsValue>(); }); // nothing: the key goes
+    EXPECT_EQ(suite.value("k"), std::nullopt);
+    suite.setValue("k", std::int64_t{2});
+    EXPECT_EQ(suite.value("k"), DefaultsValue(std::int64_t{2}));
+    EXPECT_EQ(calls, 3); // the thrown computation told no one
+}
+
 TEST(Defaults, QueuedObserversRunLaterAndCanBeCancelled) {
     TempDir dir;
     DefaultsSuite suite(dir.path() / "defaults.sqlite");

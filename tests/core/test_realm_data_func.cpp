@@ -7,10 +7,22 @@
 #include "records/realmDataFunc.h"
 #include "widgets/widgetFunc.h"
 
+#include <algorithm>
+#include <cstdlib>
+#include <fcntl.h>
+#include <filesystem>
+#include <fstream>
 #include <gtest/gtest.h>
 #include <memory>
+#include <poll.h>
+#include <spawn.h>
+#include <sstream>
 #include <string>
+#include <sys/wait.h>
+#include <unistd.h>
 #include <vector>
+
+extern char** environ;
 
 using namespace tidemark;
 using tidemark::testing::IsolatedStorage;
@@ -274,6 +286,131 @@ TEST_F(RealmDataFuncTest, PublicationWithNoEventsIsAnEmptyArray) {
     ASSERT_TRUE(value.has_value());
     EXPECT_EQ(std::get<Bytes>(*value), (Bytes{'[', ']'}));
     EXPECT_EQ(journal->entries, (std::vector<std::string>{"widgets 0"}));
+}
+
+// Several programs saving at once (the app, the agent, a second instance): every save and
+// publication must go through without a fatal stop, and the widget data must always hold exactly
+// the store's events, never an older publication written over a newer one. The test starts itself
+// four times as savers (TIDEMARK_TEST_SAVER); in each round all four save and publish at the same
+// moment, and once all are done the widget data is compared with the store.
+TEST_F(RealmDataFuncTest, ProgramsSavingAtOnceLeaveTheWidgetsTheStoresEvents) {
+    constexpr int kSavers = 4;
+    constexpr int kRounds = 60;
+    if (const char* saver = std::getenv("TIDEMARK_TEST_SAVER")) {
+        // Told to go on descriptor 3, answers on descriptor 4.
+        setenv("XDG_DATA_HOME", std::getenv("TIDEMARK_TEST_SAVER_DATA"), 1);
+        setenv("XDG_CONFIG_HOME", std::getenv("TIDEMARK_TEST_SAVER_CONFIG"), 1);
+        DefaultsSuite::resetForTesting();
+        setWidgetCenter(nullptr);
+        char go = 0;
+        for (int round = 0; read(3, &go, 1) == 1; ++round) {
+            const std::string id = std::string(saver) + "-" + std::to_string(round);
+            realmDataFunc().addEventData(sampleEvent(id));
+            if (round % 4 == 3) { // now and then an earlier event goes
+                realmDataFunc().deleteEventData(std::string(saver) + "-" +
+                                                std::to_string(round - 2));
+            }
+            ASSERT_EQ(write(4, "x", 1), 1);
+        }
+        return;
+    }
+
+    // The store and the suite exist already, as after the app's first run; new files opened by
+    // several processes at once are the subject of SqliteFiles in test_store.
+    widgetFunc().publishEventDataToWidget();
+    const std::string self = std::filesystem::read_symlink("/proc/self/exe").string();
+    const std::string filter =
+        "--gtest_filter=RealmDataFuncTest.ProgramsSavingAtOnceLeaveTheWidgetsTheStoresEvents";
+    int done[2];
+    ASSERT_EQ(pipe2(done, O_CLOEXEC), 0);
+    std::vector<pid_t> pids;
+    std::vector<int> goPipes;
+    for (int s = 0; s < kSavers; ++s) {
+        int go[2];
+        ASSERT_EQ(pipe2(go, O_CLOEXEC), 0);
+        std::vector<std::string> env{"TIDEMARK_TEST_SAVER=saver" + std::to_string(s),
+                                     "TIDEMARK_TEST_SAVER_DATA=" + storage.dataHome().string(),
+                                     "TIDEMARK_TEST_SAVER_CONFIG=" + storage.configHome().string()};
+        for (char** e = environ; *e != nullptr; ++e) {
+            env.emplace_back(*e);
+        }
+        std::vector<char*> envp,
+            argv{const_cast<char*>(self.c_str()), const_cast<char*>(filter.c_str()), nullptr};
+        for (auto& e : env) {
+            envp.push_back(e.data());
+        }
+        envp.push_back(nullptr);
+        const std::string log = (storage.root() / ("saver" + std::to_string(s) + ".log")).string();
+        posix_spawn_file_actions_t files;
+        posix_spawn_file_actions_init(&files);
+        posix_spawn_file_actions_addopen(&files, 1, log.c_str(), O_WRONLY | O_CREAT | O_TRUNC,
+                                         0644);
+        posix_spawn_file_actions_adddup2(&files, 1, 2);
+        posix_spawn_file_actions_adddup2(&files, go[0], 3);
+        posix_spawn_file_actions_adddup2(&files, done[1], 4);
+        pid_t pid = 0;
+        ASSERT_EQ(posix_spawn(&pid, self.c_str(), &files, nullptr, argv.data(), envp.data()), 0);
+        posix_spawn_file_actions_destroy(&files);
+        close(go[0]);
+        pids.push_back(pid);
+        goPipes.push_back(go[1]);
+    }
+    close(done[1]);
+
+    // True once a saver has ended before its work was done (a stop: its log says why).
+    const auto saverGone = [&] {
+        for (const pid_t pid : pids) {
+            siginfo_t info{};
+            if (waitid(P_PID, pid, &info, WEXITED | WNOHANG | WNOWAIT) == 0 && info.si_pid == pid) {
+                return true;
+            }
+        }
+        return false;
+    };
+    int staleRounds = 0;
+    std::string firstStale;
+    for (int round = 0; round < kRounds; ++round) {
+        for (const int go : goPipes) {
+            ASSERT_EQ(write(go, "g", 1), 1);
+        }
+        int answered = 0;
+        char reply[kSavers];
+        while (answered < kSavers && !saverGone()) {
+            pollfd ready{done[0], POLLIN, 0};
+            if (poll(&ready, 1, 100) == 1) {
+                answered +=
+                    static_cast<int>(std::max<ssize_t>(read(done[0], reply, sizeof reply), 0));
+            }
+        }
+        if (answered < kSavers) {
+            break;
+        }
+        const auto stored = storedEvents();
+        const auto value = DefaultsSuite::named(kSharedSuiteName)->value(kWidgetDataKey);
+        const auto* bytes = value ? std::get_if<Bytes>(&*value) : nullptr;
+        if (bytes == nullptr ||
+            std::string(bytes->begin(), bytes->end()) != encodeWidgetData(stored)) {
+            if (staleRounds++ == 0) {
+                firstStale = "round " + std::to_string(round) + ": " +
+                             std::to_string(publishedEvents().size()) + " events published, " +
+                             std::to_string(stored.size()) + " stored";
+            }
+        }
+    }
+    for (const int go : goPipes) {
+        close(go);
+    }
+    for (int s = 0; s < kSavers; ++s) {
+        int status = 0;
+        ASSERT_EQ(waitpid(pids[s], &status, 0), pids[s]);
+        std::ostringstream log;
+        log << std::ifstream(storage.root() / ("saver" + std::to_string(s) + ".log")).rdbuf();
+        EXPECT_TRUE(WIFEXITED(status) && WEXITSTATUS(status) == 0) << "saver " << s << " stopped:\n"
+                                                                   << log.str();
+    }
+    close(done[0]);
+    EXPECT_EQ(staleRounds, 0) << firstStale;
+    EXPECT_EQ(storedEvents().size(), std::size_t(kSavers) * (kRounds - kRounds / 4));
 }
 
 using RealmDataFuncDeathTest = RealmDataFuncTest;

@@ -2,8 +2,10 @@
 // the fatal stops that guard it.
 #include "TestSupport.h"
 #include "base/Fatal.h"
+#include "records/SqliteWait.h"
 #include "records/Store.h"
 
+#include <chrono>
 #include <climits>
 #include <deque>
 #include <fstream>
@@ -12,7 +14,9 @@
 #include <set>
 #include <sqlite3.h>
 #include <stdexcept>
+#include <sys/wait.h>
 #include <thread>
+#include <unistd.h>
 
 using namespace tidemark;
 using tidemark::testing::IsolatedStorage;
@@ -271,6 +275,81 @@ TEST(StoreFiles, ConnectionsToRemovedFilesAreLetGo) {
         useFreshStore();
     }
     EXPECT_LE(openDescriptors(), before);
+}
+
+// Four processes opening the same new file at once: switching it to WAL mode answers
+// "database is locked" at once to all but one (SQLite calls no busy handler there), so the switch
+// must be retried; plain "PRAGMA journal_mode=WAL" fails here for a few processes in a hundred.
+TEST(SqliteFiles, ProcessesSwitchingANewFileToWalAtOnceAllGetThere) {
+    TempDir dir;
+    for (int file = 0; file < 60; ++file) {
+        const auto path = dir.path() / ("new" + std::to_string(file) + ".sqlite");
+        std::vector<pid_t> children;
+        for (int p = 0; p < 4; ++p) {
+            const pid_t pid = fork();
+            ASSERT_GE(pid, 0);
+            if (pid == 0) {
+                sqlite3* db = nullptr;
+                const bool ok =
+                    sqlite3_open(path.c_str(), &db) == SQLITE_OK &&
+                    (waitWhenBusy(db, 5000), enterWalMode(db, 5000) == SQLITE_OK) &&
+                    sqlite3_exec(db, "CREATE TABLE IF NOT EXISTS t (x); INSERT INTO t VALUES (1)",
+                                 nullptr, nullptr, nullptr) == SQLITE_OK;
+                _exit(ok ? 0 : 1);
+            }
+            children.push_back(pid);
+        }
+        for (const pid_t pid : children) {
+            int status = 0;
+            ASSERT_EQ(waitpid(pid, &status, 0), pid);
+            EXPECT_TRUE(WIFEXITED(status) && WEXITSTATUS(status) == 0) << path;
+        }
+        sqlite3* db = nullptr;
+        ASSERT_EQ(sqlite3_open(path.c_str(), &db), SQLITE_OK);
+        sqlite3_stmt* stmt = nullptr;
+        sqlite3_prepare_v2(db, "SELECT count(*) FROM t", -1, &stmt, nullptr);
+        EXPECT_EQ(sqlite3_step(stmt), SQLITE_ROW);
+        EXPECT_EQ(sqlite3_column_int(stmt, 0), 4) << path;
+        sqlite3_finalize(stmt);
+        sqlite3_close(db);
+    }
+}
+
+TEST(SqliteFiles, AWaiterGetsTheLockOnceLetGoAndGivesUpAfterItsTime) {
+    TempDir dir;
+    const auto path = (dir.path() / "busy.sqlite").string();
+    sqlite3* holder = nullptr;
+    sqlite3* waiter = nullptr;
+    ASSERT_EQ(sqlite3_open(path.c_str(), &holder), SQLITE_OK);
+    ASSERT_EQ(sqlite3_open(path.c_str(), &waiter), SQLITE_OK);
+    ASSERT_EQ(enterWalMode(holder, 1000), SQLITE_OK);
+    ASSERT_EQ(sqlite3_exec(holder, "CREATE TABLE t (x)", nullptr, nullptr, nullptr), SQLITE_OK);
+    struct Case {
+        int timeoutMs;
+        bool letGo; // the holder commits after 100 ms
+        int expected;
+    };
+    for (const auto& c : {Case{5000, true, SQLITE_OK}, Case{50, false, SQLITE_BUSY}}) {
+        ASSERT_EQ(sqlite3_exec(holder, "BEGIN IMMEDIATE", nullptr, nullptr, nullptr), SQLITE_OK);
+        std::thread commit;
+        if (c.letGo) {
+            commit = std::thread([&] {
+                std::this_thread::sleep_for(std::chrono::milliseconds(100));
+                sqlite3_exec(holder, "COMMIT", nullptr, nullptr, nullptr);
+            });
+        }
+        waitWhenBusy(waiter, c.timeoutMs);
+        EXPECT_EQ(sqlite3_exec(waiter, "INSERT INTO t VALUES (1)", nullptr, nullptr, nullptr),
+                  c.expected)
+            << c.timeoutMs;
+        if (commit.joinable()) {
+            commit.join();
+        } else {
+            sqlite3_exec(holder, "COMMIT", nullptr, nullptr, nullptr);
+        }
+    }
+    sqlite3_close(waiter);
+    sqlite3_close(holder);
 }
 
 TEST_F(StoreTest, ABodyThatThrowsRollsBackAndTellsNoOne) {
