@@ -175,23 +175,45 @@ PendingRequests::~PendingRequests() {
     }
 }
 
-void PendingRequests::add(const NotificationRequest& request, double filedAt) {
-    impl_->transaction([&] {
-        // "filed" keeps the filing order for requests due at the same moment; a replacement
-        // goes to the end like a new request.
-        Statement s(impl_->db,
-                    "INSERT OR REPLACE INTO requests(identifier, title, subtitle, sound, "
-                    "time_sensitive, delay, fire_at, filed) VALUES(?, ?, ?, ?, ?, ?, ?, "
-                    "(SELECT IFNULL(MAX(filed), 0) + 1 FROM requests))");
-        s.bind(1, request.identifier)
+namespace {
+
+/// Files requests inside a transaction. Each filing takes the next number of a counter that
+/// never goes back, even when requests are removed: it orders requests due at the same moment
+/// (a replacement goes to the end like a new request) and tells a request from one filed again
+/// under its identifier.
+class Filing {
+public:
+    explicit Filing(sqlite3* db)
+        : count_(db, "INSERT OR REPLACE INTO state(key, value) VALUES('lastFiled', "
+                     "MAX(IFNULL((SELECT value FROM state WHERE key = 'lastFiled'), 0), "
+                     "IFNULL((SELECT MAX(filed) FROM requests), 0)) + 1)"),
+          insert_(db, "INSERT OR REPLACE INTO requests(identifier, title, subtitle, sound, "
+                      "time_sensitive, delay, fire_at, filed) VALUES(?, ?, ?, ?, ?, ?, ?, "
+                      "(SELECT value FROM state WHERE key = 'lastFiled'))") {}
+
+    void file(const NotificationRequest& request, double filedAt) {
+        count_.step();
+        count_.reset();
+        insert_.bind(1, request.identifier)
             .bind(2, request.title)
             .bind(3, request.subtitle)
             .bind(4, request.sound)
             .bind(5, request.timeSensitive)
             .bind(6, request.delaySeconds)
             .bind(7, filedAt + request.delaySeconds);
-        s.step();
-    });
+        insert_.step();
+        insert_.reset();
+    }
+
+private:
+    Statement count_;
+    Statement insert_;
+};
+
+} // namespace
+
+void PendingRequests::add(const NotificationRequest& request, double filedAt) {
+    impl_->transaction([&] { Filing(impl_->db).file(request, filedAt); });
 }
 
 void PendingRequests::remove(const std::vector<std::string>& identifiers) {
@@ -234,6 +256,22 @@ std::vector<PendingRequest> PendingRequests::takeDue(double now) {
         del.bind(1, now);
         del.step();
         return out;
+    });
+}
+
+void PendingRequests::replaceAll(const std::function<std::vector<NotificationRequest>()>& plan) {
+    impl_->transaction([&] {
+        // The write lock is taken first: a run of another process has either finished or not
+        // started, and the plan sees the records as they are now.
+        const auto requests = plan();
+        const double filedAt = wallClockNow();
+        Statement drop(impl_->db, "DELETE FROM requests WHERE fire_at > ?");
+        drop.bind(1, filedAt);
+        drop.step();
+        Filing filing(impl_->db);
+        for (const auto& request : requests) {
+            filing.file(request, filedAt);
+        }
     });
 }
 

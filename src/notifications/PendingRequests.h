@@ -8,6 +8,7 @@
 #include "notifications/NotificationCenter.h"
 
 #include <filesystem>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <stdexcept>
@@ -53,6 +54,12 @@ public:
     std::vector<PendingRequest> pending() const;
     /// Removes and answers the requests due at `now`, the earliest first.
     std::vector<PendingRequest> takeDue(double now);
+    /// One planning run, in one write transaction that no other process's run or change
+    /// interleaves with: answers `plan` (which may read the records; they are read under the
+    /// lock) and replaces every request still to come with its requests, filed at the moment
+    /// `plan` answered. Requests already due stay: they wait for the agent, and a plan never
+    /// files them again.
+    void replaceAll(const std::function<std::vector<NotificationRequest>()>& plan);
 
     /// The background refresh: one request per identifier; a submission replaces the earlier.
     void submitBackgroundTask(const BackgroundTaskRequest& request);

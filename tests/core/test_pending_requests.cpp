@@ -69,6 +69,18 @@ TEST_F(PendingRequestsTest, TakeDueHandsOutWhatIsDueOnceAndKeepsTheRest) {
     EXPECT_EQ(ids(file.pending()), (std::vector<std::string>{"p3"}));
 }
 
+TEST_F(PendingRequestsTest, APlanReplacesTheRequestsToComeAndLeavesTheDueOnes) {
+    PendingRequests file(path);
+    const double before = wallClockNow();
+    file.add(req("overdue", -10), before);
+    file.add(req("coming", 3600), before);
+    file.replaceAll([] { return std::vector{req("new1", 60), req("new2", 120)}; });
+    const auto pending = file.pending();
+    ASSERT_EQ(ids(pending), (std::vector<std::string>{"overdue", "new1", "new2"}));
+    EXPECT_GE(pending[1].fireAt, before + 60);
+    EXPECT_LE(pending[1].fireAt, wallClockNow() + 60);
+}
+
 TEST_F(PendingRequestsTest, RemoveTakesOnlyTheNamedRequests) {
     PendingRequests file(path);
     for (const char* id : {"a", "b", "c", "d"}) {

@@ -7,6 +7,7 @@
 #include "notifications/notiFunc.h"
 #include "platform/linux/LinuxNotificationCenter.h"
 #include "records/Defaults.h"
+#include "records/Store.h"
 #include "shell/SingleInstance.h"
 #endif
 
@@ -58,6 +59,17 @@ private:
         return out;
     }
 
+    /// What waits in the requests file.
+    static std::vector<PendingRequest> left() {
+        return PendingRequests(PendingRequests::defaultPath()).pending();
+    }
+    /// Calls the agent's Reschedule and waits at most `timeoutMs` for it to return.
+    static QDBusMessage reschedule(int timeoutMs) {
+        return QDBusConnection::sessionBus().call(
+            QDBusMessage::createMethodCall(kAgentBusName, kAgentObjectPath, kAgentInterface,
+                                           "Reschedule"),
+            QDBus::Block, timeoutMs);
+    }
     /// The process id of the owner of `name` on the private bus, or 0.
     uint ownerPid(const QString& name) {
         const QDBusReply<uint> pid = QDBusConnection::sessionBus().interface()->servicePid(name);
@@ -320,6 +332,48 @@ private slots:
         QCOMPARE(info.get() == "E9@@RUNNING", recorded);
         app.kill();
         app.waitForFinished();
+    }
+
+    void theAppAndTheAgentNeverPlanAtOnce() {
+        wakeAgent();
+        QTRY_VERIFY_WITH_TIMEOUT(owned(kAgentBusName), 5000);
+        // A daily event with a reminder, half a day away from now: each plan is 60 requests a
+        // day apart.
+        eventInfo daily;
+        daily.eventId = daily.eventNotiId = "DAILY";
+        daily.eventTitle = "Daily";
+        daily.eventType = 1;
+        daily.eventRepeatOrNot = true;
+        daily.eventStartDateYear = 2020;
+        daily.eventStartDateMonth = 1;
+        daily.eventStartDateDay = 1;
+        daily.eventDateWhenEveryDayHour = (QTime::currentTime().hour() + 12) % 24;
+        daily.eventNotiOrNot = true;
+        Store store = Store::open();
+        store.write([&] { store.add(daily); });
+        Setting<bool>(kSwitchKey, true).set(true);
+        setNotificationCenter(
+            std::make_shared<LinuxNotificationCenter>(PendingRequests::defaultPath(), nullptr));
+        for (int run = 0; run < 60; ++run) {
+            // The agent runs its refresh while the app plans.
+            QVERIFY(!center_->submit({bgFunc::kTaskIdentifier, wallClockNow()}));
+            notiFunc().replanAllNotiRequests();
+            // Returns once the agent is done.
+            QCOMPARE(reschedule(25000).type(), QDBusMessage::ReplyMessage);
+            // It did refresh: the next refresh is hours away.
+            const auto tasks = center_->pendingRequests();
+            QCOMPARE(tasks.size(), std::size_t(1));
+            QVERIFY(tasks.front().earliestBeginDate > wallClockNow() + 3600);
+            const auto pending = left();
+            QCOMPARE(pending.size(), notiFunc::kMaximumRequests);
+            for (std::size_t i = 1; i < pending.size(); ++i) {
+                QVERIFY2(pending[i].fireAt - pending[i - 1].fireAt > 3600,
+                         qPrintable(QString("run %1: two plans").arg(run)));
+            }
+        }
+        setNotificationCenter(nullptr);
+        store.write([&] { store.remove<eventInfo>("DAILY"); });
+        center_->removeAllPending();
     }
 
 private:
