@@ -3,6 +3,7 @@
 #include "records/XdgPaths.h"
 
 #include <chrono>
+#include <cstdint>
 #include <sqlite3.h>
 #include <system_error>
 #include <type_traits>
@@ -61,6 +62,10 @@ public:
         sqlite3_bind_int(stmt_, index, value ? 1 : 0);
         return *this;
     }
+    Statement& bind(int index, std::int64_t value) {
+        sqlite3_bind_int64(stmt_, index, value);
+        return *this;
+    }
     /// True while there is a row.
     bool step() {
         const int rc = sqlite3_step(stmt_);
@@ -79,6 +84,7 @@ public:
                  : std::string();
     }
     double real(int column) const { return sqlite3_column_double(stmt_, column); }
+    std::int64_t integer(int column) const { return sqlite3_column_int64(stmt_, column); }
     bool flag(int column) const { return sqlite3_column_int(stmt_, column) != 0; }
     bool isNull(int column) const { return sqlite3_column_type(stmt_, column) == SQLITE_NULL; }
     void reset() {
@@ -91,8 +97,8 @@ private:
     sqlite3_stmt* stmt_ = nullptr;
 };
 
-const char* const kSelectRequests =
-    "SELECT identifier, title, subtitle, delay, sound, time_sensitive, fire_at FROM requests ";
+const char* const kSelectRequests = "SELECT identifier, title, subtitle, delay, sound, "
+                                    "time_sensitive, fire_at, filed FROM requests ";
 
 PendingRequest readRequest(const Statement& s) {
     PendingRequest p;
@@ -103,6 +109,7 @@ PendingRequest readRequest(const Statement& s) {
     p.request.sound = s.flag(4);
     p.request.timeSensitive = s.flag(5);
     p.fireAt = s.real(6);
+    p.filed = s.integer(7);
     return p;
 }
 
@@ -240,22 +247,29 @@ std::vector<PendingRequest> PendingRequests::pending() const {
     return out;
 }
 
-std::vector<PendingRequest> PendingRequests::takeDue(double now) {
+std::vector<PendingRequest> PendingRequests::due(double now) const {
+    std::vector<PendingRequest> out;
+    Statement s(
+        impl_->db,
+        (std::string(kSelectRequests) + "WHERE fire_at <= ? ORDER BY fire_at, filed").c_str());
+    s.bind(1, now);
+    while (s.step()) {
+        out.push_back(readRequest(s));
+    }
+    return out;
+}
+
+std::size_t PendingRequests::removeDelivered(const std::vector<PendingRequest>& delivered) {
     return impl_->transaction([&] {
-        std::vector<PendingRequest> out;
-        {
-            Statement s(impl_->db, (std::string(kSelectRequests) +
-                                    "WHERE fire_at <= ? ORDER BY fire_at, filed")
-                                       .c_str());
-            s.bind(1, now);
-            while (s.step()) {
-                out.push_back(readRequest(s));
-            }
+        std::size_t removed = 0;
+        Statement s(impl_->db, "DELETE FROM requests WHERE identifier = ? AND filed = ?");
+        for (const auto& request : delivered) {
+            s.bind(1, request.request.identifier).bind(2, request.filed);
+            s.step();
+            s.reset();
+            removed += static_cast<std::size_t>(sqlite3_changes(impl_->db));
         }
-        Statement del(impl_->db, "DELETE FROM requests WHERE fire_at <= ?");
-        del.bind(1, now);
-        del.step();
-        return out;
+        return removed;
     });
 }
 
