@@ -315,7 +315,7 @@ private slots:
         Setting<std::string> info{"FUNC_NOTI_userLaunchAppByPressLocalNotificationEventInfo", ""};
         Setting<bool> status{"FUNC_NOTI_userLaunchAppByPressLocalNotificationStatu", false};
         QTRY_COMPARE_WITH_TIMEOUT(QString::fromStdString(info.get()), QString("E8@@TAPPED"), 30000);
-        QVERIFY(status.get());
+        QTRY_VERIFY_WITH_TIMEOUT(status.get(), 5000); // written right after the identifier
     }
 
     void theRunningAppTakesATapOnlyWithTheMasterSwitchOnAtLaunch_data() {
