@@ -6,7 +6,9 @@
 #include <QCoreApplication>
 #include <QDBusConnection>
 #include <QDBusConnectionInterface>
+#include <QDBusError>
 #include <QDBusMessage>
+#include <QDBusPendingCallWatcher>
 #include <QDBusServiceWatcher>
 #include <QDBusVariant>
 #include <QLoggingCategory>
@@ -16,6 +18,7 @@
 #include <cerrno>
 #include <cmath>
 #include <cstdint>
+#include <limits>
 #include <sys/timerfd.h>
 #include <unistd.h>
 
@@ -25,20 +28,38 @@ Q_LOGGING_CATEGORY(lcAgent, "tidemark.agent")
 
 namespace {
 
-constexpr int kNotifyTimeoutMs = 5000;
+// A call to the notification server waits for its answer however long that takes: the server
+// may well show a reminder after any timeout, so no answer is never taken for "not shown". The
+// calls end with an error only when the server leaves the bus or refuses them.
+constexpr int kWaitForTheAnswer = std::numeric_limits<int>::max(); // libdbus: no timeout
 const char* const kNotificationsPath = "/org/freedesktop/Notifications";
 const char* const kNotificationsInterface = "org.freedesktop.Notifications";
 const char* const kDesktopEntry = "org.tidemark.TideMark";
 
-QStringList serverCapabilities(QDBusConnection& bus) {
-    auto call = QDBusMessage::createMethodCall(
-        QString::fromLatin1(kNotificationsBusName), QString::fromLatin1(kNotificationsPath),
-        QString::fromLatin1(kNotificationsInterface), QStringLiteral("GetCapabilities"));
-    const auto reply = bus.call(call, QDBus::Block, kNotifyTimeoutMs);
-    if (reply.type() != QDBusMessage::ReplyMessage || reply.arguments().isEmpty()) {
-        return {};
-    }
-    return reply.arguments().first().toStringList();
+QDBusMessage serverCall(const QString& method) {
+    return QDBusMessage::createMethodCall(QString::fromLatin1(kNotificationsBusName),
+                                          QString::fromLatin1(kNotificationsPath),
+                                          QString::fromLatin1(kNotificationsInterface), method);
+}
+
+/// A filing of a request: the identifier alone would also name a request filed again meanwhile.
+QString filingKey(const PendingRequest& p) {
+    return QString::fromStdString(p.request.identifier) + QLatin1Char('\n') +
+           QString::number(p.filed);
+}
+
+/// Errors that mean that no server is there to take the call: it is not on the bus or could not
+/// be started.
+bool noServer(const QDBusError::ErrorType error) {
+    return error == QDBusError::ServiceUnknown || error == QDBusError::NoServer ||
+           error == QDBusError::Disconnected;
+}
+
+/// Errors that mean only that the answer did not come: the server left the bus while it had
+/// the call, or the bus gave up waiting.
+bool noAnswer(const QDBusError::ErrorType error) {
+    return error == QDBusError::NoReply || error == QDBusError::Timeout ||
+           error == QDBusError::TimedOut;
 }
 
 } // namespace
@@ -100,10 +121,19 @@ bool ReminderAgent::start(QString* error) {
     bus.connect(QString(), QStringLiteral("/org/freedesktop/DBus/Local"),
                 QStringLiteral("org.freedesktop.DBus.Local"), QStringLiteral("Disconnected"),
                 QCoreApplication::instance(), SLOT(quit()));
-    // Reminders that found no server wait for one to appear.
+    // Reminders that found no server wait for one to appear. A new server may play sounds
+    // where the last one could not, or the other way round.
     serverWatcher_ = new QDBusServiceWatcher(QString::fromLatin1(kNotificationsBusName), bus,
-                                             QDBusServiceWatcher::WatchForRegistration, this);
-    connect(serverWatcher_, &QDBusServiceWatcher::serviceRegistered, this, [this] { wake(); });
+                                             QDBusServiceWatcher::WatchForOwnerChange, this);
+    connect(serverWatcher_, &QDBusServiceWatcher::serviceOwnerChanged, this,
+            [this](const QString&, const QString&, const QString& newOwner) {
+                ++server_;
+                capabilities_.reset();
+                askingCapabilities_ = false;
+                if (!newOwner.isEmpty()) {
+                    wake();
+                }
+            });
 
     // A wall-clock timer: it fires at the due moment even after a suspend, and a change of the
     // system clock cancels it (read fails with ECANCELED) so that it is set again.
@@ -134,64 +164,142 @@ void ReminderAgent::Reschedule() {
 
 void ReminderAgent::wake() {
     const double now = wallClockNow();
-    std::vector<PendingRequest> due;
     std::vector<BackgroundTaskRequest> refreshes;
-    // Without a notification server the due reminders stay in the file; the server's arrival
-    // on the bus wakes the agent again.
-    const bool serverAnswers = notificationServerAvailable(QDBusConnection::sessionBus());
     try {
-        if (serverAnswers) {
-            due = requests_->takeDue(now);
-        }
         refreshes = requests_->takeDueBackgroundTasks(now);
     } catch (const PendingRequestsError& e) {
         qCWarning(lcAgent) << e.what();
     }
-    std::vector<PendingRequest> undelivered;
-    for (const auto& request : due) {
-        if (!deliver(request)) {
-            undelivered.push_back(request);
-        }
+    if (!refreshes.empty()) {
+        // A new plan leaves the requests that are due already.
+        qCInfo(lcAgent) << "background refresh";
+        runBackgroundRefresh();
     }
-    // A server that went away meanwhile: back into the file, still due, for the next server (or
-    // the agent's next start).
-    for (const auto& request : undelivered) {
-        NotificationRequest again = request.request;
-        again.delaySeconds = 0;
+    // Without a notification server the due reminders stay in the file; the server's arrival
+    // on the bus wakes the agent again. The queue is read anew, so that requests the app has
+    // removed meanwhile are not sent.
+    queue_.clear();
+    if (notificationServerAvailable(QDBusConnection::sessionBus())) {
         try {
-            requests_->add(again, request.fireAt);
+            for (auto& request : requests_->due(now)) {
+                if (!inFlight_.contains(filingKey(request))) {
+                    queue_.push_back(std::move(request));
+                }
+            }
         } catch (const PendingRequestsError& e) {
             qCWarning(lcAgent) << e.what();
         }
     }
-    if (!refreshes.empty()) {
-        qCInfo(lcAgent) << "background refresh";
-        runBackgroundRefresh();
-    }
+    pump();
     arm();
 }
 
-bool ReminderAgent::deliver(const PendingRequest& due) {
-    auto bus = QDBusConnection::sessionBus();
+void ReminderAgent::pump() {
+    while (!queue_.empty() && waiting_ < kWindow) {
+        if (queue_.front().request.sound && !capabilities_) {
+            askCapabilities(); // sending goes on with the answer
+            return;
+        }
+        send(queue_.front());
+        queue_.pop_front();
+    }
+}
+
+void ReminderAgent::askCapabilities() {
+    if (askingCapabilities_) {
+        return;
+    }
+    askingCapabilities_ = true;
+    auto* call = new QDBusPendingCallWatcher(
+        QDBusConnection::sessionBus().asyncCall(serverCall(QStringLiteral("GetCapabilities")),
+                                                kWaitForTheAnswer),
+        this);
+    connect(call, &QDBusPendingCallWatcher::finished, this,
+            [this, server = server_](QDBusPendingCallWatcher* finished) {
+                finished->deleteLater();
+                if (server != server_) {
+                    return; // the answer of a server that has gone
+                }
+                const QDBusMessage reply = finished->reply();
+                askingCapabilities_ = false;
+                capabilities_ =
+                    reply.type() == QDBusMessage::ReplyMessage && !reply.arguments().isEmpty()
+                        ? reply.arguments().first().toStringList()
+                        : QStringList();
+                pump();
+            });
+}
+
+void ReminderAgent::send(const PendingRequest& due) {
     const NotificationRequest& r = due.request;
-    const QVariantMap hints = reminderHints(r, r.sound ? serverCapabilities(bus) : QStringList());
-    auto call = QDBusMessage::createMethodCall(
-        QString::fromLatin1(kNotificationsBusName), QString::fromLatin1(kNotificationsPath),
-        QString::fromLatin1(kNotificationsInterface), QStringLiteral("Notify"));
+    auto call = serverCall(QStringLiteral("Notify"));
     call << qtTrId("appDisplayName") << uint(0) << QString::fromLatin1(kDesktopEntry)
          << QString::fromStdString(r.title) << QString::fromStdString(r.subtitle)
-         << QStringList{QStringLiteral("default"), qtTrId("reminderOpenActionString")} << hints
-         << int(-1);
-    const auto reply = bus.call(call, QDBus::Block, kNotifyTimeoutMs);
-    if (reply.type() != QDBusMessage::ReplyMessage || reply.arguments().isEmpty()) {
-        qCWarning(lcAgent) << "no notification server took" << QString::fromStdString(r.identifier)
-                           << reply.errorMessage();
-        return false;
+         << QStringList{QStringLiteral("default"), qtTrId("reminderOpenActionString")}
+         << reminderHints(r, capabilities_.value_or(QStringList())) << int(-1);
+    inFlight_.insert(filingKey(due));
+    ++waiting_;
+    auto* pending = new QDBusPendingCallWatcher(
+        QDBusConnection::sessionBus().asyncCall(call, kWaitForTheAnswer), this);
+    connect(pending, &QDBusPendingCallWatcher::finished, this,
+            [this, due, server = server_](QDBusPendingCallWatcher* finished) {
+                finished->deleteLater();
+                answered(due, server, finished->reply());
+            });
+}
+
+void ReminderAgent::answered(const PendingRequest& due, int server, const QDBusMessage& reply) {
+    const QString identifier = QString::fromStdString(due.request.identifier);
+    if (reply.type() == QDBusMessage::ReplyMessage && !reply.arguments().isEmpty()) {
+        const uint id = reply.arguments().first().toUInt();
+        shown_.insert(id, identifier);
+        qCInfo(lcAgent) << "delivered" << identifier << "as" << id;
+        // The answers that have arrived meanwhile are removed together, once the event loop
+        // has handed them all over: one write of the file for many reminders.
+        delivered_.push_back(due);
+        if (delivered_.size() == 1) {
+            QMetaObject::invokeMethod(this, &ReminderAgent::settle, Qt::QueuedConnection);
+        }
+        return;
     }
-    const uint id = reply.arguments().first().toUInt();
-    shown_.insert(id, QString::fromStdString(r.identifier));
-    qCInfo(lcAgent) << "delivered" << QString::fromStdString(r.identifier) << "as" << id;
-    return true;
+    --waiting_;
+    const QDBusError error(reply);
+    const auto bus = QDBusConnection::sessionBus();
+    const bool serverLeft =
+        server != server_ ||
+        !bus.interface()->isServiceRegistered(QString::fromLatin1(kNotificationsBusName)).value();
+    if (noAnswer(error.type()) && !serverLeft) {
+        // The server still has the call and may show it yet: this agent does not send it again
+        // (it stays in the file, marked, for an agent that comes after this one).
+        qCWarning(lcAgent) << "no answer from the notification server for" << identifier
+                           << error.message();
+        pump();
+        return;
+    }
+    // Not shown (refused, or no server took it): it stays in the file, due, for the next wake.
+    inFlight_.remove(filingKey(due));
+    qCWarning(lcAgent) << "the notification server did not take" << identifier << error.name()
+                       << error.message();
+    if (noServer(error.type()) || serverLeft) {
+        queue_.clear(); // everything waits for a server to appear
+    }
+    pump();
+}
+
+void ReminderAgent::settle() {
+    try {
+        requests_->removeDelivered(delivered_);
+        for (const auto& request : delivered_) {
+            inFlight_.remove(filingKey(request));
+        }
+    } catch (const PendingRequestsError& e) {
+        // Still in the file, and still marked: this agent does not send them again, a later one
+        // shows them once more rather than lose them.
+        qCWarning(lcAgent) << e.what();
+    }
+    waiting_ -= static_cast<int>(delivered_.size());
+    delivered_.clear();
+    pump();
 }
 
 void ReminderAgent::arm() {

@@ -6,8 +6,7 @@ namespace tidemark {
 
 void TimelineActions::timelineAppeared() {
     // The plan catches up with every edit made since it was last filed.
-    notiFunc().removeAllNotiRequests();
-    notiFunc().planAllNotiRequests();
+    notiFunc().replanAllNotiRequests();
 }
 
 void TimelineActions::chooseColorScheme(int scheme) {

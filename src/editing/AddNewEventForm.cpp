@@ -601,9 +601,7 @@ void AddNewEventForm::finishAfterWrite() {
     animationToggle_ = !animationToggle_;
     impact();
     // A save rebuilds the whole reminder plan rather than patching one event.
-    notiFunc noti;
-    noti.removeAllNotiRequests();
-    noti.planAllNotiRequests();
+    notiFunc().replanAllNotiRequests();
     leftByButton_ = true;
     emit leftByButtonChanged();
     emit dismissRequested();

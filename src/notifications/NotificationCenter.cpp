@@ -50,6 +50,14 @@ std::shared_ptr<BackgroundTaskScheduler> gScheduler;
 
 } // namespace
 
+void NotificationCenter::replacePending(
+    const std::function<std::vector<NotificationRequest>()>& plan) {
+    removeAllPending();
+    for (const auto& request : plan()) {
+        add(request, nullptr);
+    }
+}
+
 NotificationCenter& notificationCenter() {
     std::lock_guard lock(gMutex);
     if (!gCenter) {

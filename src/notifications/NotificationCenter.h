@@ -47,6 +47,11 @@ public:
                      std::function<void(std::optional<std::string>)> done) = 0;
     virtual void removePending(const std::vector<std::string>& identifiers) = 0;
     virtual void removeAllPending() = 0;
+    /// One planning run: the requests `plan` answers replace the pending ones still to come. A
+    /// centre shared between processes makes it one step, `plan` included, that no other run
+    /// interleaves with, so that what is pending is always exactly one plan. This fallback, for
+    /// centres that keep nothing between processes, removes all and adds the plan.
+    virtual void replacePending(const std::function<std::vector<NotificationRequest>()>& plan);
     virtual void pending(std::function<void(std::vector<NotificationRequest>)> done) = 0;
     /// The delegate gets the responses of this process; nullptr clears it.
     virtual void setDelegate(NotificationCenterDelegate* delegate) = 0;

@@ -4,6 +4,7 @@
 #include "records/XdgPaths.h"
 
 #include <chrono>
+#include <cstdint>
 #include <sqlite3.h>
 #include <type_traits>
 
@@ -60,6 +61,10 @@ public:
         sqlite3_bind_int(stmt_, index, value ? 1 : 0);
         return *this;
     }
+    Statement& bind(int index, std::int64_t value) {
+        sqlite3_bind_int64(stmt_, index, value);
+        return *this;
+    }
     /// True while there is a row.
     bool step() {
         const int rc = sqlite3_step(stmt_);
@@ -78,6 +83,7 @@ public:
                  : std::string();
     }
     double real(int column) const { return sqlite3_column_double(stmt_, column); }
+    std::int64_t integer(int column) const { return sqlite3_column_int64(stmt_, column); }
     bool flag(int column) const { return sqlite3_column_int(stmt_, column) != 0; }
     bool isNull(int column) const { return sqlite3_column_type(stmt_, column) == SQLITE_NULL; }
     void reset() {
@@ -90,8 +96,8 @@ private:
     sqlite3_stmt* stmt_ = nullptr;
 };
 
-const char* const kSelectRequests =
-    "SELECT identifier, title, subtitle, delay, sound, time_sensitive, fire_at FROM requests ";
+const char* const kSelectRequests = "SELECT identifier, title, subtitle, delay, sound, "
+                                    "time_sensitive, fire_at, filed FROM requests ";
 
 PendingRequest readRequest(const Statement& s) {
     PendingRequest p;
@@ -102,6 +108,7 @@ PendingRequest readRequest(const Statement& s) {
     p.request.sound = s.flag(4);
     p.request.timeSensitive = s.flag(5);
     p.fireAt = s.real(6);
+    p.filed = s.integer(7);
     return p;
 }
 
@@ -162,23 +169,45 @@ PendingRequests::~PendingRequests() {
     }
 }
 
-void PendingRequests::add(const NotificationRequest& request, double filedAt) {
-    impl_->transaction([&] {
-        // "filed" keeps the filing order for requests due at the same moment; a replacement
-        // goes to the end like a new request.
-        Statement s(impl_->db,
-                    "INSERT OR REPLACE INTO requests(identifier, title, subtitle, sound, "
-                    "time_sensitive, delay, fire_at, filed) VALUES(?, ?, ?, ?, ?, ?, ?, "
-                    "(SELECT IFNULL(MAX(filed), 0) + 1 FROM requests))");
-        s.bind(1, request.identifier)
+namespace {
+
+/// Files requests inside a transaction. Each filing takes the next number of a counter that
+/// never goes back, even when requests are removed: it orders requests due at the same moment
+/// (a replacement goes to the end like a new request) and tells a request from one filed again
+/// under its identifier.
+class Filing {
+public:
+    explicit Filing(sqlite3* db)
+        : count_(db, "INSERT OR REPLACE INTO state(key, value) VALUES('lastFiled', "
+                     "MAX(IFNULL((SELECT value FROM state WHERE key = 'lastFiled'), 0), "
+                     "IFNULL((SELECT MAX(filed) FROM requests), 0)) + 1)"),
+          insert_(db, "INSERT OR REPLACE INTO requests(identifier, title, subtitle, sound, "
+                      "time_sensitive, delay, fire_at, filed) VALUES(?, ?, ?, ?, ?, ?, ?, "
+                      "(SELECT value FROM state WHERE key = 'lastFiled'))") {}
+
+    void file(const NotificationRequest& request, double filedAt) {
+        count_.step();
+        count_.reset();
+        insert_.bind(1, request.identifier)
             .bind(2, request.title)
             .bind(3, request.subtitle)
             .bind(4, request.sound)
             .bind(5, request.timeSensitive)
             .bind(6, request.delaySeconds)
             .bind(7, filedAt + request.delaySeconds);
-        s.step();
-    });
+        insert_.step();
+        insert_.reset();
+    }
+
+private:
+    Statement count_;
+    Statement insert_;
+};
+
+} // namespace
+
+void PendingRequests::add(const NotificationRequest& request, double filedAt) {
+    impl_->transaction([&] { Filing(impl_->db).file(request, filedAt); });
 }
 
 void PendingRequests::remove(const std::vector<std::string>& identifiers) {
@@ -205,22 +234,45 @@ std::vector<PendingRequest> PendingRequests::pending() const {
     return out;
 }
 
-std::vector<PendingRequest> PendingRequests::takeDue(double now) {
+std::vector<PendingRequest> PendingRequests::due(double now) const {
+    std::vector<PendingRequest> out;
+    Statement s(
+        impl_->db,
+        (std::string(kSelectRequests) + "WHERE fire_at <= ? ORDER BY fire_at, filed").c_str());
+    s.bind(1, now);
+    while (s.step()) {
+        out.push_back(readRequest(s));
+    }
+    return out;
+}
+
+std::size_t PendingRequests::removeDelivered(const std::vector<PendingRequest>& delivered) {
     return impl_->transaction([&] {
-        std::vector<PendingRequest> out;
-        {
-            Statement s(impl_->db, (std::string(kSelectRequests) +
-                                    "WHERE fire_at <= ? ORDER BY fire_at, filed")
-                                       .c_str());
-            s.bind(1, now);
-            while (s.step()) {
-                out.push_back(readRequest(s));
-            }
+        std::size_t removed = 0;
+        Statement s(impl_->db, "DELETE FROM requests WHERE identifier = ? AND filed = ?");
+        for (const auto& request : delivered) {
+            s.bind(1, request.request.identifier).bind(2, request.filed);
+            s.step();
+            s.reset();
+            removed += static_cast<std::size_t>(sqlite3_changes(impl_->db));
         }
-        Statement del(impl_->db, "DELETE FROM requests WHERE fire_at <= ?");
-        del.bind(1, now);
-        del.step();
-        return out;
+        return removed;
+    });
+}
+
+void PendingRequests::replaceAll(const std::function<std::vector<NotificationRequest>()>& plan) {
+    impl_->transaction([&] {
+        // The write lock is taken first: a run of another process has either finished or not
+        // started, and the plan sees the records as they are now.
+        const auto requests = plan();
+        const double filedAt = wallClockNow();
+        Statement drop(impl_->db, "DELETE FROM requests WHERE fire_at > ?");
+        drop.bind(1, filedAt);
+        drop.step();
+        Filing filing(impl_->db);
+        for (const auto& request : requests) {
+            filing.file(request, filedAt);
+        }
     });
 }
 

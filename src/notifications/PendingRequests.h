@@ -7,7 +7,9 @@
 
 #include "notifications/NotificationCenter.h"
 
+#include <cstdint>
 #include <filesystem>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <stdexcept>
@@ -20,6 +22,8 @@ namespace tidemark {
 struct PendingRequest {
     NotificationRequest request;
     double fireAt = 0; ///< seconds since 1970
+    /// Which filing this is: a request filed again under the same identifier gets a new one.
+    std::int64_t filed = 0;
 
     bool operator==(const PendingRequest&) const = default;
 };
@@ -51,8 +55,19 @@ public:
     void removeAll();
     /// Every pending request, the earliest first (ties in filing order).
     std::vector<PendingRequest> pending() const;
-    /// Removes and answers the requests due at `now`, the earliest first.
-    std::vector<PendingRequest> takeDue(double now);
+    /// The requests due at `now`, the earliest first. They stay in the file until the agent
+    /// removes them with removeDelivered, once a notification server has taken them.
+    std::vector<PendingRequest> due(double now) const;
+    /// Removes requests a notification server has taken, in one transaction: those filings only,
+    /// so that a request filed meanwhile under the same identifier stays. Answers how many were
+    /// still there.
+    std::size_t removeDelivered(const std::vector<PendingRequest>& delivered);
+    /// One planning run, in one write transaction that no other process's run or change
+    /// interleaves with: answers `plan` (which may read the records; they are read under the
+    /// lock) and replaces every request still to come with its requests, filed at the moment
+    /// `plan` answered. Requests already due stay: they wait for the agent, and a plan never
+    /// files them again.
+    void replaceAll(const std::function<std::vector<NotificationRequest>()>& plan);
 
     /// The background refresh: one request per identifier; a submission replaces the earlier.
     void submitBackgroundTask(const BackgroundTaskRequest& request);

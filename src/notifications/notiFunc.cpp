@@ -8,6 +8,7 @@
 #include <algorithm>
 #include <cstdio>
 #include <iostream>
+#include <optional>
 
 namespace tidemark {
 
@@ -53,10 +54,15 @@ void notiFunc::printPendingNotiRequests() {
     });
 }
 
-void notiFunc::addOneNotiRequest(const std::string& title, const std::string& content,
-                                 double timeInterval, const std::string& identifier) {
+namespace {
+
+/// The request of one planned reminder: its content as the subtitle, the default sound and
+/// time-sensitive delivery; none for a delay of zero or less.
+std::optional<NotificationRequest> reminderRequest(const std::string& title,
+                                                   const std::string& content, double timeInterval,
+                                                   const std::string& identifier) {
     if (!(timeInterval > 0)) {
-        return;
+        return std::nullopt;
     }
     NotificationRequest request;
     request.identifier = identifier;
@@ -65,21 +71,38 @@ void notiFunc::addOneNotiRequest(const std::string& title, const std::string& co
     request.delaySeconds = timeInterval;
     request.sound = true;
     request.timeSensitive = true;
-    notificationCenter().add(request, [](std::optional<std::string>) {});
+    return request;
 }
 
-void notiFunc::planAllNotiRequests() {
+} // namespace
+
+void notiFunc::addOneNotiRequest(const std::string& title, const std::string& content,
+                                 double timeInterval, const std::string& identifier) {
+    if (auto request = reminderRequest(title, content, timeInterval, identifier)) {
+        notificationCenter().add(*request, [](std::optional<std::string>) {});
+    }
+}
+
+std::vector<NotificationRequest> notiFunc::plannedRequests() {
     const auto plan = plannedReminders(eventNotiOn.snapshot(), now(), Calendar::current());
     if (!switchOfNotiOpenOrNotForAllEvent.get()) {
-        return;
+        return {};
     }
     // The cap comes first: reminders already due take places among the 60 and file nothing.
+    std::vector<NotificationRequest> requests;
     const std::size_t taken = std::min(plan.size(), kMaximumRequests);
     for (std::size_t i = 0; i < taken; ++i) {
         const auto& entry = plan[i];
-        addOneNotiRequest(entry.title, entry.content, entry.timeInterval,
-                          entry.eventNotiId + "@@" + newUUIDString());
+        if (auto request = reminderRequest(entry.title, entry.content, entry.timeInterval,
+                                           entry.eventNotiId + "@@" + newUUIDString())) {
+            requests.push_back(std::move(*request));
+        }
     }
+    return requests;
+}
+
+void notiFunc::replanAllNotiRequests() {
+    notificationCenter().replacePending([this] { return plannedRequests(); });
 }
 
 double leadTimeOffset(std::int64_t eventNotiType, std::int64_t hour, std::int64_t minute) {
@@ -134,8 +157,7 @@ void bgFunc::printPendingBgTasks() {
 }
 
 void runBackgroundRefresh() {
-    notiFunc().removeAllNotiRequests();
-    notiFunc().planAllNotiRequests();
+    notiFunc().replanAllNotiRequests();
     bgFunc().cancelAllBgTasks();
     bgFunc().submitNotiRefreshTask();
 }

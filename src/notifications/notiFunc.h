@@ -1,10 +1,10 @@
 // Reminder planning. Made anew at each use; its state is the two settings below and the store.
 // A plan is never kept: every run builds the list of coming reminders of all events that have
-// one, files the first 60 as one-shot requests, and relies on the caller to have removed what
-// was pending before.
+// one and files the first 60 as one-shot requests in place of the ones pending before.
 #pragma once
 
 #include "calendar/Calendar.h"
+#include "notifications/NotificationCenter.h"
 #include "records/Defaults.h"
 #include "records/Store.h"
 #include "records/eventInfo.h"
@@ -52,8 +52,13 @@ public:
     /// delivery; a delay of zero or less files nothing. Errors are ignored.
     void addOneNotiRequest(const std::string& title, const std::string& content,
                            double timeInterval, const std::string& identifier);
-    /// Plans every coming reminder and files the first 60 (unless the master switch is off).
-    void planAllNotiRequests();
+    /// The requests of a planning run: every coming reminder planned, the first 60 of them
+    /// less those already due; none with the master switch off.
+    std::vector<NotificationRequest> plannedRequests();
+    /// Replaces every pending request with a new plan, as one step that no planning run of
+    /// another process (the app's or the agent's) interleaves with; the plan is made inside that
+    /// step, from the records as they are then. Every "remove all, plan all" goes through here.
+    void replanAllNotiRequests();
 };
 
 /// The display keys of the lead times; a position is the value of eventNotiType.
@@ -87,8 +92,8 @@ public:
     void printPendingBgTasks();
 };
 
-/// The handler of the background refresh "refreshNotiBgTaskEvery12Hours": drops the pending
-/// reminders, plans them again and files the next refresh, so that the chain goes on.
+/// The handler of the background refresh "refreshNotiBgTaskEvery12Hours": plans the reminders
+/// again in place of the pending ones and files the next refresh, so that the chain goes on.
 void runBackgroundRefresh();
 
 } // namespace tidemark

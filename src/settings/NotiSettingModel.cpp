@@ -80,14 +80,14 @@ void NotiSettingModel::setSwitchOn(bool on) {
         notiFunc().removeAllNotiRequests();
     } else {
         // On: ask the system again, but decide on the permission as it stood before the answer;
-        // without it the switch goes back off, with it everything is planned (turning off
-        // already removed what was pending).
+        // without it the switch goes back off, with it everything is planned (in place of what
+        // is pending, like every planning run, although turning off removed it already).
         const bool allowed = authorized();
         notiFunc().refreshNotiAuthorizationStatus();
         if (!allowed) {
             noti_.switchOfNotiOpenOrNotForAllEvent.set(false);
         } else {
-            notiFunc().planAllNotiRequests();
+            notiFunc().replanAllNotiRequests();
         }
     }
     emit changed();

@@ -56,16 +56,38 @@ TEST_F(PendingRequestsTest, AddingAnIdentifierAgainReplacesTheRequest) {
     EXPECT_EQ(pending[1].fireAt, 50);
 }
 
-TEST_F(PendingRequestsTest, TakeDueHandsOutWhatIsDueOnceAndKeepsTheRest) {
+TEST_F(PendingRequestsTest, ADueRequestLeavesOnlyWhenThatFilingOfItIsDelivered) {
     PendingRequests file(path);
     for (const auto& [id, delay] :
          std::vector<std::pair<std::string, double>>{{"p1", 5}, {"p2", 10}, {"p3", 10.5}}) {
         file.add(req(id, delay), 100);
     }
-    EXPECT_TRUE(file.takeDue(104.9).empty());
-    EXPECT_EQ(ids(file.takeDue(110)), (std::vector<std::string>{"p1", "p2"})); // at the moment
-    EXPECT_TRUE(file.takeDue(110).empty());
-    EXPECT_EQ(ids(file.pending()), (std::vector<std::string>{"p3"}));
+    EXPECT_TRUE(file.due(104.9).empty());
+    const auto due = file.due(110); // at the moment
+    ASSERT_EQ(ids(due), (std::vector<std::string>{"p1", "p2"}));
+    EXPECT_EQ(file.due(110), due); // reading hands nothing out
+    // The app files p2 again while the old one is on its way: delivering the old keeps the new.
+    file.add(req("p2", 20), 100);
+    EXPECT_EQ(file.removeDelivered(due), 1u);
+    EXPECT_EQ(ids(file.pending()), (std::vector<std::string>{"p3", "p2"}));
+    EXPECT_EQ(file.removeDelivered(due), 0u);
+    // Filings are never numbered twice, even for the same request filed again on an emptied file.
+    file.removeAll();
+    file.add(req("p1", 5), 100);
+    EXPECT_EQ(file.removeDelivered(due), 0u);
+    EXPECT_EQ(ids(file.pending()), (std::vector<std::string>{"p1"}));
+}
+
+TEST_F(PendingRequestsTest, APlanReplacesTheRequestsToComeAndLeavesTheDueOnes) {
+    PendingRequests file(path);
+    const double before = wallClockNow();
+    file.add(req("overdue", -10), before);
+    file.add(req("coming", 3600), before);
+    file.replaceAll([] { return std::vector{req("new1", 60), req("new2", 120)}; });
+    const auto pending = file.pending();
+    ASSERT_EQ(ids(pending), (std::vector<std::string>{"overdue", "new1", "new2"}));
+    EXPECT_GE(pending[1].fireAt, before + 60);
+    EXPECT_LE(pending[1].fireAt, wallClockNow() + 60);
 }
 
 TEST_F(PendingRequestsTest, RemoveTakesOnlyTheNamedRequests) {

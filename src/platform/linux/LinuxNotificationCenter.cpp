@@ -188,6 +188,11 @@ void LinuxNotificationCenter::removeAllPending() {
     modify([](PendingRequests& r) { r.removeAll(); });
 }
 
+void LinuxNotificationCenter::replacePending(
+    const std::function<std::vector<NotificationRequest>()>& plan) {
+    modify([&](PendingRequests& r) { r.replaceAll(plan); });
+}
+
 void LinuxNotificationCenter::pending(std::function<void(std::vector<NotificationRequest>)> done) {
     std::vector<NotificationRequest> out;
     if (auto* requests = file()) {

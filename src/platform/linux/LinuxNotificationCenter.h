@@ -53,6 +53,8 @@ public:
              std::function<void(std::optional<std::string>)> done) override;
     void removePending(const std::vector<std::string>& identifiers) override;
     void removeAllPending() override;
+    /// In one write transaction of the file, which also serialises the runs of all processes.
+    void replacePending(const std::function<std::vector<NotificationRequest>()>& plan) override;
     void pending(std::function<void(std::vector<NotificationRequest>)> done) override;
     void setDelegate(NotificationCenterDelegate* delegate) override;
     NotificationCenterDelegate* delegate() const override;
