@@ -90,9 +90,7 @@ QStringList tideMarkApp::takeDamagedFileMessages() {
         messages << qtTrId(key).arg(QString::fromStdString(notice.keptAs.string()));
     }
     if (replan) {
-        notiFunc noti;
-        noti.removeAllNotiRequests();
-        noti.planAllNotiRequests();
+        notiFunc().replanAllNotiRequests();
     }
     if (republish) {
         widgetFunc().publishEventDataToWidget();
