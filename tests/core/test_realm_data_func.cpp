@@ -1,5 +1,6 @@
 // The store's change operations: what they write, what reaches the cloud and the widgets, in
 // which order, and where they stop the program.
+#include "QuietCloudService.h"
 #include "TestSupport.h"
 #include "cloud/CloudService.h"
 #include "records/EventJson.h"
@@ -50,7 +51,7 @@ std::vector<eventObjectAtWidget> publishedEvents() {
 }
 
 /// Notes each transfer as it starts (the first call of each one); the answers never come.
-class RecordingCloud final : public CloudService {
+class RecordingCloud final : public tidemark::testing::QuietCloudService {
 public:
     explicit RecordingCloud(std::shared_ptr<Journal> j) : journal(std::move(j)) {}
     void fetchRecord(
@@ -77,19 +78,6 @@ public:
             }
         }
     }
-    void
-    accountStatus(std::function<void(CloudAccountStatus, std::optional<CloudError>)>) override {}
-    void fetchUserRecordId(
-        std::function<void(std::optional<std::string>, std::optional<CloudError>)>) override {}
-    void
-    fetchZone(const std::string&,
-              std::function<void(std::optional<std::string>, std::optional<CloudError>)>) override {
-    }
-    void saveZone(const std::string&, std::function<void(std::optional<CloudError>)>) override {}
-    void saveRecord(const CloudRecord&, std::function<void(std::optional<CloudError>)>) override {}
-    void queryRecords(const std::string&, std::optional<CloudQueryCursor>, std::size_t,
-                      std::function<void(std::vector<CloudRecord>, std::optional<CloudQueryCursor>,
-                                         std::optional<CloudError>)>) override {}
     std::shared_ptr<Journal> journal;
 };
 

@@ -4,6 +4,7 @@
 class QObject;
 class QQuickItem;
 
+#include "QuietCloudService.h"
 #include "cloud/CloudService.h"
 #include "notifications/NotificationCenter.h"
 #include "records/Observation.h"
@@ -59,26 +60,15 @@ private:
 
 /// Logs each cloud transfer and check as it starts, by the names the screens know (an event by
 /// its stored title); the answers never come.
-class FakeCloud final : public CloudService {
+class FakeCloud final : public QuietCloudService {
 public:
     explicit FakeCloud(CallLog log) : log_(std::move(log)) {}
     void accountStatus(std::function<void(CloudAccountStatus, std::optional<CloudError>)>) override;
-    void fetchUserRecordId(
-        std::function<void(std::optional<std::string>, std::optional<CloudError>)>) override {}
-    void
-    fetchZone(const std::string&,
-              std::function<void(std::optional<std::string>, std::optional<CloudError>)>) override {
-    }
-    void saveZone(const std::string&, std::function<void(std::optional<CloudError>)>) override {}
     void fetchRecord(
         const CloudRecordId& id,
         std::function<void(std::optional<CloudRecord>, std::optional<CloudError>)>) override;
-    void saveRecord(const CloudRecord&, std::function<void(std::optional<CloudError>)>) override {}
     void modifyRecords(std::vector<CloudRecord>, std::vector<CloudRecordId> toDelete,
                        std::function<void(std::optional<CloudError>)>) override;
-    void queryRecords(const std::string&, std::optional<CloudQueryCursor>, std::size_t,
-                      std::function<void(std::vector<CloudRecord>, std::optional<CloudQueryCursor>,
-                                         std::optional<CloudError>)>) override {}
 
 private:
     CallLog log_;
