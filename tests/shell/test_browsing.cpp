@@ -439,6 +439,32 @@ private slots:
         QCOMPARE(dateStringForDayOffset(22, tidemark::now(), calendar), QString("2026-04-01"));
         QCOMPARE(weekdayStringForDayOffset(22, tidemark::now(), calendar), QString("Wednesday"));
         QCOMPARE(summaryDateLine(makeEvent("x", "1")), QString("2026-03-10"));
+
+        // Each appearance of the page appends a full run.
+        seedEventsOfEveryKind();
+        EventScheduleModel schedule;
+        schedule.setEventId("E4");
+        schedule.loadEventSchedule();
+        const QStringList once = schedule.dateStringInfo();
+        QVERIFY(!once.isEmpty());
+        QVERIFY(once.contains("2026-03-15"));
+        schedule.loadEventSchedule();
+        QCOMPARE(schedule.dateStringInfo(), once + once);
+    }
+
+    // Every opening shows the spinner for a moment and then an empty page; the flag stays false.
+    void nextFewDaysShowsTheSpinnerThenNothing() {
+        auto* page = show(R"(NextFewDaysEventView { objectName: "page"; anchors.fill: parent })");
+        QVERIFY(page);
+        QTRY_VERIFY(!page->property("loading").toBool());
+        QCOMPARE(page->property("days").value<QObject*>()->property("numArrayForLoading").toList(),
+                 (QVariantList{1, 2, 3, 4, 5, 6, 7}));
+        page->setVisible(false);
+        page->setVisible(true);
+        QTRY_VERIFY(page->property("loading").toBool());
+        QTRY_VERIFY(!page->property("loading").toBool());
+        QVERIFY(
+            !Setting<bool>("ALL_APP_loadingViewCallByNextFewDaysEventViewAtMainView", true).get());
     }
 
     void renderEveryPage_data() {

@@ -47,21 +47,18 @@ Page {
         onLeadingClicked: page.StackView.view.pop()
     }
 
-    ScrollView {
+    Flickable {
+        objectName: "nextFewDaysScroll"
         anchors.fill: parent
-        contentWidth: availableWidth
+        contentHeight: height
+        boundsBehavior: Flickable.StopAtBounds
 
-        Item {
-            width: parent.width
-            implicitHeight: page.height - page.header.height
-
-            BusyIndicator {
-                objectName: "loadingIndicator"
-                anchors.centerIn: parent
-                running: loadingFlag.value
-                opacity: loadingFlag.value ? 1 : 0
-                Behavior on opacity { NumberAnimation { duration: 200; easing.type: Easing.InOutQuad } }
-            }
+        BusyIndicator {
+            objectName: "loadingIndicator"
+            anchors.centerIn: parent
+            running: loadingFlag.value
+            opacity: loadingFlag.value ? 1 : 0
+            Behavior on opacity { NumberAnimation { duration: 200; easing.type: Easing.InOutQuad } }
         }
     }
 }

@@ -4,10 +4,10 @@ import QtQuick.Controls.Material
 import QtQuick.Layouts
 import TideMark
 
-// The card of one event: its row, its next dates, the week or month grid of a weekly or monthly
-// rule, the colour row, the rows that open the pages
-// which change one part of it, and the star and delete row. An event deleted while the card is
-// open leaves the empty row and nothing to act on.
+// The card of one event: its row, its next dates, the colour row, the rows that open the pages
+// which change one part of it, the star and delete row, and the week or month grid of a weekly or
+// monthly rule. An event deleted while the card is open leaves the empty row and nothing to act
+// on.
 Page {
     id: page
     objectName: "cardViewForEventObject"
@@ -105,21 +105,6 @@ Page {
                         label: modelData
                         separator: index < cardModel.nextDates.length - 1
                     }
-                }
-            }
-
-            CardSection {
-                objectName: "ruleSection"
-                visible: cardModel.exists && page.showsRuleGrid
-                title: qsTrId("addNewEventPageContentString02")
-                colors: tone
-                Layout.fillWidth: true
-                SummaryViewSubPageForMonthlyAndWeeklyEvent {
-                    eventType: page.showsRuleGrid ? ruleOfEvent.eventType : 0
-                    eventArrayData: ruleOfEvent.ruleArchive
-                    dark: page.dark
-                    Layout.fillWidth: true
-                    Layout.margins: 12
                 }
             }
 
@@ -307,6 +292,21 @@ Page {
                         tint: tone.secondaryText
                         onClicked: cardModel.disarmDelete()
                     }
+                }
+            }
+
+            CardSection {
+                objectName: "ruleSection"
+                visible: cardModel.exists && page.showsRuleGrid
+                title: qsTrId("addNewEventPageContentString02")
+                colors: tone
+                Layout.fillWidth: true
+                SummaryViewSubPageForMonthlyAndWeeklyEvent {
+                    eventType: page.showsRuleGrid ? ruleOfEvent.eventType : 0
+                    eventArrayData: ruleOfEvent.ruleArchive
+                    dark: page.dark
+                    Layout.fillWidth: true
+                    Layout.margins: 12
                 }
             }
         }
