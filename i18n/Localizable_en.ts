@@ -387,6 +387,10 @@
         <source>Ended events</source>
         <translation>Ended events</translation>
     </message>
+    <message id="eventAlreadyEndStringForListRowViewForTimeline">
+        <source>Ended</source>
+        <translation>Ended</translation>
+    </message>
     <message id="eventGoneStringAtCardViewForEventObject">
         <source>This event no longer exists.</source>
         <translation>This event no longer exists.</translation>
@@ -911,7 +915,15 @@
         <source>Mon</source>
         <translation>Mon</translation>
     </message>
+    <message id="weekForWeekMutilSelection01AtSummaryViewSubPageForMonthlyAndWeeklyEvent">
+        <source>Mon</source>
+        <translation>Mon</translation>
+    </message>
     <message id="weekForWeekMutilSelection02">
+        <source>Tue</source>
+        <translation>Tue</translation>
+    </message>
+    <message id="weekForWeekMutilSelection02AtSummaryViewSubPageForMonthlyAndWeeklyEvent">
         <source>Tue</source>
         <translation>Tue</translation>
     </message>
@@ -919,7 +931,15 @@
         <source>Wed</source>
         <translation>Wed</translation>
     </message>
+    <message id="weekForWeekMutilSelection03AtSummaryViewSubPageForMonthlyAndWeeklyEvent">
+        <source>Wed</source>
+        <translation>Wed</translation>
+    </message>
     <message id="weekForWeekMutilSelection04">
+        <source>Thu</source>
+        <translation>Thu</translation>
+    </message>
+    <message id="weekForWeekMutilSelection04AtSummaryViewSubPageForMonthlyAndWeeklyEvent">
         <source>Thu</source>
         <translation>Thu</translation>
     </message>
@@ -927,11 +947,23 @@
         <source>Fri</source>
         <translation>Fri</translation>
     </message>
+    <message id="weekForWeekMutilSelection05AtSummaryViewSubPageForMonthlyAndWeeklyEvent">
+        <source>Fri</source>
+        <translation>Fri</translation>
+    </message>
     <message id="weekForWeekMutilSelection06">
         <source>Sat</source>
         <translation>Sat</translation>
     </message>
+    <message id="weekForWeekMutilSelection06AtSummaryViewSubPageForMonthlyAndWeeklyEvent">
+        <source>Sat</source>
+        <translation>Sat</translation>
+    </message>
     <message id="weekForWeekMutilSelection07">
+        <source>Sun</source>
+        <translation>Sun</translation>
+    </message>
+    <message id="weekForWeekMutilSelection07AtSummaryViewSubPageForMonthlyAndWeeklyEvent">
         <source>Sun</source>
         <translation>Sun</translation>
     </message>

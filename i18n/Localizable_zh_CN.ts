@@ -387,6 +387,10 @@
         <source>Ended events</source>
         <translation>已结束的事件</translation>
     </message>
+    <message id="eventAlreadyEndStringForListRowViewForTimeline">
+        <source>Ended</source>
+        <translation>已结束</translation>
+    </message>
     <message id="eventGoneStringAtCardViewForEventObject">
         <source>This event no longer exists.</source>
         <translation>此事件已不存在。</translation>
@@ -911,29 +915,57 @@
         <source>Mon</source>
         <translation>周一</translation>
     </message>
+    <message id="weekForWeekMutilSelection01AtSummaryViewSubPageForMonthlyAndWeeklyEvent">
+        <source>Mon</source>
+        <translation>一</translation>
+    </message>
     <message id="weekForWeekMutilSelection02">
         <source>Tue</source>
         <translation>周二</translation>
+    </message>
+    <message id="weekForWeekMutilSelection02AtSummaryViewSubPageForMonthlyAndWeeklyEvent">
+        <source>Tue</source>
+        <translation>二</translation>
     </message>
     <message id="weekForWeekMutilSelection03">
         <source>Wed</source>
         <translation>周三</translation>
     </message>
+    <message id="weekForWeekMutilSelection03AtSummaryViewSubPageForMonthlyAndWeeklyEvent">
+        <source>Wed</source>
+        <translation>三</translation>
+    </message>
     <message id="weekForWeekMutilSelection04">
         <source>Thu</source>
         <translation>周四</translation>
+    </message>
+    <message id="weekForWeekMutilSelection04AtSummaryViewSubPageForMonthlyAndWeeklyEvent">
+        <source>Thu</source>
+        <translation>四</translation>
     </message>
     <message id="weekForWeekMutilSelection05">
         <source>Fri</source>
         <translation>周五</translation>
     </message>
+    <message id="weekForWeekMutilSelection05AtSummaryViewSubPageForMonthlyAndWeeklyEvent">
+        <source>Fri</source>
+        <translation>五</translation>
+    </message>
     <message id="weekForWeekMutilSelection06">
         <source>Sat</source>
         <translation>周六</translation>
     </message>
+    <message id="weekForWeekMutilSelection06AtSummaryViewSubPageForMonthlyAndWeeklyEvent">
+        <source>Sat</source>
+        <translation>六</translation>
+    </message>
     <message id="weekForWeekMutilSelection07">
         <source>Sun</source>
         <translation>周日</translation>
+    </message>
+    <message id="weekForWeekMutilSelection07AtSummaryViewSubPageForMonthlyAndWeeklyEvent">
+        <source>Sun</source>
+        <translation>日</translation>
     </message>
     <message id="weekForWeekMutilSelection08">
         <source>Mon–Fri</source>

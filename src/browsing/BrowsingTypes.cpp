@@ -1,7 +1,9 @@
 #include "browsing/BrowsingTypes.h"
 
 #include "browsing/EventRowModel.h"
+#include "browsing/EventSchedule.h"
 #include "browsing/FilteredEventListModel.h"
+#include "browsing/Summary.h"
 #include "browsing/TimelineActions.h"
 
 #include <QtQml>
@@ -12,6 +14,10 @@ void registerBrowsingTypes() {
     qmlRegisterType<FilteredEventListModel>("TideMark", 1, 0, "FilteredEventListModel");
     qmlRegisterType<EventRowModel>("TideMark", 1, 0, "EventRowModel");
     qmlRegisterType<TimelineActions>("TideMark", 1, 0, "TimelineActions");
+    qmlRegisterType<SummaryViewModel>("TideMark", 1, 0, "SummaryViewModel");
+    qmlRegisterType<SummaryRuleBoxModel>("TideMark", 1, 0, "SummaryRuleBoxModel");
+    qmlRegisterType<EventScheduleModel>("TideMark", 1, 0, "EventScheduleModel");
+    qmlRegisterType<NextFewDaysModel>("TideMark", 1, 0, "NextFewDaysModel");
 }
 
 } // namespace tidemark

@@ -6,7 +6,10 @@
 #include "QtTestSupport.h"
 #include "TestSupport.h"
 #include "browsing/EventRowModel.h"
+#include "browsing/EventSchedule.h"
 #include "browsing/FilteredEventListModel.h"
+#include "browsing/Summary.h"
+#include "engine/Occurrences.h"
 #include "records/DayListArchive.h"
 #include "records/Defaults.h"
 #include "records/SettingsKeys.h"
@@ -257,8 +260,7 @@ private slots:
         QTRY_VERIFY(findChildItem(page, "emptyBox") &&
                     findChildItem(page, "emptyBox")->isVisible());
 
-        // The next few days aren't in the app yet: the link stays hidden.
-        QVERIFY(!findChildItem(page, "nextFewDaysLink")->isVisible());
+        QVERIFY(findChildItem(page, "nextFewDaysLink")->isVisible());
 
         store({makeEvent("a", "1")});
         QTRY_VERIFY(!findChildItem(page, "emptyBox")->isVisible());
@@ -365,6 +367,106 @@ private slots:
         QCOMPARE(theme.get(), Theme::systemDefault);
     }
 
+    // The rule box always shows the month of today: a last-day rule marks that month's last day,
+    // and day numbers the month lacks are never marked.
+    void ruleBoxFollowsTheCurrentMonth_data() {
+        QTest::addColumn<int>("year");
+        QTest::addColumn<int>("month");
+        QTest::addColumn<int>("eventType");
+        QTest::addColumn<QList<qint64>>("codes");
+        QTest::addColumn<QList<qint64>>("marked"); // week cells (1 = Monday) or days
+        QTest::addColumn<int>("dayCells");
+        QTest::addColumn<int>("leadingBlanks");
+        QTest::addColumn<QString>("text");
+        QTest::newRow("last day in April")
+            << 2026 << 4 << 3 << QList<qint64>{99} << QList<qint64>{30} << 30 << 3 << "last day";
+        QTest::newRow("last day in May")
+            << 2026 << 5 << 3 << QList<qint64>{99} << QList<qint64>{31} << 31 << 5 << "last day";
+        QTest::newRow("15 and last day in March")
+            << 2026 << 3 << 3 << QList<qint64>{15, 99} << QList<qint64>{15, 31} << 31 << 0
+            << "15 · last day";
+        QTest::newRow("leap February") << 2024 << 2 << 3 << QList<qint64>{31, 29, 30, 99}
+                                       << QList<qint64>{29} << 29 << 4 << "31 · 29 · 30 · last day";
+        QTest::newRow("common February") << 2026 << 2 << 3 << QList<qint64>{29, 99}
+                                         << QList<qint64>{28} << 28 << 0 << "29 · last day";
+        QTest::newRow("week codes 7 and 1")
+            << 2026 << 3 << 2 << QList<qint64>{7, 1} << QList<qint64>{1, 7} << 0 << 0 << "Mon Sun ";
+        QTest::newRow("week list holds no 99")
+            << 2026 << 4 << 2 << QList<qint64>{3} << QList<qint64>{3} << 0 << 0 << "Wed ";
+    }
+    void ruleBoxFollowsTheCurrentMonth() {
+        QFETCH(int, year);
+        QFETCH(int, month);
+        QFETCH(int, eventType);
+        QFETCH(QList<qint64>, codes);
+        QFETCH(QList<qint64>, marked);
+        QFETCH(int, dayCells);
+        QFETCH(int, leadingBlanks);
+        QFETCH(QString, text);
+        ScopedCalendarEnvironment place(
+            fixedEnvironment("Europe/Berlin", "en_US", year, month, 10, 10, 0));
+        const auto box = ruleBoxData(eventType, {codes.begin(), codes.end()}, tidemark::now(),
+                                     Calendar::current());
+        QList<qint64> shown;
+        if (eventType == 2) {
+            QCOMPARE(box.weekLabels.size(), 7);
+            for (int i = 0; i < 7; ++i) {
+                if (box.weekSelected.at(i)) {
+                    shown << i + 1;
+                }
+            }
+        } else {
+            QCOMPARE(box.monthHeader,
+                     (QStringList{"Sun", "Mon", "Tue", "Wed", "Thu", "Fri", "Sat"}));
+            shown = {box.selectedDays.begin(), box.selectedDays.end()};
+        }
+        QCOMPARE(shown, marked);
+        QCOMPARE(box.dayCells, dayCells);
+        QCOMPARE(box.leadingBlanks, leadingBlanks);
+        QCOMPARE(box.text, text);
+    }
+
+    // The schedule's texts carry the time only for a daily rule; the next days' texts cross the
+    // month's end.
+    void scheduleAndDayTexts() {
+        const auto& calendar = Calendar::current();
+        const std::vector<DateComponents> dates = {momentComponents(2026, 3, 10, 9, 0),
+                                                   momentComponents(2026, 3, 41, 9, 0)};
+        QCOMPARE(scheduleDateStrings(1, dates, calendar),
+                 (QStringList{"2026-03-10 / 09:00", "2026-04-10 / 09:00"}));
+        QCOMPARE(scheduleDateStrings(3, dates, calendar),
+                 (QStringList{"2026-03-10", "2026-04-10"}));
+        QCOMPARE(dateStringForDayOffset(22, tidemark::now(), calendar), QString("2026-04-01"));
+        QCOMPARE(weekdayStringForDayOffset(22, tidemark::now(), calendar), QString("Wednesday"));
+        QCOMPARE(summaryDateLine(makeEvent("x", "1")), QString("2026-03-10"));
+
+        // Each appearance of the page appends a full run.
+        seedEventsOfEveryKind();
+        EventScheduleModel schedule;
+        schedule.setEventId("E4");
+        schedule.loadEventSchedule();
+        const QStringList once = schedule.dateStringInfo();
+        QVERIFY(!once.isEmpty());
+        QVERIFY(once.contains("2026-03-15"));
+        schedule.loadEventSchedule();
+        QCOMPARE(schedule.dateStringInfo(), once + once);
+    }
+
+    // Every opening shows the spinner for a moment and then an empty page; the flag stays false.
+    void nextFewDaysShowsTheSpinnerThenNothing() {
+        auto* page = show(R"(NextFewDaysEventView { objectName: "page"; anchors.fill: parent })");
+        QVERIFY(page);
+        QTRY_VERIFY(!page->property("loading").toBool());
+        QCOMPARE(page->property("days").value<QObject*>()->property("numArrayForLoading").toList(),
+                 (QVariantList{1, 2, 3, 4, 5, 6, 7}));
+        page->setVisible(false);
+        page->setVisible(true);
+        QTRY_VERIFY(page->property("loading").toBool());
+        QTRY_VERIFY(!page->property("loading").toBool());
+        QVERIFY(
+            !Setting<bool>("ALL_APP_loadingViewCallByNextFewDaysEventViewAtMainView", true).get());
+    }
+
     void renderEveryPage_data() {
         QTest::addColumn<QString>("name");
         QTest::addColumn<QString>("item");
@@ -391,6 +493,19 @@ private slots:
                       width: parent.width; eventId: modelData; showMoreDetailToggle: true } } }
                 Item { objectName: "page" } })"
             << false;
+        QTest::newRow("summaries")
+            << "summaries"
+            << R"(Flickable { anchors.fill: parent; contentHeight: col.height + 32
+                Column { id: col; x: 16; y: 16; width: parent.width - 32; spacing: 12
+                  Repeater { model: ["E3", "E4", "E2", "E5", "E1", "E6"]
+                    SummaryView { required property string modelData;
+                      width: parent.width; eventId: modelData } } }
+                Item { objectName: "page" } })"
+            << false;
+        QTest::newRow("cardGrid") << "cardGrid"
+                                  << R"(CardViewForEventObject { objectName: "page";
+                                        anchors.fill: parent; eventId: "E3" })"
+                                  << false;
     }
 
     void renderEveryPage() {

@@ -14,4 +14,10 @@ QtObject {
     readonly property color symbolTint: dark ? "#8FB8C8" : "#4F7886"
     readonly property color starSymbol: dark ? "#F2C94C" : "#E0A800"
     readonly property color chipBackground: dark ? "#26303A" : "#EAF1F4"
+    // The summary card's group boxes and its edge.
+    readonly property color groupBoxBackground: dark ? "#1C2228" : "#FFFFFF"
+    readonly property color groupBoxSecBackground: dark ? "#242C34" : "#F0F4F7"
+    readonly property color stackCardColorForStrokeBorder: dark ? "#34404A" : "#DCE3E9"
+    readonly property color stackCardColorForShadow: dark ? "#66000000" : "#22000000"
+    readonly property color selectedCell: "cyan"
 }

@@ -5,17 +5,19 @@ import QtQuick.Layouts
 import TideMark
 
 // The rows of the filtered list, one event row each, with the "nothing here" box when the list is
-// empty. The rows' requests are passed on.
+// empty. The rows' requests are passed on; with `offersSchedule` each row has a schedule button.
 ListView {
     id: list
 
     readonly property bool dark: Material.theme === Material.Dark
     property alias listModel: rows
+    property bool offersSchedule: false
 
     signal memoRequested(string eventId)
     signal editRequested(string eventId)
     signal shareRequested(string eventId)
     signal cardRequested(string eventId)
+    signal scheduleRequested(string eventId)
 
     BrowsingColors { id: colors; dark: list.dark }
 
@@ -30,11 +32,13 @@ ListView {
 
     delegate: ListRowViewForTimeline {
         required eventId
+        offersSchedule: list.offersSchedule
         width: ListView.view.width - ListView.view.leftMargin - ListView.view.rightMargin
         onMemoRequested: id => list.memoRequested(id)
         onEditRequested: id => list.editRequested(id)
         onShareRequested: id => list.shareRequested(id)
         onCardRequested: id => list.cardRequested(id)
+        onScheduleRequested: id => list.scheduleRequested(id)
     }
 
     footer: Item {

@@ -7,12 +7,14 @@ import TideMark
 // One event row: colour mark, title, state symbols, type text, day count, content, dates, the
 // details disclosure and the row's buttons. Set `eventId`; an event that no longer exists draws
 // nothing. The row emits the requests of its buttons; the share button shows once sharing an
-// event as a picture is part of the app.
+// event as a picture is part of the app. With `offersSchedule` a calendar button asks for the
+// event's schedule page.
 Item {
     id: row
 
     property string eventId
     property bool showMoreDetailToggle: false
+    property bool offersSchedule: false
     readonly property bool dark: Material.theme === Material.Dark
     readonly property alias rowModel: rowData
 
@@ -20,6 +22,7 @@ Item {
     signal editRequested(string eventId)
     signal shareRequested(string eventId)
     signal cardRequested(string eventId)
+    signal scheduleRequested(string eventId)
 
     visible: rowData.exists
     implicitWidth: 358
@@ -229,6 +232,13 @@ Item {
                     symbol: "square.and.arrow.up"
                     tint: colors.symbolTint
                     onClicked: row.shareRequested(row.eventId)
+                }
+                RowButton {
+                    objectName: "scheduleButton"
+                    visible: row.offersSchedule
+                    symbol: "calendar"
+                    tint: colors.symbolTint
+                    onClicked: row.scheduleRequested(row.eventId)
                 }
                 Item { Layout.fillWidth: true }
                 RowButton {

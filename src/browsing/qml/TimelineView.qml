@@ -6,8 +6,8 @@ import TideMark
 
 // The timeline: the kind menu, the filter button and the rows of the filtered list. Each time it
 // comes on screen it clears the pending reminders and plans them afresh. A row's buttons open
-// their pages on the stack the timeline is on (and are emitted as requests too). The link to the
-// next few days stays hidden until that page is part of the app.
+// their pages on the stack the timeline is on (and are emitted as requests too), and each row
+// opens its event's schedule page. The link above the rows opens the next few days.
 Page {
     id: page
     objectName: "timelineView"
@@ -20,6 +20,7 @@ Page {
     signal editRequested(string eventId)
     signal shareRequested(string eventId)
     signal cardRequested(string eventId)
+    signal scheduleRequested(string eventId)
 
     BrowsingColors { id: colors; dark: page.dark }
     TimelineActions { id: actions }
@@ -35,6 +36,8 @@ Page {
     }
     onMemoRequested: id => push("MemoForCardViewPage.qml", { eventId: id })
     onCardRequested: id => push("CardViewForEventObject.qml", { eventId: id })
+    onScheduleRequested: id => push("TimelineEventSchedulePage.qml", { eventId: id })
+    onNextFewDaysRequested: push("NextFewDaysEventView.qml", {})
     onEditRequested: id => push("AddNewEventPage.qml", { editOrAddNewEventCheckValue: true, eventId: id,
                                                          resetAllDataWhenEnterFromCardView: true })
 
@@ -87,7 +90,6 @@ Page {
 
         ItemDelegate {
             objectName: "nextFewDaysLink"
-            visible: false
             Layout.fillWidth: true
             Layout.leftMargin: 16
             Layout.rightMargin: 16
@@ -132,6 +134,8 @@ Page {
             onEditRequested: id => page.editRequested(id)
             onShareRequested: id => page.shareRequested(id)
             onCardRequested: id => page.cardRequested(id)
+            offersSchedule: true
+            onScheduleRequested: id => page.scheduleRequested(id)
         }
     }
 

@@ -5,8 +5,9 @@ import QtQuick.Layouts
 import TideMark
 
 // The card of one event: its row, its next dates, the colour row, the rows that open the pages
-// which change one part of it, and the star and delete row. An event deleted while the card is
-// open leaves the empty row and nothing to act on.
+// which change one part of it, the star and delete row, and the week or month grid of a weekly or
+// monthly rule. An event deleted while the card is open leaves the empty row and nothing to act
+// on.
 Page {
     id: page
     objectName: "cardViewForEventObject"
@@ -14,6 +15,8 @@ Page {
     property string eventId
     readonly property bool dark: Material.theme === Material.Dark
     readonly property alias card: cardModel
+    readonly property bool showsRuleGrid: ruleOfEvent.repeating
+                                          && (ruleOfEvent.eventType === 2 || ruleOfEvent.eventType === 3)
 
     function open(fileName) {
         if (!TideMarkApp.hasQmlFile(fileName))
@@ -37,6 +40,11 @@ Page {
                     && stack.find(p => p === page))
                 stack.pop(page)
         }
+    }
+
+    SummaryViewModel {
+        id: ruleOfEvent
+        eventId: page.eventId
     }
 
     BrowsingColors {
@@ -284,6 +292,21 @@ Page {
                         tint: tone.secondaryText
                         onClicked: cardModel.disarmDelete()
                     }
+                }
+            }
+
+            CardSection {
+                objectName: "ruleSection"
+                visible: cardModel.exists && page.showsRuleGrid
+                title: qsTrId("addNewEventPageContentString02")
+                colors: tone
+                Layout.fillWidth: true
+                SummaryViewSubPageForMonthlyAndWeeklyEvent {
+                    eventType: page.showsRuleGrid ? ruleOfEvent.eventType : 0
+                    eventArrayData: ruleOfEvent.ruleArchive
+                    dark: page.dark
+                    Layout.fillWidth: true
+                    Layout.margins: 12
                 }
             }
         }

@@ -1,0 +1,92 @@
+import QtQuick
+import QtQuick.Controls
+import QtQuick.Controls.Material
+import QtQuick.Layouts
+import TideMark
+
+// The schedule page of one event, reached from its timeline row: back, edit (the event card) and
+// share buttons, then the event's summary card while the event exists. Each time the page comes
+// on screen it works out the event's coming dates again and appends their texts to
+// `dateStringInfo`.
+Page {
+    id: page
+    objectName: "timelineEventSchedulePage"
+
+    property string eventId
+    readonly property bool dark: Material.theme === Material.Dark
+    readonly property alias schedule: scheduleModel
+    readonly property var dateStringInfo: scheduleModel.dateStringInfo
+
+    EventScheduleModel { id: scheduleModel; eventId: page.eventId }
+    EventRowModel { id: record; eventId: page.eventId }
+    BrowsingColors { id: tone; dark: page.dark }
+    AppStorage { id: editTarget; key: "ALL_APP_editEventIdStringPassFromTL"; defaultValue: "" }
+
+    function appeared() { scheduleModel.loadEventSchedule() }
+    Component.onCompleted: if (visible) appeared()
+    onVisibleChanged: if (visible) appeared()
+
+    background: PageBackground {}
+
+    header: ToolBar {
+        Material.elevation: 0
+        background: null
+        implicitHeight: 56
+        RowLayout {
+            anchors.fill: parent
+            anchors.leftMargin: 4
+            anchors.rightMargin: 4
+            spacing: 0
+            RowButton {
+                objectName: "backButton"
+                symbol: "chevron.left"
+                tint: tone.primaryText
+                onClicked: page.StackView.view.pop()
+            }
+            Item { Layout.fillWidth: true }
+            RowButton {
+                objectName: "scheduleEditButton"
+                symbol: "square.and.pencil"
+                tint: tone.primaryText
+                onClicked: {
+                    editTarget.value = page.eventId
+                    page.StackView.view.push(Qt.resolvedUrl("CardViewForEventObject.qml"),
+                                             { eventId: page.eventId })
+                }
+            }
+            RowButton {
+                objectName: "scheduleShareButton"
+                // Shown once sharing an event as a picture is part of the app.
+                visible: TideMarkApp.hasQmlFile("ShareEventImageMenu.qml") && record.exists
+                symbol: "square.and.arrow.up"
+                tint: tone.primaryText
+                onClicked: {
+                    const menu = Qt.createComponent(Qt.resolvedUrl("ShareEventImageMenu.qml"))
+                    const shown = menu.status === Component.Ready
+                                  ? menu.createObject(page, { eventId: page.eventId }) : null
+                    if (shown && shown.open)
+                        shown.open()
+                }
+            }
+        }
+    }
+
+    Flickable {
+        anchors.fill: parent
+        contentHeight: column.implicitHeight + 32
+        boundsBehavior: Flickable.StopAtBounds
+
+        ColumnLayout {
+            id: column
+            x: 16
+            y: 8
+            width: parent.width - 32
+            spacing: 16
+
+            SummaryView {
+                eventId: page.eventId
+                Layout.fillWidth: true
+            }
+        }
+    }
+}
