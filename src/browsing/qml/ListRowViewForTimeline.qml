@@ -6,8 +6,7 @@ import TideMark
 
 // One event row: colour mark, title, state symbols, type text, day count, content, dates, the
 // details disclosure and the row's buttons. Set `eventId`; an event that no longer exists draws
-// nothing. The row emits the requests of its buttons; the share button shows once sharing an
-// event as a picture is part of the app.
+// nothing. The row emits the requests of its buttons.
 Item {
     id: row
 
@@ -224,8 +223,6 @@ Item {
                 }
                 RowButton {
                     objectName: "shareButton"
-                    // Sharing an event as a picture isn't part of the app yet.
-                    visible: false
                     symbol: "square.and.arrow.up"
                     tint: colors.symbolTint
                     onClicked: row.shareRequested(row.eventId)
