@@ -713,19 +713,24 @@ StackedCardsList { width: 390; height: 844; stackedDisplayCount: 2; opacityDispl
         }
     }
     // Then a jump to the last card and back to the first.
+    std::vector<double> jumps;
     for (const double to : {end - 224.0, 0.0}) {
         clock.start();
         list->setProperty("contentY", to);
         view->grabWindow();
-        frames.push_back(static_cast<double>(clock.nsecsElapsed()) / 1e6);
+        jumps.push_back(static_cast<double>(clock.nsecsElapsed()) / 1e6);
     }
-    const double worst = frames.empty() ? 0 : *std::max_element(frames.begin(), frames.end());
+    const auto slowest = std::max_element(frames.begin(), frames.end());
+    const double worst = frames.empty() ? 0 : *slowest;
+    const long worstAt = frames.empty() ? -1 : static_cast<long>(slowest - frames.begin());
     auto* content = list->property("contentItem").value<QQuickItem*>();
     const int made = content != nullptr ? static_cast<int>(content->childItems().size()) : 0;
     std::printf("stack-scroll N=%lld: %d cards, %zu frames of %.0f pt, median %s ms, worst %s ms "
-                "per frame, %d cards made at the end\n",
+                "(frame %ld) per frame; jump to the last card %s ms and back %s ms; %d cards "
+                "made at the end\n",
                 static_cast<long long>(n), cards, frames.size(), stepPoints,
-                millisText(median(frames)).c_str(), millisText(worst).c_str(), made);
+                millisText(median(frames)).c_str(), millisText(worst).c_str(), worstAt,
+                millisText(jumps[0]).c_str(), millisText(jumps[1]).c_str(), made);
     view.reset();
     QCoreApplication::processEvents();
     setCalendarEnvironment(previous);
