@@ -4,6 +4,7 @@
 #include <QDBusConnection>
 #include <QDBusConnectionInterface>
 #include <QDBusMessage>
+#include <QDBusPendingCallWatcher>
 #include <QDBusUnixFileDescriptor>
 #include <QDir>
 #include <QFile>
@@ -97,27 +98,32 @@ void ShareEventImage::copyToClipboard() const {
     }
 }
 
-bool ShareEventImage::openWithOtherApp() const {
+bool ShareEventImage::openWithOtherApp() {
     if (file_.isEmpty()) {
         return false;
     }
+    const QString path = file_;
     auto bus = QDBusConnection::sessionBus();
-    if (bus.isConnected() && bus.interface()->isServiceRegistered(kPortalService)) {
-        QFile file(file_);
-        if (file.open(QIODevice::ReadOnly)) {
-            auto call = QDBusMessage::createMethodCall(
-                kPortalService, QStringLiteral("/org/freedesktop/portal/desktop"),
-                QStringLiteral("org.freedesktop.portal.OpenURI"), QStringLiteral("OpenFile"));
-            call << QString() << QVariant::fromValue(QDBusUnixFileDescriptor(file.handle()))
-                 << QVariantMap{{QStringLiteral("ask"), true}};
-            // The portal dups the descriptor while the call is read, so it may close after.
-            const auto reply = bus.call(call, QDBus::Block, 5000);
-            if (reply.type() == QDBusMessage::ReplyMessage) {
-                return true;
-            }
-        }
+    QFile file(path);
+    if (bus.isConnected() && bus.interface()->isServiceRegistered(kPortalService) &&
+        file.open(QIODevice::ReadOnly)) {
+        auto call = QDBusMessage::createMethodCall(
+            kPortalService, QStringLiteral("/org/freedesktop/portal/desktop"),
+            QStringLiteral("org.freedesktop.portal.OpenURI"), QStringLiteral("OpenFile"));
+        // The descriptor is duplicated into the message; the file may close after.
+        call << QString() << QVariant::fromValue(QDBusUnixFileDescriptor(file.handle()))
+             << QVariantMap{{QStringLiteral("ask"), true}};
+        auto* watcher = new QDBusPendingCallWatcher(bus.asyncCall(call), this);
+        connect(watcher, &QDBusPendingCallWatcher::finished, this,
+                [path](QDBusPendingCallWatcher* finished) {
+                    if (finished->isError()) {
+                        QProcess::startDetached(QStringLiteral("xdg-open"), {path});
+                    }
+                    finished->deleteLater();
+                });
+        return true;
     }
-    return QProcess::startDetached(QStringLiteral("xdg-open"), {file_});
+    return QProcess::startDetached(QStringLiteral("xdg-open"), {path});
 }
 
 } // namespace tidemark

@@ -45,8 +45,8 @@ public:
     Q_INVOKABLE bool saveTo(const QUrl& file) const;
     Q_INVOKABLE void copyToClipboard() const;
     /// Asks the desktop portal to open the file with an application of the user's choice, else
-    /// runs xdg-open on it. False if neither could be asked.
-    Q_INVOKABLE bool openWithOtherApp() const;
+    /// (no portal, or it refused) runs xdg-open on it. False if neither could be asked.
+    Q_INVOKABLE bool openWithOtherApp();
 
     /// Renders `item` at `scale` pixels per point into an image with alpha, then calls `done`
     /// (with a null image if the window couldn't render it).

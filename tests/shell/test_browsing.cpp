@@ -395,6 +395,24 @@ private slots:
         QCOMPARE(stackCardOpacity(minY, 200, 2, disablesOpacityEffect), opacity);
     }
 
+    void stackComesBackToItsFrontCard() {
+        store({makeEvent("a", "1"), makeEvent("b", "2"), makeEvent("c", "3"), makeEvent("d", "4"),
+               makeEvent("e", "5")});
+        Setting<std::int64_t>{"VS_UIOptions_currentItemIndex", 0}.set(2);
+        auto* page = show(R"(VerticalStackedCards { objectName: "page"; anchors.fill: parent })");
+        QVERIFY(page);
+        auto* stack = findChildItem(page, "stackedCards");
+        QCOMPARE(stack->property("count").toInt(), 5);
+        QVariant front;
+        QMetaObject::invokeMethod(stack, "frontIndex", Q_RETURN_ARG(QVariant, front));
+        QCOMPARE(front.toInt(), 2);
+        // Newest first: the third card is "c".
+        auto* card = findChildItem(page, "stackCard2");
+        QVERIFY(card);
+        QCOMPARE(card->property("eventId").toString(), QString("c"));
+        QCOMPARE(card->opacity(), 1.0);
+    }
+
     void shareImageIsTheCardAtFiveTimesWithAlpha_data() {
         QTest::addColumn<QString>("background");
         QTest::addColumn<QString>("title");

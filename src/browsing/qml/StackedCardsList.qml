@@ -47,10 +47,20 @@ ListView {
         return Math.max(0, Math.min(count - 1, Math.round((contentY + topMargin) / (itemHeight + spacing))))
     }
     onMovementEnded: currentItemIndexSetting.value = frontIndex()
-    Component.onCompleted: {
-        if (count > 0)
-            positionViewAtIndex(Math.min(currentItemIndexSetting.value, count - 1), ListView.Beginning)
+    // Back to the kept front card once there are cards and room to show them.
+    property bool restored: false
+    function restoreFrontCard() {
+        if (restored || count === 0 || height <= 0)
+            return
+        restored = true
+        Qt.callLater(() => {
+            const index = Math.max(0, Math.min(currentItemIndexSetting.value, count - 1))
+            contentY = index * (itemHeight + spacing) - topMargin
+        })
     }
+    Component.onCompleted: restoreFrontCard()
+    onCountChanged: restoreFrontCard()
+    onHeightChanged: restoreFrontCard()
 
     delegate: Item {
         id: slot
