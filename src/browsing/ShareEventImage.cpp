@@ -1,6 +1,7 @@
 #include "browsing/ShareEventImage.h"
 
 #include <QClipboard>
+#include <QColor>
 #include <QDBusConnection>
 #include <QDBusConnectionInterface>
 #include <QDBusMessage>
@@ -15,6 +16,7 @@
 #include <QQuickItemGrabResult>
 #include <QStandardPaths>
 #include <QVariantMap>
+#include <algorithm>
 
 namespace tidemark {
 
@@ -33,12 +35,9 @@ QString cacheFileFor(const QString& eventId) {
 
 } // namespace
 
-void ShareEventImage::render(QQuickItem* item, qreal scale, std::function<void(QImage)> done) {
-    if (!item || !item->window() || item->width() <= 0 || item->height() <= 0) {
-        done({});
-        return;
-    }
-    const QSize size(qRound(item->width() * scale), qRound(item->height() * scale));
+namespace {
+
+void grab(QQuickItem* item, QSize size, std::function<void(QImage)> done) {
     auto result = item->grabToImage(size);
     if (!result) {
         done({});
@@ -51,8 +50,67 @@ void ShareEventImage::render(QQuickItem* item, qreal scale, std::function<void(Q
                      });
 }
 
+/// The picture with its alpha channel from two renders, on black and on white: where the two
+/// differ, the background showed through. Exact for every renderer, including those whose
+/// render target has no alpha.
+QImage fromMattes(const QImage& onBlack, const QImage& onWhite) {
+    if (onBlack.isNull() || onBlack.size() != onWhite.size()) {
+        return {};
+    }
+    QImage picture(onBlack.size(), QImage::Format_ARGB32);
+    for (int y = 0; y < picture.height(); ++y) {
+        const auto* black = reinterpret_cast<const QRgb*>(onBlack.constScanLine(y));
+        const auto* white = reinterpret_cast<const QRgb*>(onWhite.constScanLine(y));
+        auto* out = reinterpret_cast<QRgb*>(picture.scanLine(y));
+        for (int x = 0; x < picture.width(); ++x) {
+            const int shown =
+                std::max({qRed(white[x]) - qRed(black[x]), qGreen(white[x]) - qGreen(black[x]),
+                          qBlue(white[x]) - qBlue(black[x]), 0});
+            const int alpha = 255 - std::min(shown, 255);
+            const auto channel = [alpha](int premultiplied) {
+                return alpha == 0 ? 0 : std::min(255, premultiplied * 255 / alpha);
+            };
+            out[x] = qRgba(channel(qRed(black[x])), channel(qGreen(black[x])),
+                           channel(qBlue(black[x])), alpha);
+        }
+    }
+    return picture;
+}
+
+} // namespace
+
+void ShareEventImage::render(QQuickItem* item, qreal scale, std::function<void(QImage)> done) {
+    if (!item || !item->window() || item->width() <= 0 || item->height() <= 0) {
+        done({});
+        return;
+    }
+    const QSize size(qRound(item->width() * scale), qRound(item->height() * scale));
+    QPointer<QQuickItem> guarded(item);
+    item->setProperty("matte", QColor(Qt::black));
+    grab(item, size, [guarded, size, done = std::move(done)](QImage onBlack) mutable {
+        if (!guarded || onBlack.isNull()) {
+            done({});
+            return;
+        }
+        guarded->setProperty("matte", QColor(Qt::white));
+        grab(guarded, size,
+             [guarded, onBlack = std::move(onBlack), done = std::move(done)](QImage onWhite) {
+                 if (guarded) {
+                     guarded->setProperty("matte", QColor(Qt::transparent));
+                 }
+                 done(fromMattes(onBlack, onWhite));
+             });
+    });
+}
+
 QUrl ShareEventImage::imageUrl() const {
-    return file_.isEmpty() ? QUrl() : QUrl::fromLocalFile(file_);
+    if (file_.isEmpty()) {
+        return {};
+    }
+    // A new query for each picture, so that an Image showing the last one loads it again.
+    QUrl url = QUrl::fromLocalFile(file_);
+    url.setQuery(QStringLiteral("picture=%1").arg(generation_));
+    return url;
 }
 
 QUrl ShareEventImage::picturesFolder() const {
@@ -80,6 +138,7 @@ void ShareEventImage::make(QQuickItem* card) {
             return;
         }
         self->image_ = std::move(image);
+        ++self->generation_;
         self->file_ = cacheFileFor(eventId);
         if (!self->image_.save(self->file_, "PNG")) {
             self->file_.clear();

@@ -20,7 +20,8 @@ class ShareEventImage : public QObject {
     /// True while the picture is being made.
     Q_PROPERTY(bool loadingViewToggleForShareButton READ loadingViewToggleForShareButton NOTIFY
                    loadingChanged)
-    /// The picture's PNG file in the cache; "" until one is made.
+    /// The picture's PNG file in the cache (a query tells pictures apart); empty until one is
+    /// made.
     Q_PROPERTY(QUrl imageUrl READ imageUrl NOTIFY imageChanged)
     Q_PROPERTY(QSize imageSize READ imageSize NOTIFY imageChanged)
     /// ~/Pictures (the save dialog's first folder).
@@ -49,7 +50,9 @@ public:
     Q_INVOKABLE bool openWithOtherApp();
 
     /// Renders `item` at `scale` pixels per point into an image with alpha, then calls `done`
-    /// (with a null image if the window couldn't render it).
+    /// (with a null image if the window couldn't render it). The item has a `matte` colour
+    /// property drawn beneath everything (GenImageForEventFromView): it is rendered on black
+    /// and on white, and the alpha comes from the difference.
     static void render(QQuickItem* item, qreal scale, std::function<void(QImage)> done);
 
 signals:
@@ -63,6 +66,7 @@ private:
     QImage image_;
     QString file_;
     bool loading_ = false;
+    int generation_ = 0;
 };
 
 } // namespace tidemark

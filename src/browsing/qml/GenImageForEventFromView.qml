@@ -12,6 +12,9 @@ Item {
     property bool dark: false
     readonly property int padding: 24
 
+    /// Drawn beneath everything while the picture is taken (see ShareEventImage::render).
+    property color matte: "transparent"
+
     width: Math.max(500, card.implicitWidth + 2 * padding)
     height: card.implicitHeight + 2 * padding
 
@@ -24,6 +27,11 @@ Item {
     BrowsingColors {
         id: tone
         dark: frame.dark
+    }
+
+    Rectangle {
+        anchors.fill: parent
+        color: frame.matte
     }
 
     Image {

@@ -78,7 +78,7 @@ Popup {
         onTriggered: if (popup.card) shareImage.make(popup.card)
     }
 
-    onOpened: makeImage()
+    onAboutToShow: makeImage()
     onClosed: dropCard()
 
     FileDialog {
