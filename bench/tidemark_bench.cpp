@@ -17,8 +17,9 @@
 // marked done, so no sample events join them: the time from the start of launch() to the
 // window's first frame (median of fresh apps, engines and windows, next to the 500 ms it should
 // stay under) and the cost of a month change of the calendar grid, average and worst of a year
-// forward and back, with the store read and the engine's 42 days of a month apart. The core-only
-// build has no such line.
+// forward and back, with the store read and the engine's 42 days of a month apart. For N = 1,000
+// a "stack-scroll" line follows: the frame times (median and worst) of scrolling the vertical
+// card stack over those events offscreen. The core-only build has neither line.
 #include "base/Fatal.h"
 #include "calendar/Calendar.h"
 #include "engine/LocalClock.h"
@@ -44,6 +45,7 @@
 #ifdef TIDEMARK_BENCH_WITH_SHELL
 #include "records/Defaults.h"
 #include "records/Store.h"
+#include "shell/QmlTypes.h"
 #include "shell/tideMarkApp.h"
 #include "toolkit/MonthModel.h"
 
@@ -51,7 +53,11 @@
 #include <QEventLoop>
 #include <QGuiApplication>
 #include <QQmlApplicationEngine>
+#include <QQmlComponent>
+#include <QQmlEngine>
+#include <QQuickItem>
 #include <QQuickStyle>
+#include <QQuickView>
 #include <QQuickWindow>
 #include <QTimer>
 #include <filesystem>
@@ -649,6 +655,87 @@ void benchmarkMainScreen(const std::vector<eventInfo>& mix, const CalendarEnviro
     setCalendarEnvironment(previous);
     std::fflush(stdout);
 }
+/// Scrolls the vertical card stack over the events of `mix` offscreen, one step of 56 points per
+/// frame (a brisk fling) from the first card on, and times each frame from the scroll step to
+/// the rendered picture (polish, the cards' looks, sync, render and read-back).
+void benchmarkStackScroll(const std::vector<eventInfo>& mix, const CalendarEnvironment& environment,
+                          Date now) {
+    ensureGuiApplication();
+    const std::int64_t n = static_cast<std::int64_t>(mix.size());
+    PrivateHome home;
+    CalendarEnvironment fixed = environment;
+    fixed.fixedNow = now;
+    const CalendarEnvironment previous = calendarEnvironment();
+    setCalendarEnvironment(fixed);
+    {
+        const std::vector<eventInfo> events = withAppColors(mix);
+        Store store = Store::open();
+        store.write([&] {
+            for (const eventInfo& e : events) {
+                store.add(e);
+            }
+        });
+    }
+    registerQmlTypes();
+    auto view = std::make_unique<QQuickView>();
+    view->setResizeMode(QQuickView::SizeRootObjectToView);
+    view->resize(390, 844);
+    QQmlComponent component(view->engine());
+    component.setData(R"(import QtQuick
+StackedCardsList { width: 390; height: 844; stackedDisplayCount: 2; opacityDisplayCount: 2;
+                   itemHeight: 210; spacing: 14 })",
+                      QUrl(QStringLiteral("qrc:/qml/StackScrollBench.qml")));
+    auto* list = qobject_cast<QQuickItem*>(component.create());
+    if (list == nullptr) {
+        std::printf("stack-scroll N=%lld: FAILED (%s)\n", static_cast<long long>(n),
+                    qPrintable(component.errorString()));
+        setCalendarEnvironment(previous);
+        return;
+    }
+    view->setContent(component.url(), &component, list);
+    view->show();
+    view->grabWindow();
+    const int cards = list->property("count").toInt();
+    const double stepPoints = 56;
+    const double end = cards * (210.0 + 14.0);
+    constexpr int kMaxFrames = 1500;
+    std::vector<double> frames;
+    QElapsedTimer clock;
+    double y = list->property("contentY").toDouble();
+    for (int frame = 0; frame < kMaxFrames && y < end; ++frame) {
+        y += stepPoints;
+        clock.start();
+        list->setProperty("contentY", y);
+        const QImage picture = view->grabWindow();
+        frames.push_back(static_cast<double>(clock.nsecsElapsed()) / 1e6);
+        if (picture.isNull()) {
+            break;
+        }
+    }
+    // Then a jump to the last card and back to the first.
+    std::vector<double> jumps;
+    for (const double to : {end - 224.0, 0.0}) {
+        clock.start();
+        list->setProperty("contentY", to);
+        view->grabWindow();
+        jumps.push_back(static_cast<double>(clock.nsecsElapsed()) / 1e6);
+    }
+    const auto slowest = std::max_element(frames.begin(), frames.end());
+    const double worst = frames.empty() ? 0 : *slowest;
+    const long worstAt = frames.empty() ? -1 : static_cast<long>(slowest - frames.begin());
+    auto* content = list->property("contentItem").value<QQuickItem*>();
+    const int made = content != nullptr ? static_cast<int>(content->childItems().size()) : 0;
+    std::printf("stack-scroll N=%lld: %d cards, %zu frames of %.0f pt, median %s ms, worst %s ms "
+                "(frame %ld) per frame; jump to the last card %s ms and back %s ms; %d cards "
+                "made at the end\n",
+                static_cast<long long>(n), cards, frames.size(), stepPoints,
+                millisText(median(frames)).c_str(), millisText(worst).c_str(), worstAt,
+                millisText(jumps[0]).c_str(), millisText(jumps[1]).c_str(), made);
+    view.reset();
+    QCoreApplication::processEvents();
+    setCalendarEnvironment(previous);
+    std::fflush(stdout);
+}
 #endif
 
 // ---------------------------------------------------------------------------------------------
@@ -759,6 +846,9 @@ void benchmark(std::int64_t count, std::uint64_t seed, const CalendarEnvironment
     std::fflush(stdout);
 #ifdef TIDEMARK_BENCH_WITH_SHELL
     benchmarkMainScreen(events, environment, now);
+    if (count == 1000) {
+        benchmarkStackScroll(events, environment, now);
+    }
 #else
     (void)environment;
 #endif

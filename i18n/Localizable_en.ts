@@ -207,6 +207,10 @@
         <source>Tide</source>
         <translation>Tide</translation>
     </message>
+    <message id="brandNewVerticalCardViewTitle">
+        <source>Stacked cards</source>
+        <translation>Stacked cards</translation>
+    </message>
     <message id="button label text for cloud func not active because id changed at cloudkit page">
         <source>Use this account</source>
         <translation>Use this account</translation>
@@ -403,6 +407,38 @@
         <source>New Year's Day</source>
         <translation>New Year's Day</translation>
     </message>
+    <message id="eventViewChooseButton">
+        <source>Choose event</source>
+        <translation>Choose event</translation>
+    </message>
+    <message id="eventViewDateRange0">
+        <source>Next 7 days</source>
+        <translation>Next 7 days</translation>
+    </message>
+    <message id="eventViewDateRange1">
+        <source>Next 30 days</source>
+        <translation>Next 30 days</translation>
+    </message>
+    <message id="eventViewDateRange2">
+        <source>Next 365 days</source>
+        <translation>Next 365 days</translation>
+    </message>
+    <message id="eventViewDateRangeMenuTitle">
+        <source>Date range</source>
+        <translation>Date range</translation>
+    </message>
+    <message id="eventViewNoEventChosen">
+        <source>Choose an event to show here.</source>
+        <translation>Choose an event to show here.</translation>
+    </message>
+    <message id="eventViewTitle">
+        <source>Day and event</source>
+        <translation>Day and event</translation>
+    </message>
+    <message id="eventViewTodayLabel">
+        <source>Today %1, %2 o'clock</source>
+        <translation>Today %1, %2 o'clock</translation>
+    </message>
     <message id="feedback&amp;BugsAtSettingPage">
         <source>Feedback &amp; bugs</source>
         <translation>Feedback &amp; bugs</translation>
@@ -546,6 +582,14 @@
     <message id="menuShowStarEventStringForTimelineView">
         <source>Starred</source>
         <translation>Starred</translation>
+    </message>
+    <message id="menuTitleString01ForEventCardView">
+        <source>Event card</source>
+        <translation>Event card</translation>
+    </message>
+    <message id="menuTitleString02ForEventCardView">
+        <source>Event details</source>
+        <translation>Event details</translation>
     </message>
     <message id="message text for cloud func not active because id changed at cloudkit page">
         <source>This device used another account on your server before. Tide Mark will use the account now signed in from here on.</source>
@@ -727,6 +771,10 @@
         <source>Rate Tide Mark</source>
         <translation>Rate Tide Mark</translation>
     </message>
+    <message id="selectOneEventForEventViewTitle">
+        <source>Choose an event</source>
+        <translation>Choose an event</translation>
+    </message>
     <message id="settingVieNaviLinkStringBigTitleAtBrandNewMainView">
         <source>Settings</source>
         <translation>Settings</translation>
@@ -746,6 +794,42 @@
     <message id="shareGroupTitleStringAtEditShareSettingPage">
         <source>Group</source>
         <translation>Group</translation>
+    </message>
+    <message id="shareImageCopiedNote">
+        <source>The picture is on the clipboard.</source>
+        <translation>The picture is on the clipboard.</translation>
+    </message>
+    <message id="shareImageCopyButton">
+        <source>Copy picture</source>
+        <translation>Copy picture</translation>
+    </message>
+    <message id="shareImageFailedNote">
+        <source>The picture couldn't be handed on.</source>
+        <translation>The picture couldn't be handed on.</translation>
+    </message>
+    <message id="shareImageMakingNote">
+        <source>Making the picture…</source>
+        <translation>Making the picture…</translation>
+    </message>
+    <message id="shareImageMenuTitle">
+        <source>Share as picture</source>
+        <translation>Share as picture</translation>
+    </message>
+    <message id="shareImageOpenButton">
+        <source>Open with another app…</source>
+        <translation>Open with another app…</translation>
+    </message>
+    <message id="shareImageSaveButton">
+        <source>Save to a file…</source>
+        <translation>Save to a file…</translation>
+    </message>
+    <message id="shareImageSaveDialogTitle">
+        <source>Save the picture</source>
+        <translation>Save the picture</translation>
+    </message>
+    <message id="shareImageSavedNote">
+        <source>The picture is saved.</source>
+        <translation>The picture is saved.</translation>
     </message>
     <message id="shareLinkCopiedStringAtSettingPage">
         <source>The app's web address is on the clipboard</source>
@@ -778,6 +862,18 @@
     <message id="sourceCodeRowString">
         <source>Source code</source>
         <translation>Source code</translation>
+    </message>
+    <message id="stackCardPositionText">
+        <source>%1 of %2</source>
+        <translation>%1 of %2</translation>
+    </message>
+    <message id="stackCardViewTitle">
+        <source>Cards across</source>
+        <translation>Cards across</translation>
+    </message>
+    <message id="stackViewsMenuTitle">
+        <source>Browse as cards</source>
+        <translation>Browse as cards</translation>
     </message>
     <message id="starredStringAtCardViewForEventObject">
         <source>Starred</source>
@@ -910,6 +1006,10 @@
     <message id="uploadAllDataNowTextAtCloudKitPage">
         <source>Writes every event and memo of this device to your server.</source>
         <translation>Writes every event and memo of this device to your server.</translation>
+    </message>
+    <message id="verticalStackedCardsTitle">
+        <source>Card stack</source>
+        <translation>Card stack</translation>
     </message>
     <message id="weekForWeekMutilSelection01">
         <source>Mon</source>

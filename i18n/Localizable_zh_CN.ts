@@ -207,6 +207,10 @@
         <source>Tide</source>
         <translation>潮汐</translation>
     </message>
+    <message id="brandNewVerticalCardViewTitle">
+        <source>Stacked cards</source>
+        <translation>叠放卡片</translation>
+    </message>
     <message id="button label text for cloud func not active because id changed at cloudkit page">
         <source>Use this account</source>
         <translation>使用此账户</translation>
@@ -403,6 +407,38 @@
         <source>New Year's Day</source>
         <translation>元旦</translation>
     </message>
+    <message id="eventViewChooseButton">
+        <source>Choose event</source>
+        <translation>选择事件</translation>
+    </message>
+    <message id="eventViewDateRange0">
+        <source>Next 7 days</source>
+        <translation>未来 7 天</translation>
+    </message>
+    <message id="eventViewDateRange1">
+        <source>Next 30 days</source>
+        <translation>未来 30 天</translation>
+    </message>
+    <message id="eventViewDateRange2">
+        <source>Next 365 days</source>
+        <translation>未来 365 天</translation>
+    </message>
+    <message id="eventViewDateRangeMenuTitle">
+        <source>Date range</source>
+        <translation>日期范围</translation>
+    </message>
+    <message id="eventViewNoEventChosen">
+        <source>Choose an event to show here.</source>
+        <translation>请选择要在此显示的事件。</translation>
+    </message>
+    <message id="eventViewTitle">
+        <source>Day and event</source>
+        <translation>当天与事件</translation>
+    </message>
+    <message id="eventViewTodayLabel">
+        <source>Today %1, %2 o'clock</source>
+        <translation>今天 %1，%2 时</translation>
+    </message>
     <message id="feedback&amp;BugsAtSettingPage">
         <source>Feedback &amp; bugs</source>
         <translation>反馈与问题</translation>
@@ -546,6 +582,14 @@
     <message id="menuShowStarEventStringForTimelineView">
         <source>Starred</source>
         <translation>星标事件</translation>
+    </message>
+    <message id="menuTitleString01ForEventCardView">
+        <source>Event card</source>
+        <translation>事件卡片</translation>
+    </message>
+    <message id="menuTitleString02ForEventCardView">
+        <source>Event details</source>
+        <translation>事件详情</translation>
     </message>
     <message id="message text for cloud func not active because id changed at cloudkit page">
         <source>This device used another account on your server before. Tide Mark will use the account now signed in from here on.</source>
@@ -727,6 +771,10 @@
         <source>Rate Tide Mark</source>
         <translation>为潮记评分</translation>
     </message>
+    <message id="selectOneEventForEventViewTitle">
+        <source>Choose an event</source>
+        <translation>选择事件</translation>
+    </message>
     <message id="settingVieNaviLinkStringBigTitleAtBrandNewMainView">
         <source>Settings</source>
         <translation>设置</translation>
@@ -746,6 +794,42 @@
     <message id="shareGroupTitleStringAtEditShareSettingPage">
         <source>Group</source>
         <translation>群组</translation>
+    </message>
+    <message id="shareImageCopiedNote">
+        <source>The picture is on the clipboard.</source>
+        <translation>图片已复制到剪贴板。</translation>
+    </message>
+    <message id="shareImageCopyButton">
+        <source>Copy picture</source>
+        <translation>复制图片</translation>
+    </message>
+    <message id="shareImageFailedNote">
+        <source>The picture couldn't be handed on.</source>
+        <translation>无法分享这张图片。</translation>
+    </message>
+    <message id="shareImageMakingNote">
+        <source>Making the picture…</source>
+        <translation>正在生成图片…</translation>
+    </message>
+    <message id="shareImageMenuTitle">
+        <source>Share as picture</source>
+        <translation>分享为图片</translation>
+    </message>
+    <message id="shareImageOpenButton">
+        <source>Open with another app…</source>
+        <translation>用其他应用打开…</translation>
+    </message>
+    <message id="shareImageSaveButton">
+        <source>Save to a file…</source>
+        <translation>保存为文件…</translation>
+    </message>
+    <message id="shareImageSaveDialogTitle">
+        <source>Save the picture</source>
+        <translation>保存图片</translation>
+    </message>
+    <message id="shareImageSavedNote">
+        <source>The picture is saved.</source>
+        <translation>图片已保存。</translation>
     </message>
     <message id="shareLinkCopiedStringAtSettingPage">
         <source>The app's web address is on the clipboard</source>
@@ -778,6 +862,18 @@
     <message id="sourceCodeRowString">
         <source>Source code</source>
         <translation>源代码</translation>
+    </message>
+    <message id="stackCardPositionText">
+        <source>%1 of %2</source>
+        <translation>第 %1 张，共 %2 张</translation>
+    </message>
+    <message id="stackCardViewTitle">
+        <source>Cards across</source>
+        <translation>横向卡片</translation>
+    </message>
+    <message id="stackViewsMenuTitle">
+        <source>Browse as cards</source>
+        <translation>卡片浏览</translation>
     </message>
     <message id="starredStringAtCardViewForEventObject">
         <source>Starred</source>
@@ -910,6 +1006,10 @@
     <message id="uploadAllDataNowTextAtCloudKitPage">
         <source>Writes every event and memo of this device to your server.</source>
         <translation>将本设备的所有事件和备忘写入你的服务器。</translation>
+    </message>
+    <message id="verticalStackedCardsTitle">
+        <source>Card stack</source>
+        <translation>卡片堆叠</translation>
     </message>
     <message id="weekForWeekMutilSelection01">
         <source>Mon</source>

@@ -28,7 +28,14 @@ void FilteredEventListModel::reload() {
     for (const auto& row : rows_) {
         before.push_back(row.eventId);
     }
-    const bool sameRows = before == result.rowEventIds;
+    std::vector<std::string> wanted;
+    if (allItems_) {
+        for (const auto& item : result.items) {
+            wanted.push_back(item.eventId);
+        }
+    }
+    const auto& rowIds = allItems_ ? wanted : result.rowEventIds;
+    const bool sameRows = before == rowIds;
     if (!sameRows) {
         std::unordered_map<std::string, const stackCardItem*> itemOf;
         for (const auto& item : result.items) {
@@ -36,7 +43,7 @@ void FilteredEventListModel::reload() {
         }
         beginResetModel();
         rows_.clear();
-        for (const auto& id : result.rowEventIds) {
+        for (const auto& id : rowIds) {
             rows_.push_back(*itemOf.at(id));
         }
     }
@@ -45,6 +52,14 @@ void FilteredEventListModel::reload() {
         endResetModel();
     }
     emit rowsChanged();
+}
+
+void FilteredEventListModel::setAllItems(bool allItems) {
+    if (allItems_ != allItems) {
+        allItems_ = allItems;
+        reload();
+        emit allItemsChanged();
+    }
 }
 
 QString FilteredEventListModel::kindMenuTitle() const {

@@ -27,6 +27,9 @@ class FilteredEventListModel : public QAbstractListModel {
     /// The kind menu's title for the current kind setting ("" for an unknown value).
     Q_PROPERTY(QString kindMenuTitle READ kindMenuTitle NOTIFY rowsChanged)
     Q_PROPERTY(int showWhichKindEventSelection READ showWhichKindEventSelection NOTIFY rowsChanged)
+    /// True: one row per item of the filtered list, ended events included (the card stacks);
+    /// false: the timeline's rows.
+    Q_PROPERTY(bool allItems READ allItems WRITE setAllItems NOTIFY allItemsChanged)
 public:
     enum Role { EventIdRole = Qt::UserRole + 1, ItemIdRole };
 
@@ -43,6 +46,9 @@ public:
         return static_cast<int>(filter_.showWhichKindEventSelection);
     }
 
+    bool allItems() const { return allItems_; }
+    void setAllItems(bool allItems);
+
     /// The eventIds of the rows, in order (for tests and for screens that want the whole list).
     Q_INVOKABLE QStringList eventIds() const;
 
@@ -51,6 +57,7 @@ public:
 
 signals:
     void rowsChanged();
+    void allItemsChanged();
 
 private:
     Setting<std::int64_t> showWhichKindEventSelection_{"TL_UIOptions_showWhichKindEventSelection",
@@ -65,6 +72,7 @@ private:
     TimelineFilter filter_;
     std::vector<stackCardItem> rows_;
     bool showEmptyBox_ = true;
+    bool allItems_ = false;
 };
 
 } // namespace tidemark

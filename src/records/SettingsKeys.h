@@ -55,6 +55,7 @@ inline constexpr std::array kSettingKeys{
     SettingKey{"TL_UIOptions_showDaysIncludeTheStartDayOrNot", SettingType::Bool},
     SettingKey{"EV_UIOptions_menuNumForEventCardView", SettingType::Int},
     SettingKey{"EV_UIOptions_selectExactEventIdForEventCardView", SettingType::String},
+    SettingKey{"VS_UIOptions_currentItemIndex", SettingType::Int},
     SettingKey{"BG_Task_testForBgTask", SettingType::String},
     // notification and cloud state
     SettingKey{"ALL_APP_switchOfNotiOpenOrNotForAllEvent", SettingType::Bool},

@@ -1,5 +1,7 @@
 #include "shell/Screenshots.h"
 
+#include "browsing/FilteredEventListModel.h"
+#include "browsing/ShareEventImage.h"
 #include "records/Defaults.h"
 #include "records/XdgPaths.h"
 #include "shell/Tour.h"
@@ -8,6 +10,9 @@
 #include <QDirIterator>
 #include <QFile>
 #include <QImage>
+#include <QQmlComponent>
+#include <QQmlEngine>
+#include <QQuickItem>
 #include <QQuickWindow>
 #include <QTimer>
 #include <QVariant>
@@ -54,12 +59,46 @@ struct Run {
 // for these pictures instead.
 constexpr int kLockSettleMs = 600;
 
+// Time for the off-screen card to be laid out before it is rendered.
+constexpr int kShareCardSettleMs = 100;
+
+// The share picture of the first event of the list, as share-<eventId>.png; nothing without
+// events.
+void takeSharePicture(const std::shared_ptr<Run>& run) {
+    const QString eventId = FilteredEventListModel().eventIds().value(0);
+    auto* engine = qmlEngine(run->window);
+    if (eventId.isEmpty() || !engine) {
+        run->done(run->allSaved);
+        return;
+    }
+    QQmlComponent component(engine, QUrl(QStringLiteral("qrc:/qml/GenImageForEventFromView.qml")));
+    auto* card = qobject_cast<QQuickItem*>(
+        component.createWithInitialProperties({{QStringLiteral("eventId"), eventId}}));
+    if (!card) {
+        std::fprintf(stderr, "%s\n", qPrintable(component.errorString()));
+        run->allSaved = false;
+        run->done(run->allSaved);
+        return;
+    }
+    card->setParentItem(run->window->contentItem());
+    card->setX(-card->width() - 64);
+    QTimer::singleShot(kShareCardSettleMs, run->window, [run, card, eventId] {
+        ShareEventImage::render(card, ShareEventImage::kScale, [run, card, eventId](QImage image) {
+            const QString path =
+                QDir(run->folder).filePath(QStringLiteral("share-%1.png").arg(eventId));
+            run->allSaved = !image.isNull() && image.save(path) && run->allSaved;
+            card->deleteLater();
+            run->done(run->allSaved);
+        });
+    });
+}
+
 void takeLockPictures(const std::shared_ptr<Run>& run, QStringList schemesLeft) {
     Setting<bool> locked{"APP_FUNC_appLockStatu", false};
     if (schemesLeft.isEmpty()) {
         locked.set(false);
         run->window->setProperty("pictureScheme", QString());
-        run->done(run->allSaved);
+        takeSharePicture(run);
         return;
     }
     const QString scheme = schemesLeft.takeFirst();

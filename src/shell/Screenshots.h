@@ -20,7 +20,8 @@ QStringList pagePictureNames();
 bool useCopyOfUserData(const QString& folder);
 
 /// Walks the tour in light, then in dark, saving each page into `folder`, then the lock page in
-/// both (the copy of the data is locked for it), then calls `done`
+/// both (the copy of the data is locked for it), then the share picture of the first event of the
+/// list as share-<eventId>.png, then calls `done`
 /// with whether every reachable page was saved. Pages reached through a stored event or memo are
 /// left out (and named on standard error) when the store has none.
 void savePagePictures(QQuickWindow* window, const QString& folder, std::function<void(bool)> done);

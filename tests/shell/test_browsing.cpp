@@ -8,6 +8,8 @@
 #include "browsing/EventRowModel.h"
 #include "browsing/EventSchedule.h"
 #include "browsing/FilteredEventListModel.h"
+#include "browsing/ShareEventImage.h"
+#include "browsing/StackCardLayout.h"
 #include "browsing/Summary.h"
 #include "engine/Occurrences.h"
 #include "records/DayListArchive.h"
@@ -222,12 +224,12 @@ private slots:
         QSignalSpy card(page, SIGNAL(cardRequested(QString)));
         click(findChildItem(page, "memoButton"));
         click(findChildItem(page, "editButton"));
-        // Sharing as a picture isn't in the app yet: its button stays hidden.
-        QVERIFY(!findChildItem(page, "shareButton")->isVisible());
+        click(findChildItem(page, "shareButton"));
         click(findChildItem(page, "title"));
         QCOMPARE(memo.count(), 1);
         QCOMPARE(edit.count(), 1);
-        QCOMPARE(share.count(), 0);
+        QCOMPARE(share.count(), 1);
+        QCOMPARE(share.at(0).at(0).toString(), QString("full"));
         QCOMPARE(card.count(), 1);
         QCOMPARE(edit.at(0).at(0).toString(), QString("full"));
         QCOMPARE(card.at(0).at(0).toString(), QString("full"));
@@ -467,6 +469,110 @@ private slots:
             !Setting<bool>("ALL_APP_loadingViewCallByNextFewDaysEventViewAtMainView", true).get());
     }
 
+    void stackCardLooksFollowItsPosition_data() {
+        QTest::addColumn<double>("minY");
+        QTest::addColumn<bool>("disablesOpacityEffect");
+        QTest::addColumn<double>("offset");
+        QTest::addColumn<double>("scale");
+        QTest::addColumn<double>("opacity");
+        // itemHeight 200, stackedDisplayCount 2, opacityDisplayCount 2.
+        QTest::newRow("front card") << 0.0 << false << 0.0 << 1.0 << 1.0;
+        QTest::newRow("half a card below") << 100.0 << false << -96.0 << 0.96 << 1 - 0.5 / 3;
+        QTest::newRow("one card below") << 200.0 << false << 8.0 - 200 << 0.92 << 1 - 1.0 / 3;
+        QTest::newRow("third card, at the cap") << 400.0 << false << 16.0 - 400 << 0.84 << 1.0 / 3;
+        QTest::newRow("fourth card, capped and gone")
+            << 600.0 << false << 16.0 - 600 << 0.84 << 0.0;
+        QTest::newRow("fourth card, fading disabled") << 600.0 << true << 16.0 - 600 << 0.84 << 1.0;
+        QTest::newRow("far below") << 5000.0 << false << 16.0 - 5000 << 0.84 << 0.0;
+        QTest::newRow("above the top") << -100.0 << false << 0.0 << 1.0 << 1.0;
+    }
+    void stackCardLooksFollowItsPosition() {
+        QFETCH(double, minY);
+        QFETCH(bool, disablesOpacityEffect);
+        QFETCH(double, offset);
+        QFETCH(double, scale);
+        QFETCH(double, opacity);
+        QCOMPARE(stackCardOffset(minY, 200, 2), offset);
+        QCOMPARE(stackCardScale(minY, 200, 2), scale);
+        QCOMPARE(stackCardOpacity(minY, 200, 2, disablesOpacityEffect), opacity);
+    }
+
+    void stackComesBackToItsFrontCard() {
+        store({makeEvent("a", "1"), makeEvent("b", "2"), makeEvent("c", "3"), makeEvent("d", "4"),
+               makeEvent("e", "5")});
+        Setting<std::int64_t>{"VS_UIOptions_currentItemIndex", 0}.set(2);
+        auto* page = show(R"(VerticalStackedCards { objectName: "page"; anchors.fill: parent })");
+        QVERIFY(page);
+        auto* stack = findChildItem(page, "stackedCards");
+        QCOMPARE(stack->property("count").toInt(), 5);
+        QVariant front;
+        QMetaObject::invokeMethod(stack, "frontIndex", Q_RETURN_ARG(QVariant, front));
+        QCOMPARE(front.toInt(), 2);
+        // Newest first: the third card is "c".
+        auto* card = findChildItem(page, "stackCard2");
+        QVERIFY(card);
+        QCOMPARE(card->property("eventId").toString(), QString("c"));
+        QCOMPARE(card->opacity(), 1.0);
+    }
+
+    void shareImageIsTheCardAtFiveTimesWithAlpha_data() {
+        QTest::addColumn<QString>("background");
+        QTest::addColumn<QString>("title");
+        QTest::addColumn<QString>("content");
+        QTest::addColumn<bool>("transparentCorner");
+        QTest::newRow("plain background") << "noneBlankBackgroungImage"
+                                          << "Dentist"
+                                          << "" << true;
+        QTest::newRow("long title and content, picture background")
+            << "brandNewMainViewBackgroundImage" << QString(120, QChar('W'))
+            << QString("A long note. ").repeated(30) << false;
+    }
+    void shareImageIsTheCardAtFiveTimesWithAlpha() {
+        QFETCH(QString, background);
+        QFETCH(QString, title);
+        QFETCH(QString, content);
+        QFETCH(bool, transparentCorner);
+        Setting<std::string>{"UI_BGIMAGE_allAppBackgroundSettingString", ""}.set(
+            background.toStdString());
+        store({makeEvent("e", "1", [&](eventInfo& e) {
+            e.eventTitle = title.toStdString();
+            e.eventContent = content.toStdString();
+        })});
+        auto* card = show(R"(GenImageForEventFromView { objectName: "page"; eventId: "e" })");
+        QVERIFY(card);
+        QTest::qWait(50);
+        QImage image;
+        bool rendered = false;
+        ShareEventImage::render(card, ShareEventImage::kScale, [&](QImage made) {
+            image = std::move(made);
+            rendered = true;
+        });
+        QTRY_VERIFY(rendered);
+
+        QVERIFY(card->width() >= ShareEventImage::kMinimumWidth);
+        const auto* contentLabel = findChildItem(card, "rowContent");
+        QVERIFY(card->height() > (content.isEmpty() ? 0 : contentLabel->height()) + 40);
+        QCOMPARE(image.size(), QSize(qRound(card->width() * 5), qRound(card->height() * 5)));
+        QVERIFY(image.hasAlphaChannel());
+        QCOMPARE(qAlpha(image.pixel(2, 2)) == 0, transparentCorner);
+
+        // The title is drawn: its area holds more than the card's surface colour.
+        auto* titleLabel = findChildItem(card, "rowTitle");
+        const QRect titleArea =
+            titleLabel->mapRectToItem(card, QRectF(0, 0, titleLabel->width(), titleLabel->height()))
+                .toRect();
+        const QImage titlePixels = image.copy(QRect(titleArea.topLeft() * 5, titleArea.size() * 5));
+        const QRgb surface = image.pixel((titleArea.left() - 8) * 5, titleArea.center().y() * 5);
+        int inked = 0;
+        for (int y = 0; y < titlePixels.height(); ++y) {
+            for (int x = 0; x < titlePixels.width(); ++x) {
+                inked += titlePixels.pixel(x, y) != surface ? 1 : 0;
+            }
+        }
+        QVERIFY2(inked > titlePixels.width() * titlePixels.height() / 50,
+                 qPrintable(QString::number(inked)));
+    }
+
     void renderEveryPage_data() {
         QTest::addColumn<QString>("name");
         QTest::addColumn<QString>("item");
@@ -484,6 +590,12 @@ private slots:
         QTest::newRow("filterPopup")
             << "filterPopup"
             << R"(TimelineView { objectName: "page"; anchors.fill: parent })" << true;
+        for (const char* stack :
+             {"VerticalStackedCards", "BrandNewVerticalCardView", "StackCardView", "EventView"}) {
+            QTest::newRow(stack)
+                << stack << QString("%1 { objectName: \"page\"; anchors.fill: parent }").arg(stack)
+                << false;
+        }
         QTest::newRow("rowDetails")
             << "rowDetails"
             << R"(Flickable { anchors.fill: parent; contentHeight: col.height + 32

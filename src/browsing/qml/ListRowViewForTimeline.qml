@@ -6,9 +6,8 @@ import TideMark
 
 // One event row: colour mark, title, state symbols, type text, day count, content, dates, the
 // details disclosure and the row's buttons. Set `eventId`; an event that no longer exists draws
-// nothing. The row emits the requests of its buttons; the share button shows once sharing an
-// event as a picture is part of the app. With `offersSchedule` a calendar button asks for the
-// event's schedule page.
+// nothing. The row emits the requests of its buttons. With `offersSchedule` a calendar button asks
+// for the event's schedule page.
 Item {
     id: row
 
@@ -227,8 +226,6 @@ Item {
                 }
                 RowButton {
                     objectName: "shareButton"
-                    // Sharing an event as a picture isn't part of the app yet.
-                    visible: false
                     symbol: "square.and.arrow.up"
                     tint: colors.symbolTint
                     onClicked: row.shareRequested(row.eventId)

@@ -5,9 +5,10 @@ import QtQuick.Layouts
 import TideMark
 
 // The timeline: the kind menu, the filter button and the rows of the filtered list. Each time it
-// comes on screen it clears the pending reminders and plans them afresh. A row's buttons open
-// their pages on the stack the timeline is on (and are emitted as requests too), and each row
-// opens its event's schedule page. The link above the rows opens the next few days.
+// comes on screen it clears the pending reminders and plans them afresh. The stack button leads
+// to the card stacks and the day view. A row's buttons open their pages on the stack the timeline
+// is on (and are emitted as requests too), and each row opens its event's schedule page. The link
+// above the rows opens the next few days.
 Page {
     id: page
     objectName: "timelineView"
@@ -38,6 +39,10 @@ Page {
     onCardRequested: id => push("CardViewForEventObject.qml", { eventId: id })
     onScheduleRequested: id => push("TimelineEventSchedulePage.qml", { eventId: id })
     onNextFewDaysRequested: push("NextFewDaysEventView.qml", {})
+    onShareRequested: id => {
+        shareMenu.eventId = id
+        shareMenu.open()
+    }
     onEditRequested: id => push("AddNewEventPage.qml", { editOrAddNewEventCheckValue: true, eventId: id,
                                                          resetAllDataWhenEnterFromCardView: true })
 
@@ -75,6 +80,38 @@ Page {
                 onFilterPageRequested: page.openFilters()
             }
             Item { Layout.fillWidth: true }
+            RowButton {
+                objectName: "stackViewsButton"
+                symbol: "square.stack.3d.up"
+                tint: colors.primaryText
+                Accessible.name: qsTrId("stackViewsMenuTitle")
+                onClicked: stackViewsMenu.open()
+                Menu {
+                    id: stackViewsMenu
+                    objectName: "stackViewsMenu"
+                    y: parent.height
+                    MenuItem {
+                        objectName: "verticalStackedCardsItem"
+                        text: qsTrId("verticalStackedCardsTitle")
+                        onTriggered: page.push("VerticalStackedCards.qml", {})
+                    }
+                    MenuItem {
+                        objectName: "brandNewVerticalCardViewItem"
+                        text: qsTrId("brandNewVerticalCardViewTitle")
+                        onTriggered: page.push("BrandNewVerticalCardView.qml", {})
+                    }
+                    MenuItem {
+                        objectName: "stackCardViewItem"
+                        text: qsTrId("stackCardViewTitle")
+                        onTriggered: page.push("StackCardView.qml", {})
+                    }
+                    MenuItem {
+                        objectName: "eventViewItem"
+                        text: qsTrId("eventViewTitle")
+                        onTriggered: page.push("EventView.qml", {})
+                    }
+                }
+            }
             RowButton {
                 objectName: "filterButton"
                 symbol: "line.3.horizontal.decrease.circle"
@@ -140,4 +177,5 @@ Page {
     }
 
     FilterSettingPopupForMainView { id: filterPopup; dark: page.dark }
+    ShareEventImageMenu { id: shareMenu; dark: page.dark }
 }

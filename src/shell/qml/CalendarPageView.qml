@@ -16,6 +16,7 @@ Item {
     signal editRequested(string eventId)
     signal cardRequested(string eventId)
     signal memoRequested(string eventId)
+    signal shareRequested(string eventId)
     property alias monthToShowDate: calendar.monthToShowDate
     readonly property bool hasRowView: TideMarkApp.hasQmlFile("ListRowViewForTimeline.qml")
 
@@ -119,6 +120,7 @@ Item {
                     function onEditRequested(id) { page.editRequested(id) }
                     function onCardRequested(id) { page.cardRequested(id) }
                     function onMemoRequested(id) { page.memoRequested(id) }
+                    function onShareRequested(id) { page.shareRequested(id) }
                 }
                 // Until the event row lands: colour mark and title.
                 Component {

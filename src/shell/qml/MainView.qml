@@ -68,6 +68,11 @@ Item {
         openFile("MemoForCardViewPage.qml", { eventId: eventId })
     }
 
+    function openShareMenu(eventId) {
+        shareMenu.eventId = eventId
+        shareMenu.open()
+    }
+
     function openTimeline() {
         Haptics.impact()
         openFile("TimelineView.qml", {})
@@ -83,6 +88,8 @@ Item {
     PageBackground {
         anchors.fill: parent
     }
+
+    ShareEventImageMenu { id: shareMenu; dark: mainView.darkScheme }
 
     // The screen's headline: today's date, or the next-few-days title, by the page setting, with
     // the appearance button beside it. It is read when the tab changes; like every
@@ -148,6 +155,7 @@ Item {
                 onEditRequested: id => mainView.openEditForm(id)
                 onCardRequested: id => mainView.openCard(id)
                 onMemoRequested: id => mainView.openMemos(id)
+                onShareRequested: id => mainView.openShareMenu(id)
             }
         }
         Loader {
@@ -161,6 +169,7 @@ Item {
                 onEditRequested: id => mainView.openEditForm(id)
                 onCardRequested: id => mainView.openCard(id)
                 onMemoRequested: id => mainView.openMemos(id)
+                onShareRequested: id => mainView.openShareMenu(id)
             }
         }
         Loader {

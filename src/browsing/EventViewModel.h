@@ -1,0 +1,49 @@
+// The day view with one chosen event (eventView): today as "yyyy-MM-dd" and its hour, and the
+// days of the day window, rebuilt in the store when the window's range changes.
+#pragma once
+
+// moc stops at the C++20 standard headers under the core headers; it needs none of them.
+#ifndef Q_MOC_RUN
+#include "records/Store.h"
+#include "records/eventInfo.h"
+#endif
+
+#include <QObject>
+#include <QStringList>
+#include <QVariantList>
+#include <vector>
+
+namespace tidemark {
+
+class EventViewModel : public QObject {
+    Q_OBJECT
+    Q_PROPERTY(QString todayString READ todayString NOTIFY changed)
+    Q_PROPERTY(QString todayStringHour READ todayStringHour NOTIFY changed)
+    /// The days of the window, "yyyy-MM-dd", in date order.
+    Q_PROPERTY(QStringList dateData READ dateData NOTIFY changed)
+    /// Every event ({eventId, title}), newest first, for the event picker.
+    Q_PROPERTY(QVariantList events READ events NOTIFY changed)
+public:
+    explicit EventViewModel(QObject* parent = nullptr);
+
+    QString todayString() const;
+    QString todayStringHour() const;
+    QStringList dateData() const { return dateData_; }
+    QVariantList events() const;
+
+    /// Rebuilds the window's day rows for a range (0 seven days, 1 thirty, 2 a year).
+    Q_INVOKABLE void rebuildDateData(int range);
+
+signals:
+    void changed();
+
+private:
+    void reload();
+
+    Results<appFuncForDateData> rows_;
+    Results<eventInfo> data_;
+    std::vector<ObservationToken> observations_;
+    QStringList dateData_;
+};
+
+} // namespace tidemark

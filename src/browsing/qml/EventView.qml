@@ -1,0 +1,171 @@
+import QtQuick
+import QtQuick.Controls
+import QtQuick.Controls.Material
+import QtQuick.Layouts
+import TideMark
+
+// The day view with one chosen event: the page's menu (card or details), the date range menu of
+// the day window, today, the chosen event's card and the days of the window. The event stays
+// chosen until another is picked on selectOneEventForEventView.
+Page {
+    id: page
+    objectName: "eventView"
+
+    readonly property bool dark: Material.theme === Material.Dark
+    property bool tapButtonShowCalendarView: false
+    property bool goToSelectExactEventPage: false
+    readonly property alias menuNumForEventCardView: menuNum.value
+    readonly property alias selectExactEventIdForEventCardView: selectedEvent.value
+    readonly property alias eventViewDateRangeSeletedInfoFromUser: dateRange.value
+    readonly property alias model: dayModel
+
+    BrowsingColors { id: tone; dark: page.dark }
+    EventViewModel { id: dayModel }
+    EventRowModel { id: chosen; eventId: selectedEvent.value }
+    AppStorage { id: menuNum; key: "EV_UIOptions_menuNumForEventCardView"; defaultValue: 0 }
+    AppStorage { id: selectedEvent; key: "EV_UIOptions_selectExactEventIdForEventCardView"; defaultValue: "" }
+    AppStorage {
+        id: dateRange
+        key: "ALL_APP_eventViewDateRangeSeletedInfoFromUser"
+        defaultValue: 0
+        onValueChanged: dayModel.rebuildDateData(value)
+    }
+    Component.onCompleted: if (dayModel.dateData.length === 0) dayModel.rebuildDateData(dateRange.value)
+
+    onGoToSelectExactEventPageChanged: {
+        if (goToSelectExactEventPage) {
+            goToSelectExactEventPage = false
+            page.StackView.view.push(Qt.resolvedUrl("SelectOneEventForEventView.qml"))
+        }
+    }
+
+    background: PageBackground {}
+
+    header: CardPageHeader {
+        colors: tone
+        title: qsTrId("eventViewTitle")
+        leadingSymbol: "chevron.left"
+        onLeadingClicked: page.StackView.view.pop()
+        RowButton {
+            objectName: "chooseEventToolbarButton"
+            symbol: "rectangle.stack"
+            tint: tone.symbolTint
+            onClicked: page.goToSelectExactEventPage = true
+        }
+    }
+
+    Flickable {
+        anchors.fill: parent
+        contentHeight: column.implicitHeight + 32
+        boundsBehavior: Flickable.StopAtBounds
+
+        ColumnLayout {
+            id: column
+            x: 16
+            y: 8
+            width: parent.width - 32
+            spacing: 14
+
+            RowLayout {
+                Layout.fillWidth: true
+                spacing: 8
+                ComboBox {
+                    objectName: "eventViewMenu"
+                    Layout.fillWidth: true
+                    model: [qsTrId("menuTitleString01ForEventCardView"), qsTrId("menuTitleString02ForEventCardView")]
+                    currentIndex: menuNum.value === 1 ? 1 : 0
+                    onActivated: index => menuNum.value = index
+                }
+                ComboBox {
+                    objectName: "eventViewDateRangeMenu"
+                    Layout.fillWidth: true
+                    model: [qsTrId("eventViewDateRange0"), qsTrId("eventViewDateRange1"), qsTrId("eventViewDateRange2")]
+                    currentIndex: Math.max(0, Math.min(2, dateRange.value))
+                    onActivated: index => dateRange.value = index
+                }
+            }
+
+            Label {
+                objectName: "todayString"
+                text: qsTrId("eventViewTodayLabel").arg(dayModel.todayString).arg(dayModel.todayStringHour)
+                font.pixelSize: 15
+                font.weight: Font.DemiBold
+                color: tone.primaryText
+            }
+
+            VerticalStackCardUnitView {
+                objectName: "chosenEventCard"
+                visible: chosen.exists && menuNum.value !== 1
+                eventId: selectedEvent.value
+                dark: page.dark
+                Layout.fillWidth: true
+                Layout.preferredHeight: 220
+                onCardRequested: id => page.StackView.view.push(Qt.resolvedUrl("CardViewForEventObject.qml"), { eventId: id })
+            }
+
+            CardEventRow {
+                objectName: "chosenEventRow"
+                visible: chosen.exists && menuNum.value === 1
+                eventId: selectedEvent.value
+                colors: tone
+                dark: page.dark
+                Layout.fillWidth: true
+            }
+
+            ItemDelegate {
+                objectName: "chooseEventButton"
+                Layout.fillWidth: true
+                implicitHeight: chosen.exists ? 52 : 120
+                onClicked: page.goToSelectExactEventPage = true
+                background: Rectangle {
+                    radius: 16
+                    color: tone.cardBackground
+                    border.color: tone.cardBorder
+                }
+                contentItem: Label {
+                    text: chosen.exists ? qsTrId("eventViewChooseButton") : qsTrId("eventViewNoEventChosen")
+                    horizontalAlignment: Text.AlignHCenter
+                    verticalAlignment: Text.AlignVCenter
+                    wrapMode: Text.Wrap
+                    font.pixelSize: 15
+                    color: NamedColors.color("tabBarIconColorForSelected", page.dark)
+                }
+            }
+
+            ListView {
+                objectName: "dayStrip"
+                Layout.fillWidth: true
+                Layout.preferredHeight: 64
+                orientation: ListView.Horizontal
+                spacing: 8
+                clip: true
+                model: dayModel.dateData
+                delegate: Rectangle {
+                    required property string modelData
+                    required property int index
+                    width: 96
+                    height: 64
+                    radius: 14
+                    color: index === 0 ? NamedColors.color("tabBarIconColorForSelected", page.dark) : tone.cardBackground
+                    border.color: tone.cardBorder
+                    Column {
+                        anchors.centerIn: parent
+                        Label {
+                            anchors.horizontalCenter: parent.horizontalCenter
+                            text: modelData.slice(8, 10)
+                            font.pixelSize: 20
+                            font.weight: Font.Bold
+                            color: index === 0 ? (page.dark ? "#0B1A1E" : "white") : tone.primaryText
+                        }
+                        Label {
+                            anchors.horizontalCenter: parent.horizontalCenter
+                            text: modelData.slice(0, 7)
+                            font.pixelSize: 12
+                            color: index === 0 ? (page.dark ? "#0B1A1E" : "white") : tone.secondaryText
+                        }
+                    }
+                }
+            }
+        }
+    }
+}

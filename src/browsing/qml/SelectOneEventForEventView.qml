@@ -1,0 +1,77 @@
+import QtQuick
+import QtQuick.Controls
+import QtQuick.Controls.Material
+import QtQuick.Layouts
+import TideMark
+
+// Picks the event of the day view: every event, newest first; a tap stores its eventId and goes
+// back. The chosen one is checked.
+Page {
+    id: page
+    objectName: "selectOneEventForEventView"
+
+    readonly property bool dark: Material.theme === Material.Dark
+
+    BrowsingColors { id: tone; dark: page.dark }
+    AppStorage { id: selectedEvent; key: "EV_UIOptions_selectExactEventIdForEventCardView"; defaultValue: "" }
+    EventViewModel { id: events }
+
+    background: PageBackground {}
+
+    header: CardPageHeader {
+        colors: tone
+        title: qsTrId("selectOneEventForEventViewTitle")
+        leadingSymbol: "chevron.left"
+        onLeadingClicked: page.StackView.view.pop()
+    }
+
+    ListView {
+        id: list
+        objectName: "eventChoices"
+        anchors.fill: parent
+        topMargin: 8
+        bottomMargin: 24
+        leftMargin: 16
+        rightMargin: 16
+        spacing: 8
+        clip: true
+        boundsBehavior: Flickable.StopAtBounds
+        model: events.events
+        delegate: ItemDelegate {
+            id: choice
+            required property var modelData
+            required property int index
+            readonly property string eventId: modelData.eventId
+            readonly property string title: modelData.title
+            objectName: "eventChoice" + index
+            width: ListView.view.width - ListView.view.leftMargin - ListView.view.rightMargin
+            implicitHeight: 54
+            background: Rectangle {
+                radius: 14
+                color: tone.cardBackground
+                border.color: tone.cardBorder
+            }
+            contentItem: RowLayout {
+                spacing: 10
+                Label {
+                    text: choice.title
+                    font.pixelSize: 16
+                    color: tone.primaryText
+                    elide: Text.ElideRight
+                    Layout.fillWidth: true
+                }
+                Label {
+                    visible: selectedEvent.value === choice.eventId
+                    text: Symbols.glyph("checkmark")
+                    font.family: Symbols.fontFamily
+                    font.pixelSize: 20
+                    color: NamedColors.color("tabBarIconColorForSelected", page.dark)
+                }
+            }
+            onClicked: {
+                selectedEvent.value = choice.eventId
+                page.StackView.view.pop()
+            }
+        }
+    }
+}

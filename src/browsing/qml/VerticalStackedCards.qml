@@ -1,0 +1,61 @@
+import QtQuick
+import QtQuick.Controls
+import QtQuick.Controls.Material
+import QtQuick.Layouts
+import TideMark
+
+// The events of the filtered list as a vertical stack of cards (StackedCardsList); a tap on a
+// card opens the event's card page. Without events the "nothing here" box shows.
+Page {
+    id: page
+    objectName: "verticalStackedCards"
+
+    readonly property bool dark: Material.theme === Material.Dark
+    readonly property alias stack: cards
+    readonly property alias items: cards.items
+
+    BrowsingColors { id: tone; dark: page.dark }
+
+    background: PageBackground {}
+
+    header: CardPageHeader {
+        colors: tone
+        title: qsTrId("verticalStackedCardsTitle")
+        leadingSymbol: "chevron.left"
+        onLeadingClicked: page.StackView.view.pop()
+        KindFilterButton {
+            title: cards.items.kindMenuTitle
+            fontSize: 14
+        }
+    }
+
+    StackedCardsList {
+        id: cards
+        objectName: "stackedCards"
+        anchors.fill: parent
+        dark: page.dark
+        stackedDisplayCount: 2; opacityDisplayCount: 2; itemHeight: 210; spacing: 14
+        onCardRequested: id => page.StackView.view.push(Qt.resolvedUrl("CardViewForEventObject.qml"), { eventId: id })
+    }
+
+    Rectangle {
+        objectName: "emptyBox"
+        visible: cards.count === 0
+        x: 16
+        y: 12
+        width: parent.width - 32
+        height: 140
+        radius: 16
+        color: tone.cardBackground
+        border.color: tone.cardBorder
+        Label {
+            anchors.centerIn: parent
+            width: parent.width - 32
+            text: qsTrId("notiObjectsCountZero")
+            horizontalAlignment: Text.AlignHCenter
+            wrapMode: Text.Wrap
+            font.pixelSize: 15
+            color: tone.secondaryText
+        }
+    }
+}
