@@ -334,10 +334,12 @@ public:
             }
             const Account account = *a.account;
             const QUrl container = containerUrl(account);
-            // The container first; 405 means it is there already.
+            // The container first. Its answer decides nothing unless none came: it may be there
+            // already (405, or 201 again from some servers), or just being made by a
+            // concurrent request (mod_dav then answers 403); the zone's own answer tells.
             send(account, "MKCOL", container, {}, {},
                  [this, account, container, zoneName, done](const HttpResult& made) {
-                     if (!succeeded(made.status) && made.status != 405) {
+                     if (made.status == 0) {
                          done(cloudError(made.failureOf("MKCOL", container)));
                          return;
                      }
@@ -346,14 +348,18 @@ public:
                           [this, zoneName, zone, done](const HttpResult& r) {
                               if (succeeded(r.status)) {
                                   done(std::nullopt);
-                              } else if (r.status == 405) {
-                                  // Something has that name: fine if it is the zone's folder.
-                                  fetchZone(zoneName, [done](std::optional<std::string>,
-                                                             std::optional<CloudError> error) {
-                                      done(std::move(error));
-                                  });
-                              } else {
+                              } else if (r.status == 0 || r.status == 401) {
                                   done(cloudError(r.failureOf("MKCOL", zone)));
+                              } else {
+                                  // Something may have that name: fine if it is the zone's
+                                  // folder.
+                                  const auto failure = cloudError(r.failureOf("MKCOL", zone));
+                                  const bool taken = r.status == 405;
+                                  fetchZone(zoneName,
+                                            [done, failure, taken](std::optional<std::string> found,
+                                                                   std::optional<CloudError> why) {
+                                                done(found ? std::nullopt : taken ? why : failure);
+                                            });
                               }
                           });
                  });
