@@ -394,6 +394,8 @@ private slots:
         CloudRecord memo{
             "memoDataForNotiObject", {"memoZone", "M/1%25"}, {{"title", std::string("m")}}};
         QVERIFY(!modify({memo}));
+        QTest::qWait(100);
+        apache_->takeRequestCount();
 
         std::vector<std::string> names;
         std::optional<CloudQueryCursor> cursor;
@@ -416,6 +418,9 @@ private slots:
         QVERIFY(std::is_sorted(names.begin(), names.end()));
         QCOMPARE(names.size(), std::size_t(450));
         QVERIFY(names.front() == "Q000" && names.back() == "Q449");
+        // The zone is listed once for all three pages; each record is one GET.
+        int requests = 0;
+        QTRY_COMPARE(requests += apache_->takeRequestCount(), 1 + 450);
 
         const auto [memos, end, error] = query("memoDataForNotiObject", std::nullopt, 200);
         QVERIFY(!error && !end);

@@ -482,6 +482,15 @@ public:
             }
             const Account account = *a.account;
             const QUrl url = zoneUrl(account, zoneName);
+            // The pages after the first come from the first page's listing: the zone is listed
+            // once per query, not once per page.
+            const auto listed = listings_.find(recordType);
+            if (position > 0 && listed != listings_.end() && listed->second.zone == url) {
+                servePage(account, zoneName, recordType, listed->second.names, position, limit,
+                          done);
+                return;
+            }
+            listings_.erase(recordType);
             send(account, "PROPFIND", url, {{"Depth", "1"}}, kPropfindResource,
                  [this, account, url, recordType, zoneName, position, limit,
                   done](const HttpResult& r) {
@@ -510,23 +519,9 @@ public:
                      }
                      std::sort(names.begin(), names.end());
                      names.erase(std::unique(names.begin(), names.end()), names.end());
-                     const std::size_t start = std::min(position, names.size());
-                     const std::size_t end = std::min(names.size(), start + limit);
-                     std::optional<CloudQueryCursor> next;
-                     if (end < names.size()) {
-                         next = CloudQueryCursor{recordType, end};
-                     }
-                     getPage(account, zoneName, recordType,
-                             std::vector<std::string>(names.begin() + static_cast<long>(start),
-                                                      names.begin() + static_cast<long>(end)),
-                             [next, done](std::vector<CloudRecord> records,
-                                          std::optional<CloudError> error) {
-                                 if (error) {
-                                     done({}, std::nullopt, std::move(error));
-                                 } else {
-                                     done(std::move(records), next, std::nullopt);
-                                 }
-                             });
+                     auto& kept = listings_[recordType];
+                     kept = {url, std::move(names)};
+                     servePage(account, zoneName, recordType, kept.names, position, limit, done);
                  });
         });
     }
@@ -561,6 +556,40 @@ private:
                 .arg(reason, QString::fromLatin1(verb), url.toDisplayString());
         }
     };
+
+    /// The names a query listed, for its later pages.
+    struct Listing {
+        QUrl zone;
+        std::vector<std::string> names;
+    };
+
+    /// The page of `names` from `position` on; the listing is dropped with the last page.
+    void servePage(const Account& account, const std::string& zoneName,
+                   const std::string& recordType, const std::vector<std::string>& names,
+                   std::size_t position, std::size_t limit,
+                   std::function<void(std::vector<CloudRecord>, std::optional<CloudQueryCursor>,
+                                      std::optional<CloudError>)>
+                       done) {
+        const std::size_t start = std::min(position, names.size());
+        const std::size_t end = std::min(names.size(), start + limit);
+        std::optional<CloudQueryCursor> next;
+        if (end < names.size()) {
+            next = CloudQueryCursor{recordType, end};
+        }
+        std::vector<std::string> page(names.begin() + static_cast<long>(start),
+                                      names.begin() + static_cast<long>(end));
+        if (!next) {
+            listings_.erase(recordType);
+        }
+        getPage(account, zoneName, recordType, std::move(page),
+                [next, done](std::vector<CloudRecord> records, std::optional<CloudError> error) {
+                    if (error) {
+                        done({}, std::nullopt, std::move(error));
+                    } else {
+                        done(std::move(records), next, std::nullopt);
+                    }
+                });
+    }
 
     static CloudError stoppedError() {
         return cloudError(QStringLiteral("The cloud service has stopped"));
@@ -882,6 +911,7 @@ private:
     QString connectionsPinned_;
     std::set<QNetworkReply*> running_;
     std::map<quint64, std::function<void(AccountOrWhy)>> awaitingPassword_;
+    std::map<std::string, Listing> listings_; ///< by record type
     quint64 lastTicket_ = 0;
     bool stopping_ = false;
     std::function<void(const CloudRecordId&, int)> hook_;
