@@ -121,11 +121,11 @@ private:
     }
 };
 
-/// One download: the pages of one record type, each record written by `store`.
+/// One download: the pages of one record type, each page written by `store`.
 struct Download {
     std::shared_ptr<CloudService> service;
     std::string recordType;
-    std::function<void(const CloudRecord&)> store;
+    std::function<void(const std::vector<CloudRecord>&)> store;
     bool endsTheLoadingState = false;
     CloudProgressHandler progress;
     CloudProgress counted;
@@ -143,10 +143,8 @@ void requestPage(std::shared_ptr<Download> download, std::optional<CloudQueryCur
                 fatalStop(kNilMessage);
             }
             download->counted.total += records.size();
-            for (const auto& record : records) {
-                download->store(record);
-                ++download->counted.done;
-            }
+            download->store(records);
+            download->counted.done += records.size();
             if (next) {
                 if (download->progress) {
                     download->progress(download->counted);
@@ -218,8 +216,13 @@ void addEditAndDelDataAtCloud::downloadAllEventsFromCloud(CloudProgressHandler p
     auto download = std::make_shared<Download>();
     download->service = sharedCloudService();
     download->recordType = std::string(kEventRecordType);
-    download->store = [](const CloudRecord& record) {
-        realmDataFunc().addEventData(eventObjectFromCloudRecord(record));
+    download->store = [](const std::vector<CloudRecord>& records) {
+        std::vector<eventObject> events;
+        events.reserve(records.size());
+        for (const auto& record : records) {
+            events.push_back(eventObjectFromCloudRecord(record));
+        }
+        realmDataFunc().addEventsData(events);
     };
     download->endsTheLoadingState = true;
     download->progress = std::move(progress);
@@ -230,8 +233,20 @@ void addEditAndDelDataAtCloud::downloadAllMemosFromCloud(CloudProgressHandler pr
     auto download = std::make_shared<Download>();
     download->service = sharedCloudService();
     download->recordType = std::string(kMemoRecordType);
-    download->store = [](const CloudRecord& record) {
-        addEditAndDelDataAtCloud().saveDownloadedMemoWithoutUpload(memoFromCloudRecord(record));
+    download->store = [](const std::vector<CloudRecord>& records) {
+        std::vector<memoDataForNotiObject> memos;
+        memos.reserve(records.size());
+        for (const auto& record : records) {
+            memos.push_back(memoFromCloudRecord(record));
+        }
+        if (!memos.empty()) {
+            auto store = Store::open();
+            store.write([&] {
+                for (const auto& memo : memos) {
+                    store.add(memo);
+                }
+            });
+        }
     };
     download->progress = std::move(progress);
     requestPage(std::move(download), std::nullopt);

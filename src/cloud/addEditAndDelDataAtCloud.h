@@ -88,12 +88,13 @@ public:
     /// the calling thread.
     CloudUpload uploadAllDataToCloud(CloudProgressHandler progress = {});
     /// Reads every event of the cloud in pages of 200 and adds each through the store's
-    /// maintenance, which sends it back while the cloud function is on; clears the download's
+    /// maintenance, which sends it back while the cloud function is on (a page's events in one
+    /// transaction, with one widget publication after them); clears the download's
     /// loading flag after the last page. An error from the cloud, or a record that can't be
     /// read, is a fatal stop. Returns at once; `progress` is called on the service's threads.
     void downloadAllEventsFromCloud(CloudProgressHandler progress = {});
-    /// The same for memos, written straight into the store with no cloud step; the loading flag
-    /// is left to the event download.
+    /// The same for memos, written straight into the store with no cloud step (a page in one
+    /// transaction); the loading flag is left to the event download.
     void downloadAllMemosFromCloud(CloudProgressHandler progress = {});
     /// Store writes with no cloud step and no publication.
     void saveDownloadedEventWithoutUpload(const eventObject& event);

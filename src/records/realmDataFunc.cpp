@@ -50,6 +50,30 @@ void realmDataFunc::addEventData(const eventObject& eventData) {
     widgetFunc().publishEventDataToWidget();
 }
 
+void realmDataFunc::addEventsData(const std::vector<eventObject>& events) {
+    if (events.empty()) {
+        return;
+    }
+    auto store = Store::open();
+    std::vector<eventInfo> records;
+    records.reserve(events.size());
+    for (const auto& event : events) {
+        records.push_back(eventAs<eventInfo>(event));
+    }
+    store.write([&] {
+        for (const auto& record : records) {
+            store.add(record);
+        }
+    });
+    if (cloudkitFuncStatus.get()) {
+        addEditAndDelDataAtCloud cloud;
+        for (const auto& record : records) {
+            cloud.saveEventRecordAtCloud(record);
+        }
+    }
+    widgetFunc().publishEventDataToWidget();
+}
+
 void realmDataFunc::deleteEventData(const std::string& eventId) {
     auto store = Store::open();
     unwrap(store.object<eventInfo>(eventId));

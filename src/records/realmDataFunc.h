@@ -10,6 +10,7 @@
 
 #include <optional>
 #include <string>
+#include <vector>
 
 namespace tidemark {
 
@@ -22,6 +23,9 @@ public:
     void addBgTaskInfoMemo();
     /// Creates or overwrites the event with that eventId, all 32 fields as given.
     void addEventData(const eventObject& eventData);
+    /// addEventData for each event in order, with the writes in one transaction and one
+    /// publication after the last (a download's page).
+    void addEventsData(const std::vector<eventObject>& events);
     /// Deletes the event, which must exist (a fatal stop otherwise). Its memos stay.
     void deleteEventData(const std::string& eventId);
     /// Rewrites the stored event `eventData.eventId` from `eventData`, except that the field

@@ -15,6 +15,10 @@
 #include <QUrl>
 #include <atomic>
 #include <cstdio>
+#include <iostream>
+#include <string>
+#include <termios.h>
+#include <unistd.h>
 
 namespace tidemark {
 
@@ -31,6 +35,51 @@ std::string presentTime() {
     return QDateTime::currentDateTime()
         .toString(QStringLiteral("yyyy-MM-dd HH:mm:ss"))
         .toStdString();
+}
+
+/// The password of a run without a window: the Secret Service's when it has one, else the
+/// environment's TIDEMARK_CLOUD_PASSWORD (removed from the environment once read), else one line
+/// of standard input, read without echo from a terminal. What is found lives in this process's
+/// memory only.
+void findHeadlessPassword() {
+    CloudAccount account;
+    if (!account.configured()) {
+        return;
+    }
+    std::optional<QString> known;
+    QEventLoop asking;
+    QObject context;
+    account.readPassword(&context, [&](std::optional<QString> password) {
+        known = std::move(password);
+        asking.quit();
+    });
+    asking.exec();
+    if (known) {
+        return;
+    }
+    if (qEnvironmentVariableIsSet("TIDEMARK_CLOUD_PASSWORD")) {
+        account.keepPasswordInMemory(qEnvironmentVariable("TIDEMARK_CLOUD_PASSWORD"));
+        qunsetenv("TIDEMARK_CLOUD_PASSWORD");
+        return;
+    }
+    termios echoing{};
+    const bool terminal = isatty(STDIN_FILENO) != 0 && tcgetattr(STDIN_FILENO, &echoing) == 0;
+    if (terminal) {
+        std::fprintf(stderr, "Password of %s at %s: ", qPrintable(account.userName()),
+                     qPrintable(account.serverAddress().toDisplayString()));
+        termios silent = echoing;
+        silent.c_lflag &= ~static_cast<tcflag_t>(ECHO);
+        tcsetattr(STDIN_FILENO, TCSAFLUSH, &silent);
+    }
+    std::string line;
+    const bool read = static_cast<bool>(std::getline(std::cin, line));
+    if (terminal) {
+        tcsetattr(STDIN_FILENO, TCSAFLUSH, &echoing);
+        std::fprintf(stderr, "\n");
+    }
+    if (read && !line.empty()) {
+        account.keepPasswordInMemory(QString::fromStdString(line));
+    }
 }
 
 } // namespace
@@ -255,6 +304,7 @@ void CloudPageModel::trustCertificate() {
 // ---- without a window ------------------------------------------------------------------------
 
 int runHeadlessCloudTransfer(bool backup) {
+    findHeadlessPassword();
     cloudKitFunc cloud;
     cloud.checkCloudAccountAndZones();
     // The check's steps end 2.3 s after its start; their answers come meanwhile.

@@ -1,29 +1,22 @@
-// The WebDAV cloud service against a real Apache httpd with mod_dav on a loopback port, run from
-// a configuration of the test's own in a temporary folder (no root needed; as root it serves as
-// nobody). A private session bus with no Secret Service on it keeps the password in memory, and
-// the test checks that it reaches no file. Every call is awaited from a blocked main thread, as a
-// blocking worker would call.
+// The WebDAV cloud service against a real Apache httpd with mod_dav on a loopback port
+// (LoopbackDav.h). A private session bus with no Secret Service on it keeps the password in memory,
+// and the test checks that it reaches no file. Every call is awaited from a blocked main thread, as
+// a blocking worker would call.
 #ifndef Q_MOC_RUN
+#include "LoopbackDav.h"
 #include "TestSupport.h"
 #include "platform/linux/CloudAccount.h"
 #include "platform/linux/WebDavCloudService.h"
 #include "platform/linux/WebDavMultistatus.h"
 #endif
 
-#include <QCryptographicHash>
 #include <QDirIterator>
-#include <QProcess>
 #include <QSslCertificate>
 #include <QTcpServer>
-#include <QTcpSocket>
-#include <QTemporaryDir>
 #include <QTest>
 #include <csignal>
 #include <future>
-#include <pwd.h>
-#include <sys/prctl.h>
 #include <thread>
-#include <unistd.h>
 
 using namespace tidemark;
 using namespace tidemark::testing;
@@ -43,142 +36,6 @@ void writeFile(const QString& path, const QByteArray& data) {
     QVERIFY2(file.open(QIODevice::WriteOnly | QIODevice::Truncate), qPrintable(path));
     file.write(data);
 }
-
-quint16 freeLoopbackPort() {
-    QTcpServer probe;
-    return probe.listen(QHostAddress::LocalHost) ? probe.serverPort() : 0;
-}
-
-/// Apache httpd with mod_dav under /dav/ (Basic authentication against a password file of its
-/// own) and a path that always answers 500, optionally over TLS with a self-signed certificate.
-class Apache {
-public:
-    explicit Apache(bool tls) : tls_(tls) {
-        QFile::setPermissions(dir_.path(), QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner |
-                                               QFile::ReadOther | QFile::ExeOther |
-                                               QFile::ReadGroup | QFile::ExeGroup);
-        QDir(dir_.path()).mkpath("www/dav");
-        QDir(dir_.path()).mkpath("run");
-        const QByteArray hash =
-            QCryptographicHash::hash(kPassword, QCryptographicHash::Sha1).toBase64();
-        writeFile(dir_.filePath("htpasswd"), QByteArray(kUser) + ":{SHA}" + hash + "\n");
-        if (tls_) {
-            QProcess openssl;
-            openssl.start("openssl",
-                          {"req", "-x509", "-newkey", "ec", "-pkeyopt",
-                           "ec_paramgen_curve:prime256v1", "-nodes", "-days", "2", "-subj",
-                           "/CN=127.0.0.1", "-addext", "subjectAltName=IP:127.0.0.1", "-keyout",
-                           dir_.filePath("key.pem"), "-out", dir_.filePath("cert.pem")});
-            openssl.waitForFinished(30000);
-        }
-        if (geteuid() == 0) {
-            // Apache won't serve as root; its children write as nobody.
-            if (const passwd* nobody = getpwnam("nobody")) {
-                for (const char* sub : {"www/dav", "run"}) {
-                    if (chown(qPrintable(dir_.filePath(sub)), nobody->pw_uid, nobody->pw_gid)) {
-                        qWarning("chown failed");
-                    }
-                }
-            }
-        }
-    }
-    ~Apache() { stop(); }
-
-    QString davRoot() const { return dir_.filePath("www/dav"); }
-    QString certificatePath() const { return dir_.filePath("cert.pem"); }
-    QUrl address(const QString& path = "/dav/") const {
-        return QUrl(QStringLiteral("%1://127.0.0.1:%2%3")
-                        .arg(tls_ ? "https" : "http")
-                        .arg(port_)
-                        .arg(path));
-    }
-    QString errorLog() const { return QString::fromUtf8(readAll(dir_.filePath("error.log"))); }
-
-    bool start() {
-        for (int attempt = 0; attempt < 3 && !running(); ++attempt) {
-            port_ = freeLoopbackPort();
-            writeConfiguration();
-            process_.setChildProcessModifier([] {
-                setpgid(0, 0);
-                prctl(PR_SET_PDEATHSIG, SIGKILL); // gone with the test, whatever happens to it
-            });
-            process_.setStandardOutputFile(QProcess::nullDevice());
-            process_.setStandardErrorFile(dir_.filePath("stderr.log"));
-            process_.start("/usr/sbin/apache2",
-                           {"-f", dir_.filePath("httpd.conf"), "-DFOREGROUND"});
-            if (!process_.waitForStarted(5000)) {
-                qWarning("apache2 is not installed (scripts/setup installs apache2-bin)");
-                return false;
-            }
-            for (int i = 0; i < 100 && process_.state() == QProcess::Running; ++i) {
-                QTcpSocket probe;
-                probe.connectToHost(QHostAddress::LocalHost, port_);
-                if (probe.waitForConnected(100)) {
-                    return true;
-                }
-                QThread::msleep(50);
-            }
-            stop();
-        }
-        qWarning().noquote() << errorLog();
-        return running();
-    }
-    bool running() const { return process_.state() == QProcess::Running; }
-    /// The server's process group, for ending it from any thread.
-    pid_t group() const { return static_cast<pid_t>(process_.processId()); }
-    /// Ends the server and all its processes at once, connections and all.
-    void kill() {
-        if (running()) {
-            ::kill(-static_cast<pid_t>(process_.processId()), SIGKILL);
-            process_.waitForFinished(5000);
-        }
-    }
-    void stop() {
-        if (running()) {
-            ::kill(-static_cast<pid_t>(process_.processId()), SIGTERM);
-            if (!process_.waitForFinished(5000)) {
-                kill();
-            }
-        }
-    }
-
-private:
-    void writeConfiguration() {
-        const QString d = dir_.path();
-        QString conf;
-        conf += QStringLiteral("ServerRoot \"%1\"\nServerName 127.0.0.1\nListen 127.0.0.1:%2\n"
-                               "PidFile \"%1/httpd.pid\"\nErrorLog \"%1/error.log\"\n"
-                               "LogLevel warn\nMutex file:%1/run default\n"
-                               "DocumentRoot \"%1/www\"\nDavLockDB \"%1/run/DavLock\"\n")
-                    .arg(d)
-                    .arg(port_);
-        if (geteuid() == 0) {
-            conf += "User nobody\nGroup nogroup\n";
-        }
-        for (const char* module : {"mpm_event", "authn_core", "authn_file", "authz_core",
-                                   "authz_user", "auth_basic", "dav", "dav_fs", "alias"}) {
-            conf += QStringLiteral("LoadModule %1_module /usr/lib/apache2/modules/mod_%1.so\n")
-                        .arg(module);
-        }
-        if (tls_) {
-            conf += QStringLiteral("LoadModule ssl_module /usr/lib/apache2/modules/mod_ssl.so\n"
-                                   "SSLEngine on\nSSLCertificateFile \"%1/cert.pem\"\n"
-                                   "SSLCertificateKeyFile \"%1/key.pem\"\n")
-                        .arg(d);
-        }
-        conf += QStringLiteral("RedirectMatch 500 \"^/(broken/|dav/.*/server-error\\.json$)\"\n"
-                               "<Location /dav/>\n  Dav On\n  AuthType Basic\n"
-                               "  AuthName \"Tide Mark test\"\n  AuthUserFile \"%1/htpasswd\"\n"
-                               "  Require valid-user\n</Location>\n")
-                    .arg(d);
-        writeFile(dir_.filePath("httpd.conf"), conf.toUtf8());
-    }
-
-    bool tls_;
-    QTemporaryDir dir_;
-    QProcess process_;
-    quint16 port_ = 0;
-};
 
 /// Waits for a completion of the service; checks that it came once and on another thread than
 /// the call's (so never inside the call).
@@ -236,7 +93,7 @@ class WebDavTest : public QObject {
 
     std::unique_ptr<IsolatedStorage> storage_;
     QProcess bus_;
-    std::unique_ptr<Apache> apache_;
+    std::unique_ptr<ApacheDav> apache_;
     std::unique_ptr<WebDavCloudService> service_;
     CloudAccount account_;
 
@@ -295,21 +152,12 @@ private slots:
         qputenv("XDG_CACHE_HOME", QByteArray::fromStdString((storage_->root() / "cache").string()));
         qputenv("XDG_STATE_HOME", QByteArray::fromStdString((storage_->root() / "state").string()));
         // A session bus with nothing on it: no Secret Service answers.
-        const QString conf = QString::fromStdString((storage_->root() / "bus.conf").string());
-        writeFile(conf, QStringLiteral("<busconfig><type>session</type><listen>unix:tmpdir=%1"
-                                       "</listen><policy context=\"default\"><allow "
-                                       "send_destination=\"*\" eavesdrop=\"true\"/><allow "
-                                       "eavesdrop=\"true\"/><allow own=\"*\"/></policy>"
-                                       "</busconfig>\n")
-                            .arg(QString::fromStdString(storage_->root().string()))
-                            .toUtf8());
-        bus_.setChildProcessModifier([] { prctl(PR_SET_PDEATHSIG, SIGKILL); });
-        bus_.start("dbus-daemon", {"--config-file", conf, "--nofork", "--print-address=1"});
-        QVERIFY2(bus_.waitForStarted(), "dbus-daemon is not installed");
-        QVERIFY(bus_.waitForReadyRead(10000));
-        qputenv("DBUS_SESSION_BUS_ADDRESS", bus_.readLine().trimmed());
+        const QByteArray bus =
+            startBareSessionBus(bus_, QString::fromStdString(storage_->root().string()));
+        QVERIFY2(!bus.isEmpty(), "dbus-daemon is not installed");
+        qputenv("DBUS_SESSION_BUS_ADDRESS", bus);
 
-        apache_ = std::make_unique<Apache>(false);
+        apache_ = std::make_unique<ApacheDav>(std::vector<DavUser>{{kUser, kPassword}});
         QVERIFY(apache_->start());
         service_ = std::make_unique<WebDavCloudService>();
     }
@@ -403,7 +251,7 @@ private slots:
         QFETCH(QString, error);
         Setting<std::string>("LINUX_CLOUD_serverAddress", "").set("");
         if (address != "none") {
-            setAccount(apache_->address("/" + address + "/"), user,
+            setAccount(apache_->url("/" + address + "/"), user,
                        password.isEmpty() ? nullptr : qPrintable(password));
         } else {
             account_.setUserName(user);
@@ -546,6 +394,8 @@ private slots:
         CloudRecord memo{
             "memoDataForNotiObject", {"memoZone", "M/1%25"}, {{"title", std::string("m")}}};
         QVERIFY(!modify({memo}));
+        QTest::qWait(100);
+        apache_->takeRequestCount();
 
         std::vector<std::string> names;
         std::optional<CloudQueryCursor> cursor;
@@ -568,6 +418,9 @@ private slots:
         QVERIFY(std::is_sorted(names.begin(), names.end()));
         QCOMPARE(names.size(), std::size_t(450));
         QVERIFY(names.front() == "Q000" && names.back() == "Q449");
+        // The zone is listed once for all three pages; each record is one GET.
+        int requests = 0;
+        QTRY_COMPARE(requests += apache_->takeRequestCount(), 1 + 450);
 
         const auto [memos, end, error] = query("memoDataForNotiObject", std::nullopt, 200);
         QVERIFY(!error && !end);
@@ -616,7 +469,7 @@ private slots:
     }
 
     void anUntrustedCertificateIsRefusedUntilPinned() {
-        Apache secure(true);
+        ApacheDav secure({{kUser, kPassword}}, true);
         QVERIFY(secure.start());
         const auto certificates = QSslCertificate::fromPath(secure.certificatePath());
         QCOMPARE(certificates.size(), 1);

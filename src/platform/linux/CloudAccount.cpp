@@ -192,6 +192,11 @@ void CloudAccount::setPassword(const QString& password, QObject* context,
     });
 }
 
+void CloudAccount::keepPasswordInMemory(const QString& password) {
+    std::lock_guard lock(gPasswordsMutex);
+    knownPasswords()[passwordKey()] = password;
+}
+
 void CloudAccount::readPassword(QObject* context,
                                 std::function<void(std::optional<QString>)> done) const {
     const QString key = passwordKey();

@@ -42,6 +42,9 @@ public:
     /// `context`'s thread (not at all when `context` is gone by then).
     void setPassword(const QString& password, QObject* context,
                      std::function<void(bool keptInSecretService)> done = {});
+    /// Keeps the password of the current address and user for this process only, as where no
+    /// Secret Service answers; the Secret Service is left as it is.
+    void keepPasswordInMemory(const QString& password);
     /// The password of the current address and user: this process's copy, else the Secret
     /// Service's; nothing when neither has one. `done` runs later on `context`'s thread.
     void readPassword(QObject* context, std::function<void(std::optional<QString>)> done) const;

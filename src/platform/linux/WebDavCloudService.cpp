@@ -334,10 +334,12 @@ public:
             }
             const Account account = *a.account;
             const QUrl container = containerUrl(account);
-            // The container first; 405 means it is there already.
+            // The container first. Its answer decides nothing unless none came: it may be there
+            // already (405, or 201 again from some servers), or just being made by a
+            // concurrent request (mod_dav then answers 403); the zone's own answer tells.
             send(account, "MKCOL", container, {}, {},
                  [this, account, container, zoneName, done](const HttpResult& made) {
-                     if (!succeeded(made.status) && made.status != 405) {
+                     if (made.status == 0) {
                          done(cloudError(made.failureOf("MKCOL", container)));
                          return;
                      }
@@ -346,14 +348,18 @@ public:
                           [this, zoneName, zone, done](const HttpResult& r) {
                               if (succeeded(r.status)) {
                                   done(std::nullopt);
-                              } else if (r.status == 405) {
-                                  // Something has that name: fine if it is the zone's folder.
-                                  fetchZone(zoneName, [done](std::optional<std::string>,
-                                                             std::optional<CloudError> error) {
-                                      done(std::move(error));
-                                  });
-                              } else {
+                              } else if (r.status == 0 || r.status == 401) {
                                   done(cloudError(r.failureOf("MKCOL", zone)));
+                              } else {
+                                  // Something may have that name: fine if it is the zone's
+                                  // folder.
+                                  const auto failure = cloudError(r.failureOf("MKCOL", zone));
+                                  const bool taken = r.status == 405;
+                                  fetchZone(zoneName,
+                                            [done, failure, taken](std::optional<std::string> found,
+                                                                   std::optional<CloudError> why) {
+                                                done(found ? std::nullopt : taken ? why : failure);
+                                            });
                               }
                           });
                  });
@@ -476,6 +482,15 @@ public:
             }
             const Account account = *a.account;
             const QUrl url = zoneUrl(account, zoneName);
+            // The pages after the first come from the first page's listing: the zone is listed
+            // once per query, not once per page.
+            const auto listed = listings_.find(recordType);
+            if (position > 0 && listed != listings_.end() && listed->second.zone == url) {
+                servePage(account, zoneName, recordType, listed->second.names, position, limit,
+                          done);
+                return;
+            }
+            listings_.erase(recordType);
             send(account, "PROPFIND", url, {{"Depth", "1"}}, kPropfindResource,
                  [this, account, url, recordType, zoneName, position, limit,
                   done](const HttpResult& r) {
@@ -504,23 +519,9 @@ public:
                      }
                      std::sort(names.begin(), names.end());
                      names.erase(std::unique(names.begin(), names.end()), names.end());
-                     const std::size_t start = std::min(position, names.size());
-                     const std::size_t end = std::min(names.size(), start + limit);
-                     std::optional<CloudQueryCursor> next;
-                     if (end < names.size()) {
-                         next = CloudQueryCursor{recordType, end};
-                     }
-                     getPage(account, zoneName, recordType,
-                             std::vector<std::string>(names.begin() + static_cast<long>(start),
-                                                      names.begin() + static_cast<long>(end)),
-                             [next, done](std::vector<CloudRecord> records,
-                                          std::optional<CloudError> error) {
-                                 if (error) {
-                                     done({}, std::nullopt, std::move(error));
-                                 } else {
-                                     done(std::move(records), next, std::nullopt);
-                                 }
-                             });
+                     auto& kept = listings_[recordType];
+                     kept = {url, std::move(names)};
+                     servePage(account, zoneName, recordType, kept.names, position, limit, done);
                  });
         });
     }
@@ -555,6 +556,40 @@ private:
                 .arg(reason, QString::fromLatin1(verb), url.toDisplayString());
         }
     };
+
+    /// The names a query listed, for its later pages.
+    struct Listing {
+        QUrl zone;
+        std::vector<std::string> names;
+    };
+
+    /// The page of `names` from `position` on; the listing is dropped with the last page.
+    void servePage(const Account& account, const std::string& zoneName,
+                   const std::string& recordType, const std::vector<std::string>& names,
+                   std::size_t position, std::size_t limit,
+                   std::function<void(std::vector<CloudRecord>, std::optional<CloudQueryCursor>,
+                                      std::optional<CloudError>)>
+                       done) {
+        const std::size_t start = std::min(position, names.size());
+        const std::size_t end = std::min(names.size(), start + limit);
+        std::optional<CloudQueryCursor> next;
+        if (end < names.size()) {
+            next = CloudQueryCursor{recordType, end};
+        }
+        std::vector<std::string> page(names.begin() + static_cast<long>(start),
+                                      names.begin() + static_cast<long>(end));
+        if (!next) {
+            listings_.erase(recordType);
+        }
+        getPage(account, zoneName, recordType, std::move(page),
+                [next, done](std::vector<CloudRecord> records, std::optional<CloudError> error) {
+                    if (error) {
+                        done({}, std::nullopt, std::move(error));
+                    } else {
+                        done(std::move(records), next, std::nullopt);
+                    }
+                });
+    }
 
     static CloudError stoppedError() {
         return cloudError(QStringLiteral("The cloud service has stopped"));
@@ -876,6 +911,7 @@ private:
     QString connectionsPinned_;
     std::set<QNetworkReply*> running_;
     std::map<quint64, std::function<void(AccountOrWhy)>> awaitingPassword_;
+    std::map<std::string, Listing> listings_; ///< by record type
     quint64 lastTicket_ = 0;
     bool stopping_ = false;
     std::function<void(const CloudRecordId&, int)> hook_;
