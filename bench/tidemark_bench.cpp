@@ -512,6 +512,22 @@ private:
     bool hadData_ = false, hadConfig_ = false;
 };
 
+/// A private home with the calendar's clock fixed at `now` in `environment`; the environment in
+/// force before is put back afterwards.
+class FixedClockHome : public PrivateHome {
+public:
+    FixedClockHome(const CalendarEnvironment& environment, Date now)
+        : previous_(calendarEnvironment()) {
+        CalendarEnvironment fixed = environment;
+        fixed.fixedNow = now;
+        setCalendarEnvironment(fixed);
+    }
+    ~FixedClockHome() { setCalendarEnvironment(previous_); }
+
+private:
+    CalendarEnvironment previous_;
+};
+
 /// The one QGuiApplication of the run, made the first time the main screen is measured.
 std::unique_ptr<QGuiApplication> guiApplication;
 
@@ -566,11 +582,7 @@ void benchmarkMainScreen(const std::vector<eventInfo>& mix, const CalendarEnviro
                          Date now) {
     ensureGuiApplication();
     const std::int64_t n = static_cast<std::int64_t>(mix.size());
-    PrivateHome home;
-    CalendarEnvironment fixed = environment;
-    fixed.fixedNow = now;
-    const CalendarEnvironment previous = calendarEnvironment();
-    setCalendarEnvironment(fixed);
+    FixedClockHome home(environment, now);
     Setting<bool>("userLaunchStatus", false).set(true);
     {
         const std::vector<eventInfo> events = withAppColors(mix);
@@ -652,7 +664,6 @@ void benchmarkMainScreen(const std::vector<eventInfo>& mix, const CalendarEnviro
     engine.reset();
     app.reset();
     QCoreApplication::processEvents();
-    setCalendarEnvironment(previous);
     std::fflush(stdout);
 }
 /// Scrolls the vertical card stack over the events of `mix` offscreen, one step of 56 points per
@@ -662,11 +673,7 @@ void benchmarkStackScroll(const std::vector<eventInfo>& mix, const CalendarEnvir
                           Date now) {
     ensureGuiApplication();
     const std::int64_t n = static_cast<std::int64_t>(mix.size());
-    PrivateHome home;
-    CalendarEnvironment fixed = environment;
-    fixed.fixedNow = now;
-    const CalendarEnvironment previous = calendarEnvironment();
-    setCalendarEnvironment(fixed);
+    FixedClockHome home(environment, now);
     {
         const std::vector<eventInfo> events = withAppColors(mix);
         Store store = Store::open();
@@ -689,7 +696,6 @@ StackedCardsList { width: 390; height: 844; stackedDisplayCount: 2; opacityDispl
     if (list == nullptr) {
         std::printf("stack-scroll N=%lld: FAILED (%s)\n", static_cast<long long>(n),
                     qPrintable(component.errorString()));
-        setCalendarEnvironment(previous);
         return;
     }
     view->setContent(component.url(), &component, list);
@@ -733,7 +739,6 @@ StackedCardsList { width: 390; height: 844; stackedDisplayCount: 2; opacityDispl
                 millisText(jumps[0]).c_str(), millisText(jumps[1]).c_str(), made);
     view.reset();
     QCoreApplication::processEvents();
-    setCalendarEnvironment(previous);
     std::fflush(stdout);
 }
 #endif
