@@ -3,6 +3,7 @@
 #include "engine/computeFunc.h"
 #include "platform/linux/QtDispatcher.h"
 #include "records/DayListArchive.h"
+#include "records/EventCodes.h"
 
 #include <algorithm>
 
@@ -63,7 +64,7 @@ QString monthText(const std::vector<std::int64_t>& codes) {
                 QString::number(day) + tr("stringForRepeatSettingExplanationEventDayTextAfterNum");
         }
     }
-    if (std::find(codes.begin(), codes.end(), 99) != codes.end()) {
+    if (std::find(codes.begin(), codes.end(), kLastDayOfMonthCode) != codes.end()) {
         text += tr("monthSelectionNo99ForLastDayStringAtExplanation");
     }
     return text.trimmed();
@@ -117,7 +118,7 @@ EventRowData eventRowData(const eventInfo& e, Date now, const Calendar& calendar
 
     const auto start =
         storedDateText(e.eventStartDateYear, e.eventStartDateMonth, e.eventStartDateDay);
-    if (e.eventType == 0) {
+    if (repeatTypeOf(e) == RepeatType::none) {
         row.datesText = start;
     } else {
         const auto end =
@@ -127,51 +128,38 @@ EventRowData eventRowData(const eventInfo& e, Date now, const Calendar& calendar
         row.datesText = start + QStringLiteral(" ~ ") + end;
     }
 
-    switch (e.eventType) {
-    case 1:
+    switch (repeatTypeOf(e)) {
+    case RepeatType::daily:
         row.detailsText = row.typeText + QLatin1Char(' ') + twoDigits(e.eventDateWhenEveryDayHour) +
                           QLatin1Char(':') + twoDigits(e.eventDateWhenEveryDayMin);
         break;
-    case 2:
+    case RepeatType::weekly:
         row.detailsText = row.typeText + QStringLiteral(": ") +
                           weekText(decodeDayListArchive(e.eventDateWhenEveryWeek, kCantDecodeData));
         break;
-    case 3:
+    case RepeatType::monthly:
         row.detailsText =
             row.typeText + QStringLiteral(": ") +
             monthText(decodeDayListArchive(e.eventDateWhenEveryMonth, kCantDecodeData));
         break;
-    case 4:
+    case RepeatType::yearly:
         row.detailsText = row.typeText + QStringLiteral(": ") + twoDigits(e.eventStartDateMonth) +
                           QLatin1Char('-') + twoDigits(e.eventStartDateDay);
         break;
     default:
         break;
     }
-    if ((e.eventRepeatOrNot && e.eventType == 2) || e.eventType == 3) {
+    if ((e.eventRepeatOrNot && repeatTypeOf(e) == RepeatType::weekly) ||
+        repeatTypeOf(e) == RepeatType::monthly) {
         row.nextDateText = QString::fromStdString(nextDateString(e, now, calendar));
     }
     return row;
 }
 
-EventRowModel::EventRowModel(QObject* parent) : QObject(parent) {
-    observation_ = eventInfoData_.observe([this] { reload(); }, queuedOn(this));
-}
+EventRowModel::EventRowModel(QObject* parent) : StoredEventModel(parent) {}
 
-void EventRowModel::setEventId(const QString& eventId) {
-    if (eventId == eventId_) {
-        return;
-    }
-    eventId_ = eventId;
-    emit eventIdChanged();
-    reload();
-}
-
-void EventRowModel::reload() {
-    auto found =
-        eventId_.isEmpty() ? std::nullopt : Store::open().object<eventInfo>(eventId_.toStdString());
-    row_ = found ? eventRowData(*found, now(), Calendar::current()) : EventRowData{};
-    emit changed();
+void EventRowModel::eventLoaded() {
+    row_ = event() ? eventRowData(*event(), now(), Calendar::current()) : EventRowData{};
 }
 
 } // namespace tidemark

@@ -5,12 +5,10 @@
 // event's row reports exists == false and draws nothing.
 #pragma once
 
-// moc stops at the C++20 standard headers under the core headers; it needs none of them.
-#ifndef Q_MOC_RUN
 #include "calendar/Calendar.h"
 #include "records/Store.h"
 #include "records/eventInfo.h"
-#endif
+#include "toolkit/StoredEventModel.h"
 
 #include <QObject>
 #include <QString>
@@ -52,10 +50,8 @@ EventRowData eventRowData(const eventInfo& event, Date now, const Calendar& cale
 /// "%04d-%02d-%02d" of three stored numbers.
 QString storedDateText(std::int64_t year, std::int64_t month, std::int64_t day);
 
-class EventRowModel : public QObject {
+class EventRowModel : public StoredEventModel {
     Q_OBJECT
-    Q_PROPERTY(QString eventId READ eventId WRITE setEventId NOTIFY eventIdChanged)
-    Q_PROPERTY(bool exists READ exists NOTIFY changed)
     Q_PROPERTY(QString title READ title NOTIFY changed)
     Q_PROPERTY(QString colorName READ colorName NOTIFY changed)
     Q_PROPERTY(QStringList symbols READ symbols NOTIFY changed)
@@ -73,11 +69,7 @@ class EventRowModel : public QObject {
 public:
     explicit EventRowModel(QObject* parent = nullptr);
 
-    QString eventId() const { return eventId_; }
-    void setEventId(const QString& eventId);
-
     const EventRowData& row() const { return row_; }
-    bool exists() const { return row_.exists; }
     QString title() const { return row_.title; }
     QString colorName() const { return row_.colorName; }
     QStringList symbols() const { return row_.symbols; }
@@ -93,17 +85,10 @@ public:
     bool hasMemo() const { return row_.hasMemo; }
     bool repeating() const { return row_.repeating; }
 
-    /// Looks the event up again.
-    Q_INVOKABLE void reload();
-
-signals:
-    void eventIdChanged();
-    void changed();
+protected:
+    void eventLoaded() override;
 
 private:
-    QString eventId_;
-    Results<eventInfo> eventInfoData_;
-    ObservationToken observation_;
     EventRowData row_;
 };
 

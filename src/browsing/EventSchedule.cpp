@@ -2,6 +2,7 @@
 
 #include "base/Fatal.h"
 #include "engine/eventDateCompute.h"
+#include "records/EventCodes.h"
 
 #include <QTimer>
 
@@ -20,7 +21,8 @@ QString dayOffsetText(std::int64_t offset, Date now, const Calendar& calendar,
 
 QStringList scheduleDateStrings(std::int64_t eventType, const std::vector<DateComponents>& dates,
                                 const Calendar& calendar) {
-    const std::string_view pattern = eventType == 1 ? "yyyy-MM-dd / HH:mm" : "yyyy-MM-dd";
+    const std::string_view pattern =
+        repeatTypeOf(eventType) == RepeatType::daily ? "yyyy-MM-dd / HH:mm" : "yyyy-MM-dd";
     QStringList texts;
     for (const auto& element : dates) {
         texts << QString::fromStdString(calendar.format(unwrap(calendar.date(element)), pattern));
@@ -54,18 +56,18 @@ void EventScheduleModel::loadEventSchedule() {
         return;
     }
     std::vector<DateComponents> dateInfo;
-    switch (event->eventType) {
-    case 1:
+    switch (repeatTypeOf(*event)) {
+    case RepeatType::daily:
         dateInfo = engine.nextEventDateForType1Event(id);
         break;
-    case 2:
+    case RepeatType::weekly:
         dateInfo = engine.nextEventDateForType2Event(id);
         break;
-    case 3:
+    case RepeatType::monthly:
         dateInfo = engine.nextEventDateForType3Event(id);
         break;
-    case 0:
-    case 4:
+    case RepeatType::none:
+    case RepeatType::yearly:
         dateInfo = engine.nextEventDateForType4Event(id);
         break;
     default:

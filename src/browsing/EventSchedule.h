@@ -4,11 +4,8 @@
 // days.
 #pragma once
 
-// moc stops at the C++20 standard headers under the core headers; it needs none of them.
-#ifndef Q_MOC_RUN
 #include "calendar/Calendar.h"
 #include "records/eventInfo.h"
-#endif
 
 #include <QObject>
 #include <QString>

@@ -2,11 +2,8 @@
 // days of the day window, rebuilt in the store when the window's range changes.
 #pragma once
 
-// moc stops at the C++20 standard headers under the core headers; it needs none of them.
-#ifndef Q_MOC_RUN
 #include "records/Store.h"
 #include "records/eventInfo.h"
-#endif
 
 #include <QObject>
 #include <QStringList>

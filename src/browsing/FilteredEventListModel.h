@@ -4,13 +4,10 @@
 // filter settings, whoever made it.
 #pragma once
 
-// moc stops at the C++20 standard headers under the core headers; it needs none of them.
-#ifndef Q_MOC_RUN
 #include "browsing/TimelineList.h"
 #include "records/Defaults.h"
 #include "records/Store.h"
 #include "records/eventInfo.h"
-#endif
 
 #include <QAbstractListModel>
 #include <QString>

@@ -4,6 +4,7 @@
 #include "engine/computeFunc.h"
 #include "engine/eventDateCompute.h"
 #include "platform/linux/QtDispatcher.h"
+#include "records/EventCodes.h"
 
 #include <algorithm>
 
@@ -50,7 +51,7 @@ std::int64_t daysInThisMonthPlusOne(Date now, const Calendar& calendar) {
 }
 
 std::int64_t firstWeekdayOfThisMonth(Date now, const Calendar& calendar) {
-    std::int64_t result = 99;
+    std::int64_t result = kNoFirstWeekday;
     auto first = thisMonth(now, calendar);
     first.day = 1;
     if (const auto date = calendar.date(first)) {
@@ -105,14 +106,14 @@ QString monthDaysText(const std::vector<std::int64_t>& codes) {
 QString summaryDateLine(const EventFields& e) {
     const auto start =
         storedDateText(e.eventStartDateYear, e.eventStartDateMonth, e.eventStartDateDay);
-    if (e.eventType != 0 && e.eventRepeatOrNot) {
+    if (repeatTypeOf(e) != RepeatType::none && e.eventRepeatOrNot) {
         const auto end =
             e.eventHaveEndDateOrNot
                 ? storedDateText(e.eventEndDateYear, e.eventEndDateMonth, e.eventEndDateDay)
                 : QStringLiteral("∞");
         return start + QStringLiteral(" ~ ") + end;
     }
-    return e.eventType == 0 ? start : QString();
+    return repeatTypeOf(e) == RepeatType::none ? start : QString();
 }
 
 RuleBoxData ruleBoxData(std::int64_t eventType, const std::vector<std::int64_t>& codes, Date now,
@@ -120,7 +121,7 @@ RuleBoxData ruleBoxData(std::int64_t eventType, const std::vector<std::int64_t>&
     RuleBoxData box;
     const auto daysPlusOne = daysInThisMonthPlusOne(now, calendar);
     const auto marked = codesForGrid(codes, daysPlusOne);
-    if (eventType == 2) {
+    if (repeatTypeOf(eventType) == RepeatType::weekly) {
         for (int i = 0; i < 7; ++i) {
             box.weekLabels << trKey(QStringLiteral("weekForWeekMutilSelection%1"
                                                    "AtSummaryViewSubPageForMonthlyAndWeeklyEvent")
@@ -128,9 +129,9 @@ RuleBoxData ruleBoxData(std::int64_t eventType, const std::vector<std::int64_t>&
             box.weekSelected.push_back(holds(marked, i + 1));
         }
         box.text = weekNamesText(codes);
-    } else if (eventType == 3) {
+    } else if (repeatTypeOf(eventType) == RepeatType::monthly) {
         const auto firstWeekday = firstWeekdayOfThisMonth(now, calendar);
-        box.showsMonthGrid = firstWeekday != 99;
+        box.showsMonthGrid = firstWeekday != kNoFirstWeekday;
         if (box.showsMonthGrid) {
             for (int weekday = 1; weekday <= 7; ++weekday) {
                 box.monthHeader << weekdayShortName(weekday, calendar);
@@ -186,7 +187,8 @@ QVariantList SummaryRuleBoxModel::selectedDays() const {
 }
 
 void SummaryRuleBoxModel::reload() {
-    const bool listed = eventType_ == 2 || eventType_ == 3;
+    const bool listed = repeatTypeOf(eventType_) == RepeatType::weekly ||
+                        repeatTypeOf(eventType_) == RepeatType::monthly;
     box_ = listed && !eventArrayData_.isEmpty()
                ? ruleBoxData(eventType_, decodeDayList(bytesOf(eventArrayData_)), now(),
                              Calendar::current())
@@ -194,23 +196,10 @@ void SummaryRuleBoxModel::reload() {
     emit changed();
 }
 
-SummaryViewModel::SummaryViewModel(QObject* parent) : QObject(parent) {
-    observation_ = eventInfoData_.observe([this] { reload(); }, queuedOn(this));
-}
+SummaryViewModel::SummaryViewModel(QObject* parent) : StoredEventModel(parent) {}
 
-void SummaryViewModel::setEventId(const QString& eventId) {
-    if (eventId == eventId_) {
-        return;
-    }
-    eventId_ = eventId;
-    emit eventIdChanged();
-    reload();
-}
-
-void SummaryViewModel::reload() {
-    const auto found =
-        eventId_.isEmpty() ? std::nullopt : Store::open().object<eventInfo>(eventId_.toStdString());
-    exists_ = found.has_value();
+void SummaryViewModel::eventLoaded() {
+    const auto& found = event();
     dateLine_.clear();
     isOver_ = false;
     eventType_ = 0;
@@ -227,19 +216,18 @@ void SummaryViewModel::reload() {
         if (!e.eventRepeatOrNot) {
             ruleText_ = QString::fromStdString(engine.fullDateString(
                 e.eventStartDateYear, e.eventStartDateMonth, e.eventStartDateDay));
-        } else if (e.eventType == 1) {
+        } else if (repeatTypeOf(e) == RepeatType::daily) {
             ruleText_ = twoDigits(e.eventDateWhenEveryDayHour) + QLatin1Char(':') +
                         twoDigits(e.eventDateWhenEveryDayMin);
-        } else if (e.eventType == 2) {
+        } else if (repeatTypeOf(e) == RepeatType::weekly) {
             ruleArchive_ = byteArrayOf(e.eventDateWhenEveryWeek);
-        } else if (e.eventType == 3) {
+        } else if (repeatTypeOf(e) == RepeatType::monthly) {
             ruleArchive_ = byteArrayOf(e.eventDateWhenEveryMonth);
-        } else if (e.eventType == 4) {
+        } else if (repeatTypeOf(e) == RepeatType::yearly) {
             ruleText_ = QString::fromStdString(engine.shortDateString(
                 e.eventStartDateYear, e.eventStartDateMonth, e.eventStartDateDay));
         }
     }
-    emit changed();
 }
 
 } // namespace tidemark

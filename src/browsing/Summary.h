@@ -6,13 +6,11 @@
 // read them afresh on every reload.
 #pragma once
 
-// moc stops at the C++20 standard headers under the core headers; it needs none of them.
-#ifndef Q_MOC_RUN
 #include "calendar/Calendar.h"
 #include "editing/RuleSelection.h"
 #include "records/Store.h"
 #include "records/eventInfo.h"
-#endif
+#include "toolkit/StoredEventModel.h"
 
 #include <QByteArray>
 #include <QObject>
@@ -27,8 +25,9 @@ namespace tidemark {
 /// The number of days of the current month plus one (32 in March): the upper bound of the month
 /// grid's day range. 30 + 1 when the month's end does not compose.
 std::int64_t daysInThisMonthPlusOne(Date now, const Calendar& calendar);
-/// The weekday (1 Sunday ... 7 Saturday) of the first of the current month; 99 when it does not
-/// compose.
+/// The weekday (1 Sunday ... 7 Saturday) of the first of the current month; kNoFirstWeekday
+/// when it does not compose.
+inline constexpr std::int64_t kNoFirstWeekday = 99;
 std::int64_t firstWeekdayOfThisMonth(Date now, const Calendar& calendar);
 /// The abbreviated name of a weekday (1 Sunday ... 7 Saturday) in the user's locale; "" when no
 /// date with that weekday composes.
@@ -114,10 +113,8 @@ private:
 
 /// The summary card of one stored event; follows store commits, and reads as gone
 /// (exists == false) once the event is deleted.
-class SummaryViewModel : public QObject {
+class SummaryViewModel : public StoredEventModel {
     Q_OBJECT
-    Q_PROPERTY(QString eventId READ eventId WRITE setEventId NOTIFY eventIdChanged)
-    Q_PROPERTY(bool exists READ exists NOTIFY changed)
     Q_PROPERTY(QString dateLine READ dateLine NOTIFY changed)
     Q_PROPERTY(bool isOver READ isOver NOTIFY changed)
     Q_PROPERTY(int eventType READ eventType NOTIFY changed)
@@ -127,10 +124,6 @@ class SummaryViewModel : public QObject {
 public:
     explicit SummaryViewModel(QObject* parent = nullptr);
 
-    QString eventId() const { return eventId_; }
-    void setEventId(const QString& eventId);
-
-    bool exists() const { return exists_; }
     QString dateLine() const { return dateLine_; }
     bool isOver() const { return isOver_; }
     int eventType() const { return eventType_; }
@@ -140,23 +133,16 @@ public:
     /// The box's text for a one-off (full date), daily (time) or yearly (short date) event.
     QString ruleText() const { return ruleText_; }
 
-    Q_INVOKABLE void reload();
-
-signals:
-    void eventIdChanged();
-    void changed();
+protected:
+    void eventLoaded() override;
 
 private:
-    QString eventId_;
-    bool exists_ = false;
     QString dateLine_;
     bool isOver_ = false;
     int eventType_ = 0;
     bool repeating_ = false;
     QByteArray ruleArchive_;
     QString ruleText_;
-    Results<eventInfo> eventInfoData_;
-    ObservationToken observation_;
 };
 
 } // namespace tidemark

@@ -2,11 +2,8 @@
 // timeline's appearance, and the appearance choice, which writes four settings at once.
 #pragma once
 
-// moc stops at the C++20 standard headers under the core headers; it needs none of them.
-#ifndef Q_MOC_RUN
 #include "records/Defaults.h"
 #include "records/SettingsKeys.h"
-#endif
 
 #include <QObject>
 

@@ -1,5 +1,6 @@
 #include "browsing/TimelineList.h"
 
+#include "records/EventCodes.h"
 #include "records/SettingsKeys.h"
 
 #include <QUuid>
@@ -16,7 +17,7 @@ bool inSource(const eventInfo& e, std::int64_t kind) {
     case 9:
         return true;
     case 0:
-        return e.eventType == 0;
+        return repeatTypeOf(e) == RepeatType::none;
     case 1:
         return e.eventRepeatOrNot && !e.eventHaveCustomizeInterval;
     case 2:

@@ -4,7 +4,6 @@
 // options) can fix all of them through CalendarEnvironment.
 #pragma once
 
-#include <compare>
 #include <cstdint>
 #include <memory>
 #include <optional>
@@ -24,7 +23,11 @@ struct Date {
     double timeIntervalSinceNow() const;
     Date addingTimeInterval(double seconds) const { return Date{secondsSince1970 + seconds}; }
 
-    auto operator<=>(const Date&) const = default;
+    bool operator==(const Date&) const = default;
+    bool operator<(const Date& other) const { return secondsSince1970 < other.secondsSince1970; }
+    bool operator>(const Date& other) const { return secondsSince1970 > other.secondsSince1970; }
+    bool operator<=(const Date& other) const { return secondsSince1970 <= other.secondsSince1970; }
+    bool operator>=(const Date& other) const { return secondsSince1970 >= other.secondsSince1970; }
 };
 
 /// Loose calendar numbers. Nothing is normalised: day 35 and month 14 are legal and only mean

@@ -3,10 +3,11 @@
 #include "base/Fatal.h"
 #include "engine/Occurrences.h"
 #include "notifications/notiFunc.h"
+#include "platform/linux/Haptics.h"
 #include "records/DayListArchive.h"
+#include "records/EventCodes.h"
 #include "records/Store.h"
 #include "records/realmDataFunc.h"
-#include "shell/Haptics.h"
 
 #include <QThread>
 #include <algorithm>
@@ -57,7 +58,7 @@ QString monthText(const std::vector<std::int64_t>& codes) {
                     localizedText("stringForRepeatSettingExplanationEventDayTextAfterNum");
         }
     }
-    if (holds(codes, 99)) {
+    if (holds(codes, kLastDayOfMonthCode)) {
         text += localizedText("monthSelectionNo99ForLastDayStringAtExplanation");
     }
     return text;
@@ -138,7 +139,7 @@ void AddNewEventForm::onSettingWritten(const char* which) {
                 inputs_.setNotiForThisEvent = false;
                 inputs_.notiHour = 0;
                 inputs_.notiMin = 0;
-                inputs_.notiFuncSelectedType = 10;
+                inputs_.notiFuncSelectedType = kNoNotiCode;
             }
         }
     } else if (what == "repeat") {
@@ -156,7 +157,7 @@ void AddNewEventForm::onSettingWritten(const char* which) {
             if (!noti && !reactionsSkipped()) {
                 inputs_.notiHour = 0;
                 inputs_.notiMin = 0;
-                inputs_.notiFuncSelectedType = 10;
+                inputs_.notiFuncSelectedType = kNoNotiCode;
             }
         }
     } else if (what == "startYear" || what == "startMonth" || what == "startDay") {
@@ -285,7 +286,7 @@ std::optional<const char*> AddNewEventForm::firstFailingCheck() const {
     if (title_.isEmpty()) {
         return kAlertTitle;
     }
-    if (inputs_.setNotiForThisEvent && inputs_.notiFuncSelectedType.get() == 10) {
+    if (inputs_.setNotiForThisEvent && inputs_.notiFuncSelectedType.get() == kNoNotiCode) {
         return kAlertNoti;
     }
     if (inputs_.shareToOtherPeople) {
@@ -301,16 +302,16 @@ QString AddNewEventForm::alertMessageKey() const {
     return QString::fromLatin1(firstFailingCheck().value_or(kAlertNothingChanged));
 }
 
-QString AddNewEventForm::confirmAction() const {
+AddNewEventForm::ConfirmAction AddNewEventForm::confirmAction() const {
     if (!firstFailingCheck()) {
         if (!editMode_) {
-            return QStringLiteral("add");
+            return ConfirmAction::Add;
         }
         if (changeCheck()) {
-            return QStringLiteral("save");
+            return ConfirmAction::Save;
         }
     }
-    return QStringLiteral("alert");
+    return ConfirmAction::Alert;
 }
 
 // ---- the explanations -------------------------------------------------------------------------
@@ -379,7 +380,7 @@ void AddNewEventForm::resetAllData() {
     i.monthArrayForAppStorageList = Bytes{};
     i.haveOneEndDateForRepeatEvent = false;
     i.newEventType = 0;
-    i.notiFuncSelectedType = 10;
+    i.notiFuncSelectedType = kNoNotiCode;
     i.notiHour = 0;
     i.notiMin = 0;
     i.eventRepeatOrNot = false;
@@ -567,13 +568,16 @@ eventObject AddNewEventForm::eventFromForm(const std::string& eventId,
 }
 
 void AddNewEventForm::confirm() {
-    const QString action = confirmAction();
-    if (action == QLatin1String("add")) {
+    switch (confirmAction()) {
+    case ConfirmAction::Add:
         addAction();
-    } else if (action == QLatin1String("save")) {
+        break;
+    case ConfirmAction::Save:
         saveAction();
-    } else {
+        break;
+    case ConfirmAction::Alert:
         setAlertForRequiredMoreInfo(!alert_);
+        break;
     }
 }
 

@@ -8,14 +8,10 @@
 // form's thread, except while an edit target is being loaded into the settings.
 #pragma once
 
-// moc stops at the C++20 standard headers under the core headers; it needs none of them.
-#ifndef Q_MOC_RUN
 #include "calendar/Calendar.h"
+#include "platform/linux/Haptics.h"
 #include "records/Defaults.h"
 #include "records/eventInfo.h"
-#endif
-
-#include "shell/Haptics.h"
 
 #include <QObject>
 #include <QPointer>
@@ -111,8 +107,8 @@ class AddNewEventForm : public QObject {
 
     Q_PROPERTY(QString repeatExplanation READ repeatExplanation NOTIFY formChanged)
     Q_PROPERTY(QString notiExplanation READ notiExplanation NOTIFY formChanged)
-    /// "add", "save" or "alert": what the confirm button does now.
-    Q_PROPERTY(QString confirmAction READ confirmAction NOTIFY formChanged)
+    /// What the confirm button does now.
+    Q_PROPERTY(ConfirmAction confirmAction READ confirmAction NOTIFY formChanged)
     Q_PROPERTY(QString alertMessageKey READ alertMessageKey NOTIFY formChanged)
     Q_PROPERTY(bool alertForRequiredMoreInfo READ alertForRequiredMoreInfo WRITE
                    setAlertForRequiredMoreInfo NOTIFY alertForRequiredMoreInfoChanged)
@@ -167,7 +163,10 @@ public:
 
     QString repeatExplanation() const;
     QString notiExplanation() const;
-    QString confirmAction() const;
+    /// Add a new event, save the edited one, or show why neither can be done yet.
+    enum class ConfirmAction { Add, Save, Alert };
+    Q_ENUM(ConfirmAction)
+    ConfirmAction confirmAction() const;
     QString alertMessageKey() const;
     bool alertForRequiredMoreInfo() const { return alert_; }
     void setAlertForRequiredMoreInfo(bool shown);

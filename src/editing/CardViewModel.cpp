@@ -3,6 +3,7 @@
 #include "base/Fatal.h"
 #include "engine/Occurrences.h"
 #include "platform/linux/QtDispatcher.h"
+#include "records/EventCodes.h"
 #include "records/SettingsKeys.h"
 #include "records/realmDataFunc.h"
 
@@ -51,7 +52,8 @@ QStringList nextDateStrings(const eventInfo& event, Date now, const Calendar& ca
         }
     }
     std::stable_sort(dates.begin(), dates.end());
-    const std::string_view pattern = event.eventType == 1 ? "yyyy-MM-dd HH:mm" : "yyyy-MM-dd";
+    const std::string_view pattern =
+        repeatTypeOf(event) == RepeatType::daily ? "yyyy-MM-dd HH:mm" : "yyyy-MM-dd";
     QStringList out;
     for (const auto& date : dates) {
         if (out.size() >= limit) {
@@ -67,26 +69,14 @@ QStringList nextDateStrings(const eventInfo& event, Date now, const Calendar& ca
 
 // ---- CardViewModel ------------------------------------------------------------------------
 
-CardViewModel::CardViewModel(QObject* parent) : QObject(parent) {
-    observation_ = eventInfoData_.observe([this] { reload(); }, queuedOn(this));
-}
-
-void CardViewModel::setEventId(const QString& eventId) {
-    if (eventId == eventId_) {
-        return;
-    }
-    eventId_ = eventId;
-    setDeleteArmed(false);
-    emit eventIdChanged();
-    reload();
-}
+CardViewModel::CardViewModel(QObject* parent) : StoredEventModel(parent) {}
 
 QString CardViewModel::title() const {
-    return event_ ? QString::fromStdString(event_->eventTitle) : QString();
+    return event() ? QString::fromStdString(event()->eventTitle) : QString();
 }
 
 QString CardViewModel::colorName() const {
-    return event_ ? QString::fromStdString(event_->eventColorString) : QString();
+    return event() ? QString::fromStdString(event()->eventColorString) : QString();
 }
 
 QStringList CardViewModel::colorKeys() const {
@@ -98,15 +88,15 @@ QStringList CardViewModel::colorKeys() const {
 }
 
 bool CardViewModel::setColor(const QString& colorKey) {
-    return writeEventField(eventId_, "eventColorString", colorKey.toStdString());
+    return writeEventField(eventId(), "eventColorString", colorKey.toStdString());
 }
 
 bool CardViewModel::toggleStar() {
-    const auto record = storedEvent(eventId_);
+    const auto record = storedEvent(eventId());
     if (!record) {
         return false;
     }
-    writeEventField(eventId_, "eventStarOrNot", !record->eventStarOrNot);
+    writeEventField(eventId(), "eventStarOrNot", !record->eventStarOrNot);
     animationToggle_ = !animationToggle_;
     emit animationToggleChanged();
     return true;
@@ -121,10 +111,10 @@ void CardViewModel::disarmDelete() {
 }
 
 bool CardViewModel::confirmDelete() {
-    if (!deleteArmed_ || !storedEvent(eventId_)) {
+    if (!deleteArmed_ || !storedEvent(eventId())) {
         return false;
     }
-    realmDataFunc().deleteEventData(eventId_.toStdString());
+    realmDataFunc().deleteEventData(eventId().toStdString());
     setDeleteArmed(false);
     reload();
     return true;
@@ -137,13 +127,11 @@ void CardViewModel::setDeleteArmed(bool armed) {
     }
 }
 
-void CardViewModel::reload() {
-    event_ = storedEvent(eventId_);
-    nextDates_ = event_ ? nextDateStrings(*event_, now(), Calendar::current()) : QStringList();
-    if (!event_) {
+void CardViewModel::eventLoaded() {
+    nextDates_ = event() ? nextDateStrings(*event(), now(), Calendar::current()) : QStringList();
+    if (!event()) {
         setDeleteArmed(false);
     }
-    emit changed();
 }
 
 // ---- EditEventTitleContentModel -----------------------------------------------------------
@@ -333,23 +321,12 @@ bool EditEventStartDateModel::save() {
 
 // ---- EditShareSettingModel ----------------------------------------------------------------
 
-EditShareSettingModel::EditShareSettingModel(QObject* parent) : QObject(parent) {
-    eventObservation_ = eventInfoData_.observe([this] { reload(); }, queuedOn(this));
+EditShareSettingModel::EditShareSettingModel(QObject* parent) : StoredEventModel(parent) {
     groupObservation_ = groups_.observe([this] { reload(); }, queuedOn(this));
 }
 
-void EditShareSettingModel::setEventId(const QString& eventId) {
-    if (eventId == eventId_) {
-        return;
-    }
-    eventId_ = eventId;
-    emit eventIdChanged();
-    reload();
-}
-
-void EditShareSettingModel::reload() {
-    const auto record = storedEvent(eventId_);
-    exists_ = record.has_value();
+void EditShareSettingModel::eventLoaded() {
+    const auto& record = event();
     shareOn_ = record && record->eventShareOrNot;
     groupId_ = record ? QString::fromStdString(record->eventShareGroupId) : QString();
     std::optional<shareGroup> group;
@@ -358,7 +335,6 @@ void EditShareSettingModel::reload() {
     }
     groupFound_ = group.has_value();
     groupTitle_ = group ? QString::fromStdString(group->title) : QString();
-    emit changed();
 }
 
 } // namespace tidemark

@@ -5,12 +5,10 @@
 // (exists == false) and no page writes anything for it any more.
 #pragma once
 
-// moc stops at the C++20 standard headers under the core headers; it needs none of them.
-#ifndef Q_MOC_RUN
 #include "calendar/Calendar.h"
 #include "records/Store.h"
 #include "records/eventInfo.h"
-#endif
+#include "toolkit/StoredEventModel.h"
 
 #include <QObject>
 #include <QString>
@@ -33,10 +31,8 @@ QStringList nextDateStrings(const eventInfo& event, Date now, const Calendar& ca
                             int limit = 3);
 
 /// The card: colour, star, the two-step delete and the next dates of one event.
-class CardViewModel : public QObject {
+class CardViewModel : public StoredEventModel {
     Q_OBJECT
-    Q_PROPERTY(QString eventId READ eventId WRITE setEventId NOTIFY eventIdChanged)
-    Q_PROPERTY(bool exists READ exists NOTIFY changed)
     Q_PROPERTY(QString title READ title NOTIFY changed)
     Q_PROPERTY(QString colorName READ colorName NOTIFY changed)
     Q_PROPERTY(bool starred READ starred NOTIFY changed)
@@ -48,14 +44,10 @@ class CardViewModel : public QObject {
 public:
     explicit CardViewModel(QObject* parent = nullptr);
 
-    QString eventId() const { return eventId_; }
-    void setEventId(const QString& eventId);
-
-    bool exists() const { return event_.has_value(); }
     QString title() const;
     QString colorName() const;
-    bool starred() const { return event_ && event_->eventStarOrNot; }
-    bool shared() const { return event_ && event_->eventShareOrNot; }
+    bool starred() const { return event() && event()->eventStarOrNot; }
+    bool shared() const { return event() && event()->eventShareOrNot; }
     QStringList nextDates() const { return nextDates_; }
     QStringList colorKeys() const;
     bool deleteArmed() const { return deleteArmed_; }
@@ -70,24 +62,21 @@ public:
     Q_INVOKABLE void disarmDelete();
     /// Deletes the event if the delete is armed and the event still exists; true when it did.
     Q_INVOKABLE bool confirmDelete();
-    Q_INVOKABLE void reload();
 
 signals:
-    void eventIdChanged();
-    void changed();
     void deleteArmedChanged();
     void animationToggleChanged();
+
+protected:
+    void eventLoaded() override;
+    void eventIdSet() override { setDeleteArmed(false); }
 
 private:
     void setDeleteArmed(bool armed);
 
-    QString eventId_;
-    std::optional<eventInfo> event_;
     QStringList nextDates_;
     bool deleteArmed_ = false;
     bool animationToggle_ = false;
-    Results<eventInfo> eventInfoData_;
-    ObservationToken observation_;
 };
 
 /// The title and content page: filled from the record when the event is set; the save writes
@@ -183,7 +172,13 @@ public:
         int year = 0;
         int month = 0;
         int day = 0;
-        auto operator<=>(const Day&) const = default;
+        bool operator==(const Day&) const = default;
+        /// Calendar order.
+        bool operator<(const Day& other) const {
+            return year != other.year     ? year < other.year
+                   : month != other.month ? month < other.month
+                                          : day < other.day;
+        }
     };
 
 signals:
@@ -208,10 +203,8 @@ private:
 };
 
 /// The share page: the event's share switch and the group that its eventShareGroupId names.
-class EditShareSettingModel : public QObject {
+class EditShareSettingModel : public StoredEventModel {
     Q_OBJECT
-    Q_PROPERTY(QString eventId READ eventId WRITE setEventId NOTIFY eventIdChanged)
-    Q_PROPERTY(bool exists READ exists NOTIFY changed)
     Q_PROPERTY(bool shareOn READ shareOn NOTIFY changed)
     Q_PROPERTY(QString shareGroupId READ shareGroupId NOTIFY changed)
     Q_PROPERTY(bool groupFound READ groupFound NOTIFY changed)
@@ -219,30 +212,20 @@ class EditShareSettingModel : public QObject {
 public:
     explicit EditShareSettingModel(QObject* parent = nullptr);
 
-    QString eventId() const { return eventId_; }
-    void setEventId(const QString& eventId);
-    bool exists() const { return exists_; }
     bool shareOn() const { return shareOn_; }
     QString shareGroupId() const { return groupId_; }
     bool groupFound() const { return groupFound_; }
     QString groupTitle() const { return groupTitle_; }
 
-    Q_INVOKABLE void reload();
-
-signals:
-    void eventIdChanged();
-    void changed();
+protected:
+    void eventLoaded() override;
 
 private:
-    QString eventId_;
-    bool exists_ = false;
     bool shareOn_ = false;
     QString groupId_;
     bool groupFound_ = false;
     QString groupTitle_;
-    Results<eventInfo> eventInfoData_;
     Results<shareGroup> groups_;
-    ObservationToken eventObservation_;
     ObservationToken groupObservation_;
 };
 

@@ -1,14 +1,11 @@
 // The memos of one event: the list of its memo cards and the form that adds or edits one.
 #pragma once
 
-// moc stops at the C++20 standard headers under the core headers; it needs none of them.
-#ifndef Q_MOC_RUN
 #include "calendar/Calendar.h"
 #include "engine/computeFunc.h"
 #include "records/Defaults.h"
 #include "records/Store.h"
 #include "records/eventInfo.h"
-#endif
 
 #include <QAbstractListModel>
 #include <QObject>

@@ -4,12 +4,9 @@
 // the switch at once when it is turned off, and writes the four reminder fields on confirm.
 #pragma once
 
-// moc stops at the C++20 standard headers under the core headers; it needs none of them.
-#ifndef Q_MOC_RUN
 #include "editing/RuleSelection.h"
 #include "records/Defaults.h"
 #include "records/Store.h"
-#endif
 
 #include <QObject>
 #include <QString>

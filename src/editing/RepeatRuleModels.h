@@ -6,12 +6,9 @@
 // stored event and saves what changed, one field at a time.
 #pragma once
 
-// moc stops at the C++20 standard headers under the core headers; it needs none of them.
-#ifndef Q_MOC_RUN
 #include "editing/RuleSelection.h"
 #include "records/Defaults.h"
 #include "records/Store.h"
-#endif
 
 #include <QObject>
 #include <QString>

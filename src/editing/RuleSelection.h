@@ -4,6 +4,7 @@
 // that the rules can be checked on their own.
 #pragma once
 
+#include "records/EventCodes.h"
 #include "records/Store.h"
 #include "records/eventInfo.h"
 
@@ -17,10 +18,6 @@ namespace tidemark {
 /// A weekday (1 Monday .. 7 Sunday) or month-day (1 .. 31, 99 the last day) selection, in tap
 /// order, without duplicates.
 using DayList = std::vector<std::int64_t>;
-
-inline constexpr std::int64_t kLastDayOfMonthCode = 99;
-/// The lead-time code that means "none chosen yet".
-inline constexpr std::int64_t kNoNotiCode = 10;
 
 /// Appends `code`, or removes it at its first index when it is already there.
 void toggleDayCode(DayList& list, std::int64_t code);

@@ -3,10 +3,8 @@
 // answers the page gives back.
 #pragma once
 
-#ifndef Q_MOC_RUN
 #include "records/Observation.h"
 #include "records/realmDataFunc.h"
-#endif
 
 #include <QObject>
 #include <QString>

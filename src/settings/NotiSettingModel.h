@@ -2,10 +2,8 @@
 // app notify, and the way to the desktop's own notification settings.
 #pragma once
 
-#ifndef Q_MOC_RUN
 #include "notifications/notiFunc.h"
 #include "records/Observation.h"
-#endif
 
 #include <QObject>
 #include <QString>

@@ -2,11 +2,11 @@
 // and builds the single window with its QML root.
 #pragma once
 
+#include "platform/linux/Haptics.h"
 #include "records/Defaults.h"
 #include "records/SettingsKeys.h"
 #include "shell/AppDelegate.h"
 #include "shell/DataStore.h"
-#include "shell/Haptics.h"
 
 #include <QObject>
 #include <QString>

@@ -8,6 +8,7 @@
 #include "records/eventInfo.h"
 
 #include <algorithm>
+#include <compare>
 #include <memory>
 
 namespace tidemark {

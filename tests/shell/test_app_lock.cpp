@@ -1,18 +1,16 @@
 // The app lock against real PAM: pam_wrapper with a service folder of the test's own, whose
 // "tidemark" service checks a pam_matrix password file. The program starts itself again with
 // pam_wrapper preloaded, since the wrapper must be in place before the process starts.
-#ifndef Q_MOC_RUN
 #include "QtTestSupport.h"
 #include "TestSupport.h"
+#include "platform/linux/Haptics.h"
 #include "platform/linux/PamAuthenticator.h"
 #include "records/DeviceOwnerAuthenticator.h"
 #include "records/realmDataFunc.h"
 #include "settings/AppLockModel.h"
 #include "shell/AppDelegate.h"
-#include "shell/Haptics.h"
 #include "shell/QmlTypes.h"
 #include "shell/Translations.h"
-#endif
 
 #include <QGuiApplication>
 #include <QQmlComponent>

@@ -1,13 +1,10 @@
 // Starts the real app offscreen on empty folders and looks at what it leaves behind.
-// moc stops at the C++20 standard headers that the core's headers pull in; it needs none of them.
-#ifndef Q_MOC_RUN
 #include "TestSupport.h"
 #include "records/Defaults.h"
 #include "records/EventJson.h"
 #include "records/PrivateFiles.h"
 #include "records/SettingsKeys.h"
 #include "records/Store.h"
-#endif
 
 #include <QProcess>
 #include <QTest>

@@ -1,8 +1,6 @@
 // The browsing screens over a real store at 10:00 on Tuesday 10 March 2026 in Berlin, driven in a
 // window and rendered in light and dark, English and Chinese. Any QML warning fails the test.
 // Set TIDEMARK_BROWSING_RENDER_DIR to keep the rendered pages as PNG files.
-// moc stops at the C++20 standard headers that the core's headers pull in; it needs none of them.
-#ifndef Q_MOC_RUN
 #include "QtTestSupport.h"
 #include "TestSupport.h"
 #include "browsing/EventRowModel.h"
@@ -19,7 +17,6 @@
 #include "shell/QmlTypes.h"
 #include "shell/Translations.h"
 #include "test_main_support.h"
-#endif
 
 #include <QDir>
 #include <QGuiApplication>

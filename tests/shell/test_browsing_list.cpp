@@ -1,7 +1,5 @@
 // The timeline's list and the event row's texts as pure functions of events, filter settings and
 // a fixed clock (10:00 on Tuesday 10 March 2026 in Berlin).
-// moc stops at the C++20 standard headers that the core's headers pull in; it needs none of them.
-#ifndef Q_MOC_RUN
 #include "TestSupport.h"
 #include "base/Localize.h"
 #include "browsing/EventRowModel.h"
@@ -9,7 +7,6 @@
 #include "records/DayListArchive.h"
 #include "shell/Translations.h"
 #include "test_main_support.h"
-#endif
 
 #include <QCoreApplication>
 #include <QTest>

@@ -4,7 +4,6 @@
 // the app's own --cloud-backup and --cloud-restore. A private session bus with no Secret Service
 // on it: passwords live in memory, and the headless runs get theirs from the environment or
 // standard input.
-#ifndef Q_MOC_RUN
 #include "LoopbackDav.h"
 #include "TestSupport.h"
 #include "cloud/CloudRecordMapping.h"
@@ -15,7 +14,6 @@
 #include "platform/linux/WebDavCloudService.h"
 #include "records/Store.h"
 #include "records/realmDataFunc.h"
-#endif
 
 #include <QDirIterator>
 #include <QTest>

@@ -2,8 +2,6 @@
 // 10 March 2026 in Berlin: the view models (which fields each action writes, in which order, and
 // what is blocked), then the pages driven in a window by taps. Any QML warning fails the test.
 // Set TIDEMARK_CARD_RENDER_DIR to keep the rendered pages as PNG files.
-// moc stops at the C++20 standard headers that the core's headers pull in; it needs none of them.
-#ifndef Q_MOC_RUN
 #include "QtTestSupport.h"
 #include "TestSupport.h"
 #include "browsing/TimelineActions.h"
@@ -20,7 +18,6 @@
 #include "shell/Translations.h"
 #include "shell/tideMarkApp.h"
 #include "test_main_support.h"
-#endif
 
 #include <QDir>
 #include <QGuiApplication>

@@ -2,8 +2,6 @@
 // store and real settings (checks, reset, the one load, reactions, explanations, add, save,
 // delete), then the page in the window, driven by taps. No translator is installed, so texts are
 // their keys. Any QML warning fails the test.
-// moc stops at the C++20 standard headers that the core's headers pull in; it needs none of them.
-#ifndef Q_MOC_RUN
 #include "QtTestSupport.h"
 #include "TestSupport.h"
 #include "editing/AddNewEventForm.h"
@@ -16,7 +14,6 @@
 #include "shell/Translations.h"
 #include "shell/tideMarkApp.h"
 #include "test_main_support.h"
-#endif
 
 #include <QDir>
 #include <QKeySequence>
@@ -33,6 +30,7 @@
 
 using namespace tidemark;
 using namespace tidemark::testing;
+using Action = tidemark::AddNewEventForm::ConfirmAction;
 
 namespace {
 
@@ -246,9 +244,9 @@ private slots:
             form.setTitleForEventInfo(c.title);
             const QString expected = c.expected.isEmpty() ? kAlertNothingChanged : c.expected;
             QVERIFY2(form.alertMessageKey() == expected, c.name);
-            QCOMPARE(form.confirmAction(), c.expected.isEmpty() ? "add" : "alert");
+            QCOMPARE(form.confirmAction(), c.expected.isEmpty() ? Action::Add : Action::Alert);
             form.setEditOrAddNewEventCheckValue(true);
-            QCOMPARE(form.confirmAction(), c.expected.isEmpty() ? "save" : "alert");
+            QCOMPARE(form.confirmAction(), c.expected.isEmpty() ? Action::Save : Action::Alert);
         }
     }
 
@@ -521,7 +519,7 @@ private slots:
         inputs_.haveOneEndDateForRepeatEvent = true;
         inputs_.GroupIdForThisEvent = std::string("GX");
         inputs_.eventShareGroupId = std::string("other");
-        QCOMPARE(form.confirmAction(), QString("add"));
+        QCOMPARE(form.confirmAction(), Action::Add);
 
         QSignalSpy dismissed(&form, &AddNewEventForm::dismissRequested);
         const bool toggleBefore = form.toggleForAddNewEventPageAnimation();
@@ -583,7 +581,7 @@ private slots:
         Haptics haptics;
         auto form = editForm("EDIT1");
         form->setHaptics(&haptics);
-        QCOMPARE(form->confirmAction(), QString("save"));
+        QCOMPARE(form->confirmAction(), Action::Save);
         form->setTitleForEventInfo("Choir, alto");
         inputs_.notiFuncSelectedType = 7;
         services_->log->clear();

@@ -4,23 +4,20 @@
 // 10 March 2026 in Berlin. Any QML warning fails the test.
 // Set TIDEMARK_RULES_RENDER_DIR to keep pictures of the pages (English and Chinese, light and
 // dark) as PNG files.
-// moc stops at the C++20 standard headers that the core's headers pull in; it needs none of them.
-#ifndef Q_MOC_RUN
 #include "QtTestSupport.h"
 #include "TestSupport.h"
 #include "base/Fatal.h"
 #include "editing/NotiRuleModels.h"
 #include "editing/RepeatRuleModels.h"
 #include "editing/RuleSelection.h"
+#include "platform/linux/Haptics.h"
 #include "records/DayListArchive.h"
 #include "records/Defaults.h"
 #include "records/Store.h"
 #include "records/realmDataFunc.h"
-#include "shell/Haptics.h"
 #include "shell/QmlTypes.h"
 #include "shell/Translations.h"
 #include "test_main_support.h"
-#endif
 
 #include <QDir>
 #include <QGuiApplication>

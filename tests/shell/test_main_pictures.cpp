@@ -1,13 +1,10 @@
 // Every page of the app rendered offscreen by the app itself, light and dark, for a store with
 // events of every kind at a fixed moment: each picture must exist, show more than one colour,
 // and the run must print no QML warning. Set TIDEMARK_PICTURE_DIR to keep the pictures.
-// moc stops at the C++20 standard headers that the core's headers pull in; it needs none of them.
-#ifndef Q_MOC_RUN
 #include "TestSupport.h"
 #include "records/Defaults.h"
 #include "shell/Screenshots.h"
 #include "test_main_support.h"
-#endif
 
 #include <QCoreApplication>
 #include <QDir>

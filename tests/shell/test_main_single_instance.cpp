@@ -2,11 +2,8 @@
 // over to the running app and ends with 0; the running app answers a URL with the haptic of
 // feedbackd (played here by a recording stand-in). Every hand-over asks the running app to come
 // forward with the later start's activation token.
-// moc stops at the C++20 standard headers that the core's headers pull in; it needs none of them.
-#ifndef Q_MOC_RUN
 #include "TestSupport.h"
 #include "shell/SingleInstance.h"
-#endif
 
 #include <QCoreApplication>
 #include <QDBusConnection>

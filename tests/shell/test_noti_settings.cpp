@@ -1,15 +1,13 @@
 // The reminders settings page: the master switch and what it plans, the permission mirror that
 // dims the switch, and the desktop's notification settings command.
-#ifndef Q_MOC_RUN
 #include "QtTestSupport.h"
 #include "TestSupport.h"
+#include "platform/linux/Haptics.h"
 #include "records/Defaults.h"
 #include "settings/EmailHelper.h"
 #include "settings/NotiSettingModel.h"
-#include "shell/Haptics.h"
 #include "shell/QmlTypes.h"
 #include "shell/Translations.h"
-#endif
 
 #include <QFile>
 #include <QQmlComponent>

@@ -2,7 +2,6 @@
 // real tidemark-agent (started by D-Bus activation) delivers them to a real notification server
 // (dunst on a virtual X display, which logs what it shows), and activating a notification opens
 // the app, which records the tapped request.
-#ifndef Q_MOC_RUN
 #include "TestSupport.h"
 #include "agent/ReminderAgent.h"
 #include "notifications/notiFunc.h"
@@ -10,7 +9,6 @@
 #include "records/Defaults.h"
 #include "records/Store.h"
 #include "shell/SingleInstance.h"
-#endif
 
 #include <QDBusConnection>
 #include <QDBusConnectionInterface>

@@ -1,7 +1,5 @@
 // How a reminder asks the notification server to show it.
-#ifndef Q_MOC_RUN
 #include "agent/ReminderAgent.h"
-#endif
 
 #include <QTest>
 

@@ -2,13 +2,11 @@
 // (LoopbackDav.h). A private session bus with no Secret Service on it keeps the password in memory,
 // and the test checks that it reaches no file. Every call is awaited from a blocked main thread, as
 // a blocking worker would call.
-#ifndef Q_MOC_RUN
 #include "LoopbackDav.h"
 #include "TestSupport.h"
 #include "platform/linux/CloudAccount.h"
 #include "platform/linux/WebDavCloudService.h"
 #include "platform/linux/WebDavMultistatus.h"
-#endif
 
 #include <QDirIterator>
 #include <QSslCertificate>

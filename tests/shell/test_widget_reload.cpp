@@ -1,13 +1,10 @@
 // Widget reloads travel as a broadcast on the session bus, after the data is in the shared suite.
 // The test runs its own private bus.
-// moc stops at the C++20 standard headers that the core's headers pull in; it needs none of them.
-#ifndef Q_MOC_RUN
 #include "TestSupport.h"
 #include "platform/linux/DBusWidgetCenter.h"
 #include "records/Defaults.h"
 #include "records/SettingsKeys.h"
 #include "records/realmDataFunc.h"
-#endif
 
 #include <QDBusConnection>
 #include <QProcess>

@@ -124,8 +124,7 @@ Page {
             ToolButton {
                 id: confirmButton
                 objectName: "confirmButton"
-                readonly property bool blocked: form.confirmAction === "alert"
-                Accessible.name: form.confirmAction
+                readonly property bool blocked: form.confirmAction === AddNewEventForm.Alert
                 onClicked: {
                     page.clearFocus()
                     form.confirm()

@@ -1,4 +1,4 @@
-#include "shell/Haptics.h"
+#include "platform/linux/Haptics.h"
 
 #include <QDBusConnection>
 #include <QDBusConnectionInterface>
