@@ -13,6 +13,7 @@
 #include "records/realmDataFunc.h"
 #include "widgets/widgetFunc.h"
 #endif
+#include "widgetapp/WidgetModel.h"
 
 #include <QElapsedTimer>
 #include <QFile>
@@ -139,6 +140,42 @@ private slots:
         QCOMPARE(run.code, 0);
         QVERIFY2(run.err.contains("reloaded NoData"), run.err.constData());
         QVERIFY(QFile::exists(picture));
+    }
+
+    void aConfiguredWidgetIsKeptWithItsEntriesUntilRemoved() {
+        IsolatedStorage storage;
+        realmDataFunc().addEventsData({published("A", "First"), published("B", "Second")});
+        WidgetModel widget(QStringLiteral("w1"), {QStringLiteral("lock"), {}, 0}, false);
+        QCOMPARE(widget.status(), WidgetModel::Status::Unchosen);
+        QCOMPARE(widget.eventOptions().size(), 2);
+        widget.configure(QStringLiteral("B"), 9); // no such kind: kept as not chosen
+        QCOMPARE(widget.status(), WidgetModel::Status::Ready);
+        QCOMPARE(widget.event().value("title").toString(), QStringLiteral("Second"));
+
+        const auto kept = WidgetModel::keptChoice(QStringLiteral("w1"));
+        QVERIFY(kept);
+        QCOMPARE(kept->size, QStringLiteral("lock"));
+        QCOMPARE(kept->eventId, QStringLiteral("B"));
+        QCOMPARE(kept->kind, 0);
+        const QString name = QStringLiteral("/org.tidemark.TideMark.Widget-w1.desktop");
+        const QStringList entries{
+            QString::fromStdString((storage.dataHome() / "applications").string()) + name,
+            QString::fromStdString((storage.configHome() / "autostart").string()) + name};
+        for (const auto& path : entries) {
+            QFile entry(path);
+            QVERIFY2(entry.open(QIODevice::ReadOnly), qPrintable(path));
+            QVERIFY(entry.readAll().contains("\" --id w1\n"));
+            QProcess validate;
+            validate.start("desktop-file-validate", {path});
+            QVERIFY(validate.waitForFinished());
+            QCOMPARE(validate.readAll(), QByteArray());
+            QCOMPARE(validate.exitCode(), 0);
+        }
+        widget.removeWidget();
+        QVERIFY(!WidgetModel::keptChoice(QStringLiteral("w1")));
+        for (const auto& path : entries) {
+            QVERIFY(!QFile::exists(path));
+        }
     }
 
     void aRunningWidgetFollowsEditsAndDeletion_data() {

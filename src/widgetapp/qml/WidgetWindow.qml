@@ -24,8 +24,6 @@ Window {
     height: keptGeometry.height > 0 ? keptGeometry.height : baseSize.height
     minimumWidth: baseSize.width / 2
     minimumHeight: baseSize.height / 2
-    x: keptGeometry.width > 0 ? keptGeometry.x : x
-    y: keptGeometry.width > 0 ? keptGeometry.y : y
     flags: Qt.FramelessWindowHint | Qt.WindowStaysOnBottomHint
     color: "transparent"
     title: qsTrId("widgetEntryName")
@@ -115,5 +113,12 @@ Window {
         colors: window.colors
     }
 
-    Component.onCompleted: if (configureAtStart) dialog.show()
+    Component.onCompleted: {
+        if (keptGeometry.width > 0) {
+            x = keptGeometry.x
+            y = keptGeometry.y
+        }
+        if (configureAtStart)
+            dialog.show()
+    }
 }
