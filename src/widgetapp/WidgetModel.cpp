@@ -80,8 +80,10 @@ QVariantMap eventMap(const eventObjectAtWidget& event, Date now, const Calendar&
 
 } // namespace
 
-WidgetModel::WidgetModel(QString widgetId, Choice choice, bool dark, QObject* parent)
-    : QObject(parent), widgetId_(std::move(widgetId)), choice_(std::move(choice)), dark_(dark) {
+WidgetModel::WidgetModel(QString widgetId, Choice choice, std::function<bool()> darkScheme,
+                         QObject* parent)
+    : QObject(parent), widgetId_(std::move(widgetId)), choice_(std::move(choice)),
+      darkScheme_(std::move(darkScheme)) {
     // Several signals of one publication (the bus and each changed file) make one reload.
     coalesce_.setSingleShot(true);
     coalesce_.setInterval(30);
@@ -146,6 +148,7 @@ void WidgetModel::armMidnight() {
 }
 
 void WidgetModel::reload() {
+    dark_ = darkScheme_ && darkScheme_();
     const auto published = publishedWidgetEvents();
     const auto& calendar = Calendar::current();
     const Date current = now();

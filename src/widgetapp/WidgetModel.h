@@ -16,6 +16,7 @@
 #include <QTimer>
 #include <QVariantList>
 #include <QtQml/qqmlregistration.h>
+#include <functional>
 #include <optional>
 #include <vector>
 
@@ -26,7 +27,7 @@ class WidgetModel : public QObject {
     QML_ELEMENT
     QML_UNCREATABLE("made by the program")
     Q_PROPERTY(QString size READ size CONSTANT)
-    Q_PROPERTY(bool dark READ dark CONSTANT)
+    Q_PROPERTY(bool dark READ dark NOTIFY changed)
     Q_PROPERTY(Status status READ status NOTIFY changed)
     Q_PROPERTY(QString eventId READ eventId NOTIFY changed)
     Q_PROPERTY(int kind READ kind NOTIFY changed)
@@ -50,7 +51,9 @@ public:
         int kind = 0;
     };
 
-    WidgetModel(QString widgetId, Choice choice, bool dark, QObject* parent = nullptr);
+    /// `darkScheme` is asked at every reload: whether the widget is drawn dark.
+    WidgetModel(QString widgetId, Choice choice, std::function<bool()> darkScheme,
+                QObject* parent = nullptr);
 
     QString size() const { return choice_.size; }
     bool dark() const { return dark_; }
@@ -93,6 +96,7 @@ private:
 
     QString widgetId_;
     Choice choice_;
+    std::function<bool()> darkScheme_;
     bool dark_ = false;
     Status status_ = Status::NoData;
     QVariantMap event_;

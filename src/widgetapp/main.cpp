@@ -14,6 +14,8 @@
 #include <QQuickWindow>
 #include <QTimer>
 #include <cstdio>
+#include <functional>
+#include <memory>
 
 namespace {
 
@@ -30,11 +32,8 @@ int listEvents() {
     return std::fflush(stdout) == 0 ? 0 : 1;
 }
 
-/// The scheme asked for, else the app's appearance setting, else the desktop's.
-bool darkScheme(const QString& asked) {
-    if (!asked.isEmpty()) {
-        return asked == QLatin1String("dark");
-    }
+/// The app's appearance setting, else the desktop's scheme.
+bool darkScheme(const tidemark::SystemColorScheme& desktop) {
     switch (tidemark::Setting<tidemark::Theme>{"APP_UI_systemColorTheme",
                                                tidemark::Theme::systemDefault}
                 .get()) {
@@ -45,7 +44,7 @@ bool darkScheme(const QString& asked) {
     case tidemark::Theme::systemDefault:
         break;
     }
-    return tidemark::SystemColorScheme().dark();
+    return desktop.dark();
 }
 
 } // namespace
@@ -83,7 +82,21 @@ int main(int argc, char* argv[]) {
     if (options->kind) {
         choice.kind = *options->kind;
     }
-    tidemark::WidgetModel model(options->widgetId, choice, darkScheme(options->colorScheme));
+    // The scheme asked for, or the app's setting and the desktop's scheme as they are at each
+    // reload; a change of the desktop's scheme reloads at once.
+    std::unique_ptr<tidemark::SystemColorScheme> desktop;
+    std::function<bool()> dark;
+    if (!options->colorScheme.isEmpty()) {
+        dark = [asked = options->colorScheme == QLatin1String("dark")] { return asked; };
+    } else {
+        desktop = std::make_unique<tidemark::SystemColorScheme>();
+        dark = [&desktop] { return darkScheme(*desktop); };
+    }
+    tidemark::WidgetModel model(options->widgetId, choice, dark);
+    if (desktop) {
+        QObject::connect(desktop.get(), &tidemark::SystemColorScheme::darkChanged, &model,
+                         &tidemark::WidgetModel::reload);
+    }
     const bool takesPicture = !options->screenshotPath.isEmpty();
     if (!takesPicture) {
         model.startWatching();

@@ -145,7 +145,7 @@ private slots:
     void aConfiguredWidgetIsKeptWithItsEntriesUntilRemoved() {
         IsolatedStorage storage;
         realmDataFunc().addEventsData({published("A", "First"), published("B", "Second")});
-        WidgetModel widget(QStringLiteral("w1"), {QStringLiteral("lock"), {}, 0}, false);
+        WidgetModel widget(QStringLiteral("w1"), {QStringLiteral("lock"), {}, 0}, {});
         QCOMPARE(widget.status(), WidgetModel::Status::Unchosen);
         QCOMPARE(widget.eventOptions().size(), 2);
         widget.configure(QStringLiteral("B"), 9); // no such kind: kept as not chosen
