@@ -10,12 +10,15 @@
 
 #include <QGuiApplication>
 #include <QQmlApplicationEngine>
+#include <QQmlExtensionPlugin>
 #include <QQuickStyle>
 #include <QQuickWindow>
 #include <QTimer>
 #include <cstdio>
 #include <functional>
 #include <memory>
+
+Q_IMPORT_QML_PLUGIN(TideMark_WidgetPlugin)
 
 namespace {
 

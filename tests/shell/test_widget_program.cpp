@@ -15,14 +15,29 @@
 #endif
 #include "widgetapp/WidgetModel.h"
 
+#include <QDesktopServices>
 #include <QElapsedTimer>
 #include <QFile>
 #include <QProcess>
+#include <QQmlApplicationEngine>
+#include <QQmlExtensionPlugin>
+#include <QQuickWindow>
 #include <QTemporaryDir>
 #include <QTest>
 
+Q_IMPORT_QML_PLUGIN(TideMark_WidgetPlugin)
+
 using namespace tidemark;
 using namespace tidemark::testing;
+
+/// Takes the tidemark: links the process opens.
+class LinkSink : public QObject {
+    Q_OBJECT
+public:
+    QList<QUrl> urls;
+public slots:
+    void open(const QUrl& url) { urls << url; }
+};
 
 namespace {
 
@@ -178,6 +193,34 @@ private slots:
         }
     }
 
+    void aTapOpensTheAppADragMovesARightClickConfigures() {
+        IsolatedStorage storage;
+        realmDataFunc().addEventData(published("A", "Tap"));
+        WidgetModel model({}, {QStringLiteral("small"), QStringLiteral("A"), 0}, {});
+        QQmlApplicationEngine engine;
+        engine.setInitialProperties({{"model", QVariant::fromValue(&model)}});
+        engine.load(QUrl("qrc:/TideMark/Widget/WidgetWindow.qml"));
+        auto* window = qobject_cast<QQuickWindow*>(engine.rootObjects().value(0));
+        QVERIFY(window);
+        QVERIFY(QTest::qWaitForWindowExposed(window));
+        LinkSink sink;
+        QDesktopServices::setUrlHandler("tidemark", &sink, "open");
+        const QPoint middle(window->width() / 2, window->height() / 2);
+
+        QTest::mouseClick(window, Qt::LeftButton, {}, middle);
+        QCOMPARE(sink.urls, QList<QUrl>{QUrl("tidemark:widget")});
+        QTest::mousePress(window, Qt::LeftButton, {}, middle);
+        QTest::mouseMove(window, middle + QPoint(30, 10));
+        QTest::mouseRelease(window, Qt::LeftButton, {}, middle + QPoint(30, 10));
+        QCOMPARE(sink.urls.size(), 1);
+        auto* dialog = window->property("configureDialog").value<QQuickWindow*>();
+        QVERIFY(dialog && !dialog->isVisible());
+        QTest::mouseClick(window, Qt::RightButton, {}, middle);
+        QTRY_VERIFY(dialog->isVisible());
+        QCOMPARE(sink.urls.size(), 1);
+        QDesktopServices::unsetUrlHandler("tidemark");
+    }
+
     void aRunningWidgetFollowsEditsAndDeletion_data() {
         QTest::addColumn<bool>("withBus");
         QTest::newRow("reload signal") << true;
@@ -232,5 +275,5 @@ private slots:
     }
 };
 
-QTEST_GUILESS_MAIN(WidgetProgramTest)
+QTEST_MAIN(WidgetProgramTest)
 #include "test_widget_program.moc"
