@@ -17,10 +17,13 @@
 #include <QRect>
 #include <QSaveFile>
 #include <QSettings>
+#include <QSocketNotifier>
 #include <QStandardPaths>
 #include <QUrl>
 #include <QUuid>
 #include <cmath>
+#include <sys/timerfd.h>
+#include <unistd.h>
 
 Q_LOGGING_CATEGORY(lcWidget, "tidemark.widget", QtInfoMsg)
 
@@ -88,12 +91,6 @@ WidgetModel::WidgetModel(QString widgetId, Choice choice, std::function<bool()> 
     coalesce_.setSingleShot(true);
     coalesce_.setInterval(30);
     connect(&coalesce_, &QTimer::timeout, this, &WidgetModel::reload);
-    midnight_.setSingleShot(true);
-    midnight_.setTimerType(Qt::PreciseTimer);
-    connect(&midnight_, &QTimer::timeout, this, [this] {
-        reload();
-        armMidnight();
-    });
     connect(&watcher_, &QFileSystemWatcher::directoryChanged, this, [this] {
         watchFiles();
         coalesce_.start();
@@ -105,11 +102,32 @@ WidgetModel::WidgetModel(QString widgetId, Choice choice, std::function<bool()> 
     reload();
 }
 
+WidgetModel::~WidgetModel() {
+    if (midnightFd_ >= 0) {
+        ::close(midnightFd_);
+    }
+}
+
 void WidgetModel::startWatching() {
     QDBusConnection::sessionBus().connect(QString(), QLatin1String(kWidgetsObjectPath),
                                           QLatin1String(kWidgetsInterface),
                                           QLatin1String(kReloadSignal), &coalesce_, SLOT(start()));
     watchFiles();
+    if (calendarEnvironment().fixedNow) {
+        return; // a frozen clock never reaches midnight
+    }
+    midnightFd_ = timerfd_create(CLOCK_REALTIME, TFD_NONBLOCK | TFD_CLOEXEC);
+    if (midnightFd_ < 0) {
+        qCWarning(lcWidget) << "can't create the midnight timer:" << qt_error_string(errno);
+        return;
+    }
+    auto* notifier = new QSocketNotifier(midnightFd_, QSocketNotifier::Read, this);
+    connect(notifier, &QSocketNotifier::activated, this, [this] {
+        std::uint64_t expirations = 0;
+        [[maybe_unused]] const auto n = ::read(midnightFd_, &expirations, sizeof expirations);
+        reload(); // midnight, or a changed clock: either way the counts may have moved
+        armMidnight();
+    });
     armMidnight();
 }
 
@@ -135,16 +153,16 @@ void WidgetModel::watchFiles() {
 }
 
 void WidgetModel::armMidnight() {
-    if (calendarEnvironment().fixedNow) {
-        return; // a frozen clock never reaches midnight
-    }
     const auto& calendar = Calendar::current();
-    const Date current = now();
     // A day lasts 23 to 25 hours: the day start 36 hours after today's is tomorrow's.
     const Date next =
-        dayStartOf(dayStartOf(current, calendar).addingTimeInterval(36 * 3600.0), calendar);
-    const double seconds = next.timeIntervalSince(current);
-    midnight_.start(static_cast<int>(std::ceil(seconds * 1000.0)) + 50);
+        dayStartOf(dayStartOf(now(), calendar).addingTimeInterval(36 * 3600.0), calendar);
+    itimerspec wakeAt{};
+    wakeAt.it_value.tv_sec = static_cast<time_t>(std::ceil(next.secondsSince1970));
+    if (timerfd_settime(midnightFd_, TFD_TIMER_ABSTIME | TFD_TIMER_CANCEL_ON_SET, &wakeAt,
+                        nullptr) != 0) {
+        qCWarning(lcWidget) << "can't set the midnight timer:" << qt_error_string(errno);
+    }
 }
 
 void WidgetModel::reload() {

@@ -54,6 +54,7 @@ public:
     /// `darkScheme` is asked at every reload: whether the widget is drawn dark.
     WidgetModel(QString widgetId, Choice choice, std::function<bool()> darkScheme,
                 QObject* parent = nullptr);
+    ~WidgetModel() override;
 
     QString size() const { return choice_.size; }
     bool dark() const { return dark_; }
@@ -104,7 +105,9 @@ private:
     QVariantList eventOptions_;
     QFileSystemWatcher watcher_;
     QTimer coalesce_;
-    QTimer midnight_;
+    /// A wall-clock timer at the next local midnight (a timerfd), so that it fires after a
+    /// suspend too; a change of the system clock wakes it early to be set again.
+    int midnightFd_ = -1;
 };
 
 } // namespace tidemark
