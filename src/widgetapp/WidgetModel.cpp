@@ -77,7 +77,6 @@ QVariantMap eventMap(const eventObjectAtWidget& event, Date now, const Calendar&
         {QStringLiteral("datesText"), row.datesText},
         {QStringLiteral("nextDateText"), row.nextDateText},
         {QStringLiteral("nextDate"), nextDate},
-        {QStringLiteral("starred"), event.eventStarOrNot},
     };
 }
 
@@ -104,6 +103,7 @@ WidgetModel::WidgetModel(QString widgetId, Choice choice, std::function<bool()> 
 
 WidgetModel::~WidgetModel() {
     if (midnightFd_ >= 0) {
+        delete midnightNotifier_; // before its descriptor goes
         ::close(midnightFd_);
     }
 }
@@ -121,8 +121,8 @@ void WidgetModel::startWatching() {
         qCWarning(lcWidget) << "can't create the midnight timer:" << qt_error_string(errno);
         return;
     }
-    auto* notifier = new QSocketNotifier(midnightFd_, QSocketNotifier::Read, this);
-    connect(notifier, &QSocketNotifier::activated, this, [this] {
+    midnightNotifier_ = new QSocketNotifier(midnightFd_, QSocketNotifier::Read, this);
+    connect(midnightNotifier_, &QSocketNotifier::activated, this, [this] {
         std::uint64_t expirations = 0;
         [[maybe_unused]] const auto n = ::read(midnightFd_, &expirations, sizeof expirations);
         reload(); // midnight, or a changed clock: either way the counts may have moved
@@ -176,23 +176,15 @@ void WidgetModel::reload() {
     if (!published) {
         status_ = Status::NoData;
     } else {
-        // The choices come from the provider the configuration side answers with.
-        const WidgetIntent intent = choice_.size == QLatin1String("lock")
-                                        ? WidgetIntent(IntentForLockScreenWidgetIntent{})
-                                        : WidgetIntent(IntentForSmallAndMediumWidgetIntent{});
-        auto completion = [&](ObjectCollection<EventBasicInfo> collection,
-                              std::optional<IntentError>) {
-            for (const auto& item : collection.items) {
+        // The events to choose from, as the configuration side offers them; a large widget
+        // chooses a kind instead.
+        if (choice_.size != QLatin1String("large")) {
+            for (const auto& item : eventBasicInfos(*published).items) {
                 eventOptions_.append(QVariantMap{
                     {QStringLiteral("identifier"), QString::fromStdString(item.identifier)},
                     {QStringLiteral("displayString"), QString::fromStdString(item.displayString)}});
             }
-        };
-        std::visit(
-            [&](const auto& handler) {
-                handler.provideEventSelectedOptionsCollection({}, completion);
-            },
-            IntentHandler().handler(intent));
+        }
 
         if (choice_.size == QLatin1String("large")) {
             const auto kind =

@@ -12,6 +12,7 @@
 
 #include <QFileSystemWatcher>
 #include <QObject>
+#include <QSocketNotifier>
 #include <QString>
 #include <QTimer>
 #include <QVariantList>
@@ -108,6 +109,7 @@ private:
     /// A wall-clock timer at the next local midnight (a timerfd), so that it fires after a
     /// suspend too; a change of the system clock wakes it early to be set again.
     int midnightFd_ = -1;
+    QSocketNotifier* midnightNotifier_ = nullptr;
 };
 
 } // namespace tidemark

@@ -86,7 +86,6 @@ std::optional<std::vector<eventObjectAtWidget>> publishedWidgetEvents() {
 }
 
 ObjectCollection<EventBasicInfo> eventSelectedOptions() {
-    ObjectCollection<EventBasicInfo> collection;
     DefaultsSuite& suite = unwrap(DefaultsSuite::named(kSharedSuiteName));
     const auto value = suite.value(kWidgetDataKey);
     const Bytes* bytes = value ? std::get_if<Bytes>(&*value) : nullptr;
@@ -96,8 +95,13 @@ ObjectCollection<EventBasicInfo> eventSelectedOptions() {
     if (!events) {
         fatalStop(std::string(kCantDecodeWidgetData) + error.message);
     }
-    collection.items.reserve(events->size());
-    for (const auto& event : *events) {
+    return eventBasicInfos(*events);
+}
+
+ObjectCollection<EventBasicInfo> eventBasicInfos(const std::vector<eventObjectAtWidget>& events) {
+    ObjectCollection<EventBasicInfo> collection;
+    collection.items.reserve(events.size());
+    for (const auto& event : events) {
         collection.items.push_back({event.eventId, event.eventTitle});
     }
     return collection;

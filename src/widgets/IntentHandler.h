@@ -85,6 +85,11 @@ using EventOptionsCompletion =
 /// it with "Can't decode the widget data: " and the reason.
 ObjectCollection<EventBasicInfo> eventSelectedOptions();
 
+/// The items of decoded events, one per event in the order given: what eventSelectedOptions
+/// offers once it has read the events. A widget window, which must not stop, uses it on the
+/// events it has read itself.
+ObjectCollection<EventBasicInfo> eventBasicInfos(const std::vector<eventObjectAtWidget>& events);
+
 inline constexpr std::string_view kCantDecodeWidgetData = "Can't decode the widget data: ";
 
 /// The published events for a widget window, which must not stop: nothing when the suite can't
