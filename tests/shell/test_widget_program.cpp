@@ -1,7 +1,8 @@
 // tidemark-widget against data the app publishes: --list-events prints what the configuration
-// side offers or stops as it does, a widget window shows a note for the same bad data, and a
-// running widget follows an edit and a deletion through the bus and, without a bus, through
-// the suite's files.
+// side offers or stops as it does, a widget window shows a note for the same bad data, a kept
+// widget's settings and entries, tap, drag and right click on a widget window, the roll-over at
+// midnight, and a running widget following an edit and a deletion through the bus and, without a
+// bus, through the suite's files.
 // moc stops at the C++20 standard headers that the core's headers pull in; it needs none of them.
 #ifndef Q_MOC_RUN
 #include "TestSupport.h"
@@ -15,6 +16,7 @@
 #endif
 #include "widgetapp/WidgetModel.h"
 
+#include <QDateTime>
 #include <QDesktopServices>
 #include <QElapsedTimer>
 #include <QFile>
@@ -22,6 +24,7 @@
 #include <QQmlApplicationEngine>
 #include <QQmlExtensionPlugin>
 #include <QQuickWindow>
+#include <QRegularExpression>
 #include <QTemporaryDir>
 #include <QTest>
 
@@ -219,6 +222,34 @@ private slots:
         QTRY_VERIFY(dialog->isVisible());
         QCOMPARE(sink.urls.size(), 1);
         QDesktopServices::unsetUrlHandler("tidemark");
+    }
+
+    void theDayCountRollsOverAtLocalMidnight() {
+        IsolatedStorage storage;
+        realmDataFunc().addEventData(published("A", "Midnight"));
+        // A zone whose midnight comes a few seconds from now.
+        const qint64 west = (QDateTime::currentSecsSinceEpoch() + 6) % 86400;
+        const auto zone = QStringLiteral("GMT-%1:%2:%3")
+                              .arg(west / 3600, 2, 10, QLatin1Char('0'))
+                              .arg(west % 3600 / 60, 2, 10, QLatin1Char('0'))
+                              .arg(west % 60, 2, 10, QLatin1Char('0'));
+        QProcess widget;
+        widget.setProcessChannelMode(QProcess::MergedChannels);
+        QByteArray log;
+        connect(&widget, &QProcess::readyRead, this, [&] { log += widget.readAll(); });
+        widget.start(QStringLiteral(TIDEMARK_WIDGET_PATH),
+                     {"--size", "small", "--event", "A", "--time-zone", zone});
+        QTRY_VERIFY_WITH_TIMEOUT(log.contains("reloaded Ready Midnight "), 5000);
+        const int before = QRegularExpression("reloaded Ready Midnight (\\d+)")
+                               .match(QString::fromUtf8(log))
+                               .captured(1)
+                               .toInt();
+        QVERIFY2(before > 1, log.constData());
+        QTRY_VERIFY2_WITH_TIMEOUT(
+            log.contains("reloaded Ready Midnight " + QByteArray::number(before - 1)),
+            log.constData(), 15000);
+        widget.terminate();
+        QVERIFY(widget.waitForFinished(10000));
     }
 
     void aRunningWidgetFollowsEditsAndDeletion_data() {
