@@ -1123,6 +1123,10 @@
         <source>Remove widget</source>
         <translation>Remove widget</translation>
     </message>
+    <message id="widgetConfigureSizeLabel">
+        <source>Size</source>
+        <translation>Size</translation>
+    </message>
     <message id="widgetConfigureTitle">
         <source>Widget settings</source>
         <translation>Widget settings</translation>
@@ -1162,6 +1166,22 @@
     <message id="widgetNoEventsOfKindText">
         <source>No events of this kind.</source>
         <translation>No events of this kind.</translation>
+    </message>
+    <message id="widgetSize_large">
+        <source>Large</source>
+        <translation>Large</translation>
+    </message>
+    <message id="widgetSize_lock">
+        <source>Lock screen</source>
+        <translation>Lock screen</translation>
+    </message>
+    <message id="widgetSize_medium">
+        <source>Medium</source>
+        <translation>Medium</translation>
+    </message>
+    <message id="widgetSize_small">
+        <source>Small</source>
+        <translation>Small</translation>
     </message>
 </context>
 </TS>

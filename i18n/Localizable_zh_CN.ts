@@ -1123,6 +1123,10 @@
         <source>Remove widget</source>
         <translation>移除小组件</translation>
     </message>
+    <message id="widgetConfigureSizeLabel">
+        <source>Size</source>
+        <translation>尺寸</translation>
+    </message>
     <message id="widgetConfigureTitle">
         <source>Widget settings</source>
         <translation>小组件设置</translation>
@@ -1162,6 +1166,22 @@
     <message id="widgetNoEventsOfKindText">
         <source>No events of this kind.</source>
         <translation>没有这一类的事件。</translation>
+    </message>
+    <message id="widgetSize_large">
+        <source>Large</source>
+        <translation>大</translation>
+    </message>
+    <message id="widgetSize_lock">
+        <source>Lock screen</source>
+        <translation>锁屏</translation>
+    </message>
+    <message id="widgetSize_medium">
+        <source>Medium</source>
+        <translation>中</translation>
+    </message>
+    <message id="widgetSize_small">
+        <source>Small</source>
+        <translation>小</translation>
     </message>
 </context>
 </TS>

@@ -32,6 +32,8 @@ namespace tidemark {
 namespace {
 
 constexpr const char* kEntryPrefix = "org.tidemark.TideMark.Widget-";
+const QStringList kWidgetSizes{QStringLiteral("small"), QStringLiteral("medium"),
+                               QStringLiteral("large"), QStringLiteral("lock")};
 
 QString configHome() {
     return QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation);
@@ -176,14 +178,11 @@ void WidgetModel::reload() {
     if (!published) {
         status_ = Status::NoData;
     } else {
-        // The events to choose from, as the configuration side offers them; a large widget
-        // chooses a kind instead.
-        if (choice_.size != QLatin1String("large")) {
-            for (const auto& item : eventBasicInfos(*published).items) {
-                eventOptions_.append(QVariantMap{
-                    {QStringLiteral("identifier"), QString::fromStdString(item.identifier)},
-                    {QStringLiteral("displayString"), QString::fromStdString(item.displayString)}});
-            }
+        // The events to choose from, as the configuration side offers them.
+        for (const auto& item : eventBasicInfos(*published).items) {
+            eventOptions_.append(QVariantMap{
+                {QStringLiteral("identifier"), QString::fromStdString(item.identifier)},
+                {QStringLiteral("displayString"), QString::fromStdString(item.displayString)}});
         }
 
         if (choice_.size == QLatin1String("large")) {
@@ -243,9 +242,12 @@ std::optional<QRect> WidgetModel::keptGeometry(const QString& widgetId) {
     return rect.isValid() ? std::optional<QRect>(rect) : std::nullopt;
 }
 
-void WidgetModel::configure(const QString& eventId, int kind) {
+void WidgetModel::configure(const QString& size, const QString& eventId, int kind) {
     if (widgetId_.isEmpty()) {
         widgetId_ = QUuid::createUuid().toString(QUuid::Id128).left(12);
+    }
+    if (kWidgetSizes.contains(size)) {
+        choice_.size = size;
     }
     choice_.eventId = eventId;
     choice_.kind = eventBasicTypeEnum(kind) ? kind : 0;

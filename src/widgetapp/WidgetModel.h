@@ -27,7 +27,7 @@ class WidgetModel : public QObject {
     Q_OBJECT
     QML_ELEMENT
     QML_UNCREATABLE("made by the program")
-    Q_PROPERTY(QString size READ size CONSTANT)
+    Q_PROPERTY(QString size READ size NOTIFY changed)
     Q_PROPERTY(bool dark READ dark NOTIFY changed)
     Q_PROPERTY(Status status READ status NOTIFY changed)
     Q_PROPERTY(QString eventId READ eventId NOTIFY changed)
@@ -71,9 +71,10 @@ public:
 
     /// Reads the suite again and recomputes everything shown.
     Q_INVOKABLE void reload();
-    /// Keeps a new choice (event and kind) for this widget, writes its launcher and autostart
-    /// entries, and shows it.
-    Q_INVOKABLE void configure(const QString& eventId, int kind);
+    /// Keeps a new choice (size, event and kind) for this widget, writes its launcher and
+    /// autostart entries, and shows it. An unknown size keeps the current one, an unknown kind
+    /// is kept as not chosen.
+    Q_INVOKABLE void configure(const QString& size, const QString& eventId, int kind);
     /// Remembers where the window is, for the next login.
     Q_INVOKABLE void keepGeometry(int x, int y, int width, int height);
     /// Forgets this widget: its settings and entries go.

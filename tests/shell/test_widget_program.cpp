@@ -166,7 +166,8 @@ private slots:
         WidgetModel widget(QStringLiteral("w1"), {QStringLiteral("lock"), {}, 0}, {});
         QCOMPARE(widget.status(), WidgetModel::Status::Unchosen);
         QCOMPARE(widget.eventOptions().size(), 2);
-        widget.configure(QStringLiteral("B"), 9); // no such kind: kept as not chosen
+        // No such size or kind: the size stays, the kind is kept as not chosen.
+        widget.configure(QStringLiteral("huge"), QStringLiteral("B"), 9);
         QCOMPARE(widget.status(), WidgetModel::Status::Ready);
         QCOMPARE(widget.event().value("title").toString(), QStringLiteral("Second"));
 

@@ -3,26 +3,31 @@ import QtQuick.Controls.Material
 import QtQuick.Layouts
 import "qrc:/qml"
 
-// The widget's settings: the event it shows (small, medium, lock) or the kind it lists (large),
-// from the events the configuration side offers. Done keeps the choice for this widget.
+// The widget's settings: its size, and the event it shows (small, medium, lock) or the kind it
+// lists (large), from the events the configuration side offers. Done keeps the choice for this
+// widget.
 Window {
     id: dialog
 
     required property var model
     required property var colors
-    readonly property bool large: model.size === "large"
+    readonly property bool large: chosenSize === "large"
+    property string chosenSize: model.size
     property string chosenEvent: model.eventId
     property int chosenKind: model.kind
 
     objectName: "configureDialog"
-    width: 360
-    height: 440
+    width: 380
+    height: 520
     title: qsTrId("widgetConfigureTitle")
     color: colors.pageBackground
     Material.theme: model.dark ? Material.Dark : Material.Light
     Material.accent: NamedColors.color("selectedDateBackground", model.dark)
 
+    signal sizeChosen()
+
     onVisibleChanged: if (visible) {
+        chosenSize = model.size
         chosenEvent = model.eventId
         chosenKind = model.kind
     }
@@ -32,6 +37,23 @@ Window {
         anchors.margins: 16
         spacing: 8
 
+        Label {
+            text: qsTrId("widgetConfigureSizeLabel")
+            font.pixelSize: 15
+            font.weight: Font.DemiBold
+        }
+        Flow {
+            Layout.fillWidth: true
+            Repeater {
+                model: ["small", "medium", "large", "lock"]
+                RadioButton {
+                    required property string modelData
+                    text: qsTrId("widgetSize_" + modelData)
+                    checked: dialog.chosenSize === modelData
+                    onClicked: dialog.chosenSize = modelData
+                }
+            }
+        }
         Label {
             text: dialog.large ? qsTrId("widgetConfigureKindLabel") : qsTrId("widgetConfigureEventLabel")
             font.pixelSize: 15
@@ -82,7 +104,10 @@ Window {
                 font.bold: true
                 Material.foreground: Material.accent
                 onClicked: {
-                    dialog.model.configure(dialog.chosenEvent, dialog.chosenKind)
+                    const resized = dialog.chosenSize !== dialog.model.size
+                    dialog.model.configure(dialog.chosenSize, dialog.chosenEvent, dialog.chosenKind)
+                    if (resized)
+                        dialog.sizeChosen()
                     dialog.close()
                 }
             }

@@ -111,6 +111,10 @@ Window {
         id: dialog
         model: window.model
         colors: window.colors
+        onSizeChosen: {
+            window.width = window.baseSize.width
+            window.height = window.baseSize.height
+        }
     }
 
     Component.onCompleted: {
