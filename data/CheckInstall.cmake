@@ -11,6 +11,7 @@ endif()
 
 set(expected
   ${DATADIR}/applications/${APP_ID}.desktop
+  ${DATADIR}/applications/${APP_ID}.Widget.desktop
   ${DATADIR}/icons/hicolor/scalable/apps/${APP_ID}.svg
   ${DATADIR}/icons/hicolor/symbolic/apps/${APP_ID}-symbolic.svg
   ${DATADIR}/metainfo/${APP_ID}.metainfo.xml)

@@ -1099,5 +1099,89 @@
         <source>Sun</source>
         <translation>Sun</translation>
     </message>
+    <message id="widgetChooseEventText">
+        <source>Right-click to choose an event.</source>
+        <translation>Right-click to choose an event.</translation>
+    </message>
+    <message id="widgetConfigureCancel">
+        <source>Cancel</source>
+        <translation>Cancel</translation>
+    </message>
+    <message id="widgetConfigureDone">
+        <source>Done</source>
+        <translation>Done</translation>
+    </message>
+    <message id="widgetConfigureEventLabel">
+        <source>Event</source>
+        <translation>Event</translation>
+    </message>
+    <message id="widgetConfigureKindLabel">
+        <source>Events to list</source>
+        <translation>Events to list</translation>
+    </message>
+    <message id="widgetConfigureRemove">
+        <source>Remove widget</source>
+        <translation>Remove widget</translation>
+    </message>
+    <message id="widgetConfigureSizeLabel">
+        <source>Size</source>
+        <translation>Size</translation>
+    </message>
+    <message id="widgetConfigureTitle">
+        <source>Widget settings</source>
+        <translation>Widget settings</translation>
+    </message>
+    <message id="widgetEntryName">
+        <source>Tide Mark widget</source>
+        <translation>Tide Mark widget</translation>
+    </message>
+    <message id="widgetEventDeletedText">
+        <source>This event was deleted.</source>
+        <translation>This event was deleted.</translation>
+    </message>
+    <message id="widgetKind0">
+        <source>All events (not chosen)</source>
+        <translation>All events (not chosen)</translation>
+    </message>
+    <message id="widgetKind1">
+        <source>All events</source>
+        <translation>All events</translation>
+    </message>
+    <message id="widgetKind2">
+        <source>One-off dates</source>
+        <translation>One-off dates</translation>
+    </message>
+    <message id="widgetKind3">
+        <source>Repeating events</source>
+        <translation>Repeating events</translation>
+    </message>
+    <message id="widgetKind4">
+        <source>Starred events</source>
+        <translation>Starred events</translation>
+    </message>
+    <message id="widgetNoDataText">
+        <source>Open Tide Mark once to show your events here.</source>
+        <translation>Open Tide Mark once to show your events here.</translation>
+    </message>
+    <message id="widgetNoEventsOfKindText">
+        <source>No events of this kind.</source>
+        <translation>No events of this kind.</translation>
+    </message>
+    <message id="widgetSize_large">
+        <source>Large</source>
+        <translation>Large</translation>
+    </message>
+    <message id="widgetSize_lock">
+        <source>Lock screen</source>
+        <translation>Lock screen</translation>
+    </message>
+    <message id="widgetSize_medium">
+        <source>Medium</source>
+        <translation>Medium</translation>
+    </message>
+    <message id="widgetSize_small">
+        <source>Small</source>
+        <translation>Small</translation>
+    </message>
 </context>
 </TS>

@@ -1099,5 +1099,89 @@
         <source>Sun</source>
         <translation>周日</translation>
     </message>
+    <message id="widgetChooseEventText">
+        <source>Right-click to choose an event.</source>
+        <translation>右键点击以选择事件。</translation>
+    </message>
+    <message id="widgetConfigureCancel">
+        <source>Cancel</source>
+        <translation>取消</translation>
+    </message>
+    <message id="widgetConfigureDone">
+        <source>Done</source>
+        <translation>完成</translation>
+    </message>
+    <message id="widgetConfigureEventLabel">
+        <source>Event</source>
+        <translation>事件</translation>
+    </message>
+    <message id="widgetConfigureKindLabel">
+        <source>Events to list</source>
+        <translation>要列出的事件</translation>
+    </message>
+    <message id="widgetConfigureRemove">
+        <source>Remove widget</source>
+        <translation>移除小组件</translation>
+    </message>
+    <message id="widgetConfigureSizeLabel">
+        <source>Size</source>
+        <translation>尺寸</translation>
+    </message>
+    <message id="widgetConfigureTitle">
+        <source>Widget settings</source>
+        <translation>小组件设置</translation>
+    </message>
+    <message id="widgetEntryName">
+        <source>Tide Mark widget</source>
+        <translation>潮记小组件</translation>
+    </message>
+    <message id="widgetEventDeletedText">
+        <source>This event was deleted.</source>
+        <translation>此事件已被删除。</translation>
+    </message>
+    <message id="widgetKind0">
+        <source>All events (not chosen)</source>
+        <translation>全部事件（未选择）</translation>
+    </message>
+    <message id="widgetKind1">
+        <source>All events</source>
+        <translation>全部事件</translation>
+    </message>
+    <message id="widgetKind2">
+        <source>One-off dates</source>
+        <translation>单次日期</translation>
+    </message>
+    <message id="widgetKind3">
+        <source>Repeating events</source>
+        <translation>重复事件</translation>
+    </message>
+    <message id="widgetKind4">
+        <source>Starred events</source>
+        <translation>星标事件</translation>
+    </message>
+    <message id="widgetNoDataText">
+        <source>Open Tide Mark once to show your events here.</source>
+        <translation>请先打开一次潮记，事件才会显示在这里。</translation>
+    </message>
+    <message id="widgetNoEventsOfKindText">
+        <source>No events of this kind.</source>
+        <translation>没有这一类的事件。</translation>
+    </message>
+    <message id="widgetSize_large">
+        <source>Large</source>
+        <translation>大</translation>
+    </message>
+    <message id="widgetSize_lock">
+        <source>Lock screen</source>
+        <translation>锁屏</translation>
+    </message>
+    <message id="widgetSize_medium">
+        <source>Medium</source>
+        <translation>中</translation>
+    </message>
+    <message id="widgetSize_small">
+        <source>Small</source>
+        <translation>小</translation>
+    </message>
 </context>
 </TS>
