@@ -9,6 +9,7 @@
 #include <algorithm>
 #include <array>
 #include <libical/ical.h>
+#include <unordered_map>
 #include <utility>
 
 namespace tidemark {
@@ -49,18 +50,104 @@ DayWindow DayWindow::from(Date now, const Calendar& calendar) {
 
 std::vector<std::vector<std::int64_t>>
 engineDaysInWindow(const RuleBatch& batch, const DayWindow& window, const Calendar& calendar) {
-    std::vector<std::vector<std::int64_t>> days(batch.size());
-    if (batch.size() == 0) {
-        return days;
-    }
-    for (std::int64_t day = window.firstDay; day < window.endDay; ++day) {
-        const CivilDate date = civilFromDays(day);
-        const Date midnight = unwrap(calendar.date(dayComponents(date.year, date.month, date.day)));
-        for (const std::size_t index : batch.indicesOnDate(midnight)) {
-            // A code given twice makes no second date.
-            if (days[index].empty() || days[index].back() != day) {
-                days[index].push_back(day);
+    // The days an event can fall on at all, so that each day asks only those events: every day
+    // for daily rules (and rules with codes outside the calendar's), the code's weekday for
+    // weekly rules (the week walk always lands on it), the code's day of the month or the last
+    // day for monthly rules, the start's month and day composed in each year for yearly rules,
+    // the start for single dates.
+    std::vector<std::size_t> everyDay;
+    std::array<std::vector<std::size_t>, 8> byWeekday;
+    std::array<std::vector<std::size_t>, 32> byMonthDay;
+    std::vector<std::size_t> onLastDays;
+    std::unordered_map<std::int64_t, std::vector<std::size_t>> onDay;
+    const std::int64_t firstYear = civilFromDays(window.firstDay).year - 1;
+    const std::int64_t lastYear = civilFromDays(window.endDay).year + 1;
+    const auto join = [](std::vector<std::size_t>& group, std::size_t index) {
+        if (group.empty() || group.back() != index) {
+            group.push_back(index);
+        }
+    };
+    for (std::size_t i = 0; i < batch.size(); ++i) {
+        const EventFields& e = batch.event(i);
+        switch (e.eventType) {
+        case 0:
+            onDay[startDayOf(e)].push_back(i);
+            break;
+        case 2: {
+            const auto codes = decodeDayListArchive(e.eventDateWhenEveryWeek);
+            if (std::any_of(codes.begin(), codes.end(),
+                            [](std::int64_t c) { return c < 1 || c > 7; })) {
+                everyDay.push_back(i);
+                break;
             }
+            for (const std::int64_t code : codes) {
+                join(byWeekday[static_cast<std::size_t>(calendarWeekday(code))], i);
+            }
+            break;
+        }
+        case 3: {
+            const auto codes = decodeDayListArchive(e.eventDateWhenEveryMonth);
+            if (std::any_of(codes.begin(), codes.end(), [](std::int64_t c) {
+                    return (c < 1 || c > 31) && c != kLastDayCode;
+                })) {
+                everyDay.push_back(i);
+                break;
+            }
+            for (const std::int64_t code : codes) {
+                join(code == kLastDayCode ? onLastDays : byMonthDay[static_cast<std::size_t>(code)],
+                     i);
+            }
+            break;
+        }
+        case 4:
+            for (std::int64_t year = firstYear; year <= lastYear; ++year) {
+                join(onDay[daysFromCivil(year, e.eventStartDateMonth, e.eventStartDateDay)], i);
+            }
+            break;
+        default:
+            everyDay.push_back(i);
+            break;
+        }
+    }
+
+    // The engine takes an occurrence for a day when it lies less than 86400 s after the day's
+    // midnight: on a day shortened by a clock change that reaches into the next day, so such a
+    // day asks the next day's events too.
+    std::vector<Date> midnights;
+    midnights.reserve(static_cast<std::size_t>(window.endDay - window.firstDay + 1));
+    for (std::int64_t day = window.firstDay; day <= window.endDay; ++day) {
+        const CivilDate date = civilFromDays(day);
+        midnights.push_back(unwrap(calendar.date(dayComponents(date.year, date.month, date.day))));
+    }
+    std::vector<std::size_t> among;
+    const auto addCandidates = [&](std::int64_t day) {
+        const CivilDate date = civilFromDays(day);
+        const auto& weekday = byWeekday[static_cast<std::size_t>(weekdayOfDays(day))];
+        among.insert(among.end(), weekday.begin(), weekday.end());
+        const auto& monthDay = byMonthDay[static_cast<std::size_t>(date.day)];
+        among.insert(among.end(), monthDay.begin(), monthDay.end());
+        if (date.day == daysInMonth(date.year, date.month)) {
+            among.insert(among.end(), onLastDays.begin(), onLastDays.end());
+        }
+        if (const auto exact = onDay.find(day); exact != onDay.end()) {
+            among.insert(among.end(), exact->second.begin(), exact->second.end());
+        }
+    };
+    std::vector<std::vector<std::int64_t>> days(batch.size());
+    for (std::int64_t day = window.firstDay; day < window.endDay; ++day) {
+        const auto at = static_cast<std::size_t>(day - window.firstDay);
+        among = everyDay;
+        addCandidates(day);
+        if (midnights[at + 1].timeIntervalSince(midnights[at]) < 86400.0) {
+            addCandidates(day + 1);
+        }
+        if (among.empty()) {
+            continue;
+        }
+        std::sort(among.begin(), among.end());
+        among.erase(std::unique(among.begin(), among.end()), among.end());
+        for (const std::size_t index : batch.indicesOnDate(midnights[at], among)) {
+            days[index].push_back(day);
         }
     }
     return days;
