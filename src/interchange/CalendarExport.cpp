@@ -11,6 +11,7 @@
 #include <algorithm>
 #include <cstdio>
 #include <cstdlib>
+#include <iterator>
 #include <libical/ical.h>
 #include <map>
 #include <mutex>
@@ -109,6 +110,8 @@ public:
         } else if (auto rule = plainTime ? checkedRule(e, batch, index, days) : std::nullopt) {
             icalcomponent_set_dtstart(event, at(rule->first));
             icalcomponent_add_property(event, icalproperty_new_rrule(rule->second));
+            addDateList(event, ICAL_RDATE_PROPERTY, corrections_.extra);
+            addDateList(event, ICAL_EXDATE_PROPERTY, corrections_.missing);
             ++summary.asRule;
         } else {
             if (days.empty()) {
@@ -164,7 +167,16 @@ private:
             }
             first = next.front();
         }
-        if (patternDays(*pattern, first, window_.firstDay, window_.endDay) != days) {
+        // A few dates apart (the engine's day test on days shortened or lengthened by a clock
+        // change) are said by RDATE and EXDATE beside the rule.
+        const auto ruleDays = patternDays(*pattern, first, window_.firstDay, window_.endDay);
+        corrections_.extra.clear();
+        corrections_.missing.clear();
+        std::set_difference(days.begin(), days.end(), ruleDays.begin(), ruleDays.end(),
+                            std::back_inserter(corrections_.extra));
+        std::set_difference(ruleDays.begin(), ruleDays.end(), days.begin(), days.end(),
+                            std::back_inserter(corrections_.missing));
+        if (corrections_.extra.size() + corrections_.missing.size() > kMostCorrections) {
             return std::nullopt;
         }
         std::string text = pattern->text();
@@ -236,8 +248,18 @@ private:
         }
     }
 
+    /// The dates that an RRULE needs beside it: the engine's dates that the rule lacks, and the
+    /// rule's dates that the engine lacks.
+    struct Corrections {
+        std::vector<std::int64_t> extra;
+        std::vector<std::int64_t> missing;
+    };
+    /// More corrections than this and the event goes out as its dates.
+    static constexpr std::size_t kMostCorrections = 12;
+
     const Calendar& calendar_;
     icaltimezone* zone_;
+    mutable Corrections corrections_;
     DayWindow window_;
     icaltimetype stamp_;
     mutable bool timed_ = false;

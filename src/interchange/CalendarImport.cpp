@@ -2,6 +2,7 @@
 
 #include "base/Fatal.h"
 #include "engine/LocalClock.h"
+#include "engine/Occurrences.h"
 #include "engine/RuleBatch.h"
 #include "interchange/CalendarExport.h"
 #include "interchange/IcalRules.h"
@@ -540,7 +541,7 @@ private:
             const auto engineDays = engineDaysInWindow(batch, window_, calendar_);
             for (std::size_t i = 0; i < round.size(); ++i) {
                 const Pending& p = round[i];
-                if (engineDays[i] == p.fileDays &&
+                if (sameDays(engineDays[i], p.fileDays, p.own) &&
                     (!p.mustHit || engineHasDay(batch, i, *p.mustHit, calendar_))) {
                     continue;
                 }
@@ -557,6 +558,42 @@ private:
                 }
             }
         }
+    }
+
+    /// Whether the engine gives the file's dates. A rule from another program is the app's rule
+    /// also where the engine's day test differs on the days a clock change shortens or lengthens
+    /// (as it does for every event); the app's own rule must give the file's dates exactly.
+    bool sameDays(const std::vector<std::int64_t>& engine, const std::vector<std::int64_t>& file,
+                  bool exactly) const {
+        if (exactly || engine == file) {
+            return engine == file;
+        }
+        const auto withoutChangeDays = [this](const std::vector<std::int64_t>& days) {
+            std::vector<std::int64_t> kept;
+            std::set_difference(days.begin(), days.end(), changeDays_.begin(), changeDays_.end(),
+                                std::back_inserter(kept));
+            return kept;
+        };
+        return withoutChangeDays(engine) == withoutChangeDays(file);
+    }
+
+    /// The days of the window whose length isn't 24 hours, and the days after them.
+    static std::vector<std::int64_t> clockChangeDays(const DayWindow& window,
+                                                     const Calendar& calendar) {
+        std::vector<std::int64_t> days;
+        std::optional<Date> previous;
+        for (std::int64_t day = window.firstDay - 1; day <= window.endDay; ++day) {
+            const CivilDate date = civilFromDays(day);
+            const auto midnight = calendar.date(dayComponents(date.year, date.month, date.day));
+            if (previous && midnight && midnight->timeIntervalSince(*previous) != 86400.0) {
+                days.push_back(day - 1);
+                days.push_back(day);
+            }
+            previous = midnight;
+        }
+        std::sort(days.begin(), days.end());
+        days.erase(std::unique(days.begin(), days.end()), days.end());
+        return days;
     }
 
     /// The days of the window on which the file's series falls, in the user's zone.
@@ -594,6 +631,7 @@ private:
     DayWindow window_;
     std::string userZoneId_;
     std::unordered_set<std::string> known_;
+    std::vector<std::int64_t> changeDays_ = clockChangeDays(window_, calendar_);
     std::vector<Pending> pending_;
 };
 
