@@ -51,7 +51,7 @@ SettingsPage {
         objectName: "exportButton"
         Layout.fillWidth: true
         text: qsTrId("exportButton")
-        highlighted: true
+        font.bold: true
         onClicked: {
             Haptics.impact()
             interchange.exportNow()

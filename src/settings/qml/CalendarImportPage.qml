@@ -86,8 +86,8 @@ SettingsPage {
             objectName: "addImportButton"
             Layout.fillWidth: true
             enabled: page.interchange.addCount > 0
-            highlighted: true
             text: qsTrId("importAddButton").arg(page.interchange.addCount)
+            font.bold: true
             onClicked: {
                 Haptics.impact()
                 page.interchange.addPreviewed()
