@@ -1,15 +1,19 @@
 #include "settings/InterchangeModel.h"
 
+#include "cloud/CloudService.h"
 #include "interchange/CalendarExport.h"
 #include "notifications/notiFunc.h"
 #include "records/Store.h"
 #include "records/realmDataFunc.h"
 
 #include <QDir>
+#include <QElapsedTimer>
+#include <QEventLoop>
 #include <QFile>
 #include <QFileInfo>
 #include <QStandardPaths>
 #include <QVariantMap>
+#include <atomic>
 #include <cstdio>
 #include <iostream>
 #include <string>
@@ -68,6 +72,69 @@ QString dateText(const EventFields& e) {
     const auto date = Calendar::current().date(c);
     return date ? QString::fromStdString(Calendar::current().formatAbbreviated(*date)) : QString();
 }
+
+/// The installed cloud service with a count of the calls whose answer hasn't come yet, so that a
+/// run without a window can wait for the transfers that the store's changes start.
+class CountingCloudService : public CloudService {
+public:
+    explicit CountingCloudService(std::shared_ptr<CloudService> inner) : inner_(std::move(inner)) {}
+
+    int inFlight() const { return *inFlight_; }
+
+    void accountStatus(
+        std::function<void(CloudAccountStatus, std::optional<CloudError>)> done) override {
+        inner_->accountStatus(counted(std::move(done)));
+    }
+    void fetchUserRecordId(
+        std::function<void(std::optional<std::string>, std::optional<CloudError>)> done) override {
+        inner_->fetchUserRecordId(counted(std::move(done)));
+    }
+    void fetchZone(
+        const std::string& zoneName,
+        std::function<void(std::optional<std::string>, std::optional<CloudError>)> done) override {
+        inner_->fetchZone(zoneName, counted(std::move(done)));
+    }
+    void saveZone(const std::string& zoneName,
+                  std::function<void(std::optional<CloudError>)> done) override {
+        inner_->saveZone(zoneName, counted(std::move(done)));
+    }
+    void fetchRecord(
+        const CloudRecordId& id,
+        std::function<void(std::optional<CloudRecord>, std::optional<CloudError>)> done) override {
+        inner_->fetchRecord(id, counted(std::move(done)));
+    }
+    void saveRecord(const CloudRecord& record,
+                    std::function<void(std::optional<CloudError>)> done) override {
+        inner_->saveRecord(record, counted(std::move(done)));
+    }
+    void modifyRecords(std::vector<CloudRecord> toSave, std::vector<CloudRecordId> toDelete,
+                       std::function<void(std::optional<CloudError>)> done) override {
+        inner_->modifyRecords(std::move(toSave), std::move(toDelete), counted(std::move(done)));
+    }
+    void queryRecords(const std::string& recordType, std::optional<CloudQueryCursor> cursor,
+                      std::size_t limit,
+                      std::function<void(std::vector<CloudRecord>, std::optional<CloudQueryCursor>,
+                                         std::optional<CloudError>)>
+                          done) override {
+        inner_->queryRecords(recordType, std::move(cursor), limit, counted(std::move(done)));
+    }
+
+private:
+    /// The answer, counted out after it has run (a call made inside it is counted in first).
+    template <class... Args>
+    std::function<void(Args...)> counted(std::function<void(Args...)> done) {
+        ++*inFlight_;
+        return [count = inFlight_, done = std::move(done)](Args... args) {
+            if (done) {
+                done(std::move(args)...);
+            }
+            --*count;
+        };
+    }
+
+    std::shared_ptr<CloudService> inner_;
+    std::shared_ptr<std::atomic<int>> inFlight_ = std::make_shared<std::atomic<int>>(0);
+};
 
 } // namespace
 
@@ -277,7 +344,16 @@ int runHeadlessImport(const QString& path, bool assumeYes) {
             return 0;
         }
     }
+    // With sync on, the store's changes start transfers to the cloud; they are answered on the
+    // event loop, which a run without a window has to keep going until they are (at most 2 min).
+    const auto counting = std::make_shared<CountingCloudService>(sharedCloudService());
+    setCloudService(counting);
     applyImportPlan(plan);
+    QElapsedTimer waited;
+    waited.start();
+    while (counting->inFlight() > 0 && waited.elapsed() < 120'000) {
+        QEventLoop().processEvents(QEventLoop::AllEvents | QEventLoop::WaitForMoreEvents, 100);
+    }
     std::printf("%s\n", qPrintable(text("importDone").arg(plan.events.size())));
     return 0;
 }
