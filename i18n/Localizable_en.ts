@@ -223,6 +223,10 @@
         <source>Back up</source>
         <translation>Back up</translation>
     </message>
+    <message id="calendarFileGroupTitle">
+        <source>Calendar files</source>
+        <translation>Calendar files</translation>
+    </message>
     <message id="changeBackgroundImageMenuAtBrandNewSettingView">
         <source>Background</source>
         <translation>Background</translation>
@@ -230,6 +234,10 @@
     <message id="changeEventSettingWillCloseNotiSettingStringAtEditEventPage">
         <source>Changing the repeat type turns this event's reminder off.</source>
         <translation>Changing the repeat type turns this event's reminder off.</translation>
+    </message>
+    <message id="chooseFileButton">
+        <source>Choose…</source>
+        <translation>Choose…</translation>
     </message>
     <message id="cloudArrivesLaterNoteString">
         <source>Backup to and restore from your own WebDAV server (Nextcloud, ownCloud and others) arrive in a later version. Your events stay on this device until then.</source>
@@ -439,6 +447,34 @@
         <source>Today %1, %2 o'clock</source>
         <translation>Today %1, %2 o'clock</translation>
     </message>
+    <message id="exportButton">
+        <source>Export</source>
+        <translation>Export</translation>
+    </message>
+    <message id="exportDone">
+        <source>%1 events written to %2: %3 repeat by a rule, %4 are single dates, %5 as their dates of the next five years.</source>
+        <translation>%1 events written to %2: %3 repeat by a rule, %4 are single dates, %5 as their dates of the next five years.</translation>
+    </message>
+    <message id="exportFailed">
+        <source>Could not write %1: %2</source>
+        <translation>Could not write %1: %2</translation>
+    </message>
+    <message id="exportFileLabel">
+        <source>File</source>
+        <translation>File</translation>
+    </message>
+    <message id="exportPageExplanation">
+        <source>Writes every event into one iCalendar file (.ics) that GNOME Calendar, Thunderbird, KOrganizer and CalDAV clients read. Rules that another calendar can't repeat exactly are written as their dates of the next five years.</source>
+        <translation>Writes every event into one iCalendar file (.ics) that GNOME Calendar, Thunderbird, KOrganizer and CalDAV clients read. Rules that another calendar can't repeat exactly are written as their dates of the next five years.</translation>
+    </message>
+    <message id="exportPageTitle">
+        <source>Export to calendar file</source>
+        <translation>Export to calendar file</translation>
+    </message>
+    <message id="exportToCalendarFileRow">
+        <source>Export to calendar file</source>
+        <translation>Export to calendar file</translation>
+    </message>
     <message id="feedback&amp;BugsAtSettingPage">
         <source>Feedback &amp; bugs</source>
         <translation>Feedback &amp; bugs</translation>
@@ -518,6 +554,126 @@
     <message id="helpSubPageNavigationTitleString">
         <source>Help</source>
         <translation>Help</translation>
+    </message>
+    <message id="importAddButton">
+        <source>Add %1 events</source>
+        <translation>Add %1 events</translation>
+    </message>
+    <message id="importAnniversaryTitle">
+        <source>%1's anniversary</source>
+        <translation>%1's anniversary</translation>
+    </message>
+    <message id="importBirthdayTitle">
+        <source>%1's birthday</source>
+        <translation>%1's birthday</translation>
+    </message>
+    <message id="importCancelButton">
+        <source>Cancel</source>
+        <translation>Cancel</translation>
+    </message>
+    <message id="importChooseButton">
+        <source>Choose file…</source>
+        <translation>Choose file…</translation>
+    </message>
+    <message id="importDatesRule">
+        <source>on dates of its own</source>
+        <translation>on dates of its own</translation>
+    </message>
+    <message id="importDeclined">
+        <source>Nothing was added.</source>
+        <translation>Nothing was added.</translation>
+    </message>
+    <message id="importDone">
+        <source>%1 events added.</source>
+        <translation>%1 events added.</translation>
+    </message>
+    <message id="importFailed">
+        <source>Nothing was added: %1</source>
+        <translation>Nothing was added: %1</translation>
+    </message>
+    <message id="importFirstDateNote">
+        <source>Repeats in the original calendar: %1</source>
+        <translation>Repeats in the original calendar: %1</translation>
+    </message>
+    <message id="importFromCalendarFileRow">
+        <source>Import from calendar file</source>
+        <translation>Import from calendar file</translation>
+    </message>
+    <message id="importKindAnniversary">
+        <source>anniversary</source>
+        <translation>anniversary</translation>
+    </message>
+    <message id="importKindBirthday">
+        <source>birthday</source>
+        <translation>birthday</translation>
+    </message>
+    <message id="importKindFirstDate">
+        <source>first date only</source>
+        <translation>first date only</translation>
+    </message>
+    <message id="importKindRule">
+        <source>repeats</source>
+        <translation>repeats</translation>
+    </message>
+    <message id="importKindSingle">
+        <source>one date</source>
+        <translation>one date</translation>
+    </message>
+    <message id="importNothingChosen">
+        <source>No file chosen yet.</source>
+        <translation>No file chosen yet.</translation>
+    </message>
+    <message id="importPageExplanation">
+        <source>Choose a calendar file (.ics) or a contacts file (.vcf). You see what will be added before anything is added; events imported before are not added again.</source>
+        <translation>Choose a calendar file (.ics) or a contacts file (.vcf). You see what will be added before anything is added; events imported before are not added again.</translation>
+    </message>
+    <message id="importPageTitle">
+        <source>Import from calendar file</source>
+        <translation>Import from calendar file</translation>
+    </message>
+    <message id="importQuestion">
+        <source>Add these events? [y/N] </source>
+        <translation>Add these events? [y/N] </translation>
+    </message>
+    <message id="importSkipAlreadyThere">
+        <source>already in the date book</source>
+        <translation>already in the date book</translation>
+    </message>
+    <message id="importSkipCancelled">
+        <source>cancelled</source>
+        <translation>cancelled</translation>
+    </message>
+    <message id="importSkipChangedOccurrence">
+        <source>a changed date of a series</source>
+        <translation>a changed date of a series</translation>
+    </message>
+    <message id="importSkipNoDate">
+        <source>no date</source>
+        <translation>no date</translation>
+    </message>
+    <message id="importSkipNotAnEvent">
+        <source>not an event (a task or note)</source>
+        <translation>not an event (a task or note)</translation>
+    </message>
+    <message id="importSkipUnreadableDate">
+        <source>a date that can't be read</source>
+        <translation>a date that can't be read</translation>
+    </message>
+    <message id="importSkippedHeader">
+        <source>Left out</source>
+        <translation>Left out</translation>
+    </message>
+    <message id="importSummary">
+        <source>%1 events to add: %2 with their repeat rule, %3 single dates, %4 only their first date, %5 birthdays and anniversaries. %6 left out.</source>
+        <translation>%1 events to add: %2 with their repeat rule, %3 single dates, %4 only their first date, %5 birthdays and anniversaries. %6 left out.</translation>
+    </message>
+    <message id="importToAddHeader">
+        <source>To add</source>
+        <translation>To add</translation>
+    </message>
+    <message id="importUnreadableFile">
+        <source>%1 can't be read.</source>
+        <translation>%1 can't be read.</translation>
     </message>
     <message id="kindSectionTitleStringAtFilterPage">
         <source>Show</source>

@@ -223,6 +223,10 @@
         <source>Back up</source>
         <translation>备份</translation>
     </message>
+    <message id="calendarFileGroupTitle">
+        <source>Calendar files</source>
+        <translation>日历文件</translation>
+    </message>
     <message id="changeBackgroundImageMenuAtBrandNewSettingView">
         <source>Background</source>
         <translation>背景</translation>
@@ -230,6 +234,10 @@
     <message id="changeEventSettingWillCloseNotiSettingStringAtEditEventPage">
         <source>Changing the repeat type turns this event's reminder off.</source>
         <translation>更改重复类型会关闭此事件的提醒。</translation>
+    </message>
+    <message id="chooseFileButton">
+        <source>Choose…</source>
+        <translation>选择…</translation>
     </message>
     <message id="cloudArrivesLaterNoteString">
         <source>Backup to and restore from your own WebDAV server (Nextcloud, ownCloud and others) arrive in a later version. Your events stay on this device until then.</source>
@@ -439,6 +447,34 @@
         <source>Today %1, %2 o'clock</source>
         <translation>今天 %1，%2 时</translation>
     </message>
+    <message id="exportButton">
+        <source>Export</source>
+        <translation>导出</translation>
+    </message>
+    <message id="exportDone">
+        <source>%1 events written to %2: %3 repeat by a rule, %4 are single dates, %5 as their dates of the next five years.</source>
+        <translation>已将 %1 个事件写入 %2：%3 个按规则重复，%4 个为单个日期，%5 个写成未来五年的日期。</translation>
+    </message>
+    <message id="exportFailed">
+        <source>Could not write %1: %2</source>
+        <translation>无法写入 %1：%2</translation>
+    </message>
+    <message id="exportFileLabel">
+        <source>File</source>
+        <translation>文件</translation>
+    </message>
+    <message id="exportPageExplanation">
+        <source>Writes every event into one iCalendar file (.ics) that GNOME Calendar, Thunderbird, KOrganizer and CalDAV clients read. Rules that another calendar can't repeat exactly are written as their dates of the next five years.</source>
+        <translation>把所有事件写入一个 iCalendar 文件（.ics），GNOME 日历、Thunderbird、KOrganizer 和 CalDAV 客户端都能读取。其他日历无法精确重复的规则会写成未来五年的具体日期。</translation>
+    </message>
+    <message id="exportPageTitle">
+        <source>Export to calendar file</source>
+        <translation>导出为日历文件</translation>
+    </message>
+    <message id="exportToCalendarFileRow">
+        <source>Export to calendar file</source>
+        <translation>导出为日历文件</translation>
+    </message>
     <message id="feedback&amp;BugsAtSettingPage">
         <source>Feedback &amp; bugs</source>
         <translation>反馈与问题</translation>
@@ -518,6 +554,126 @@
     <message id="helpSubPageNavigationTitleString">
         <source>Help</source>
         <translation>帮助</translation>
+    </message>
+    <message id="importAddButton">
+        <source>Add %1 events</source>
+        <translation>添加 %1 个事件</translation>
+    </message>
+    <message id="importAnniversaryTitle">
+        <source>%1's anniversary</source>
+        <translation>%1的纪念日</translation>
+    </message>
+    <message id="importBirthdayTitle">
+        <source>%1's birthday</source>
+        <translation>%1的生日</translation>
+    </message>
+    <message id="importCancelButton">
+        <source>Cancel</source>
+        <translation>取消</translation>
+    </message>
+    <message id="importChooseButton">
+        <source>Choose file…</source>
+        <translation>选择文件…</translation>
+    </message>
+    <message id="importDatesRule">
+        <source>on dates of its own</source>
+        <translation>按其自身的日期</translation>
+    </message>
+    <message id="importDeclined">
+        <source>Nothing was added.</source>
+        <translation>未添加任何内容。</translation>
+    </message>
+    <message id="importDone">
+        <source>%1 events added.</source>
+        <translation>已添加 %1 个事件。</translation>
+    </message>
+    <message id="importFailed">
+        <source>Nothing was added: %1</source>
+        <translation>未添加任何内容：%1</translation>
+    </message>
+    <message id="importFirstDateNote">
+        <source>Repeats in the original calendar: %1</source>
+        <translation>在原日历中重复：%1</translation>
+    </message>
+    <message id="importFromCalendarFileRow">
+        <source>Import from calendar file</source>
+        <translation>从日历文件导入</translation>
+    </message>
+    <message id="importKindAnniversary">
+        <source>anniversary</source>
+        <translation>纪念日</translation>
+    </message>
+    <message id="importKindBirthday">
+        <source>birthday</source>
+        <translation>生日</translation>
+    </message>
+    <message id="importKindFirstDate">
+        <source>first date only</source>
+        <translation>仅首个日期</translation>
+    </message>
+    <message id="importKindRule">
+        <source>repeats</source>
+        <translation>重复</translation>
+    </message>
+    <message id="importKindSingle">
+        <source>one date</source>
+        <translation>单个日期</translation>
+    </message>
+    <message id="importNothingChosen">
+        <source>No file chosen yet.</source>
+        <translation>尚未选择文件。</translation>
+    </message>
+    <message id="importPageExplanation">
+        <source>Choose a calendar file (.ics) or a contacts file (.vcf). You see what will be added before anything is added; events imported before are not added again.</source>
+        <translation>选择一个日历文件（.ics）或通讯录文件（.vcf）。添加之前会先显示将要添加的内容；以前导入过的事件不会重复添加。</translation>
+    </message>
+    <message id="importPageTitle">
+        <source>Import from calendar file</source>
+        <translation>从日历文件导入</translation>
+    </message>
+    <message id="importQuestion">
+        <source>Add these events? [y/N] </source>
+        <translation>添加这些事件吗？[y/N] </translation>
+    </message>
+    <message id="importSkipAlreadyThere">
+        <source>already in the date book</source>
+        <translation>已在日程本中</translation>
+    </message>
+    <message id="importSkipCancelled">
+        <source>cancelled</source>
+        <translation>已取消</translation>
+    </message>
+    <message id="importSkipChangedOccurrence">
+        <source>a changed date of a series</source>
+        <translation>系列中被修改的单个日期</translation>
+    </message>
+    <message id="importSkipNoDate">
+        <source>no date</source>
+        <translation>没有日期</translation>
+    </message>
+    <message id="importSkipNotAnEvent">
+        <source>not an event (a task or note)</source>
+        <translation>不是事件（任务或记事）</translation>
+    </message>
+    <message id="importSkipUnreadableDate">
+        <source>a date that can't be read</source>
+        <translation>无法读取的日期</translation>
+    </message>
+    <message id="importSkippedHeader">
+        <source>Left out</source>
+        <translation>已跳过</translation>
+    </message>
+    <message id="importSummary">
+        <source>%1 events to add: %2 with their repeat rule, %3 single dates, %4 only their first date, %5 birthdays and anniversaries. %6 left out.</source>
+        <translation>将添加 %1 个事件：%2 个带重复规则，%3 个单个日期，%4 个仅首个日期，%5 个生日和纪念日。跳过 %6 个。</translation>
+    </message>
+    <message id="importToAddHeader">
+        <source>To add</source>
+        <translation>将添加</translation>
+    </message>
+    <message id="importUnreadableFile">
+        <source>%1 can't be read.</source>
+        <translation>无法读取 %1。</translation>
     </message>
     <message id="kindSectionTitleStringAtFilterPage">
         <source>Show</source>

@@ -663,13 +663,22 @@ bool RuleBatch::happensOnDay(std::size_t index, Date date) const {
 }
 
 std::vector<std::size_t> RuleBatch::indicesOnDate(Date date) const {
+    std::vector<std::size_t> all(events_.size());
+    for (std::size_t index = 0; index < all.size(); ++index) {
+        all[index] = index;
+    }
+    return indicesOnDate(date, all);
+}
+
+std::vector<std::size_t> RuleBatch::indicesOnDate(Date date,
+                                                  const std::vector<std::size_t>& among) const {
     std::vector<std::size_t> result;
-    if (events_.empty()) {
+    if (among.empty()) {
         return result;
     }
     const DayKey key = state_->dayKey(date, calendar_);
     State& state = *state_;
-    for (std::size_t index = 0; index < events_.size(); ++index) {
+    for (const std::size_t index : among) {
         const EventFields& event = *events_[index];
         const Rule& rule = compiled(state.rules, index, [&] { return state.compile(event); });
         bool answer = false;

@@ -56,6 +56,9 @@ public:
     /// The positions of the events that fall on the calendar day of `date`, ascending (the
     /// events of eventsOnDate, in the batch's order).
     std::vector<std::size_t> indicesOnDate(Date date) const;
+    /// The same among the given positions only (ascending), for callers that know which events
+    /// can fall on the day at all.
+    std::vector<std::size_t> indicesOnDate(Date date, const std::vector<std::size_t>& among) const;
     /// Their ids (eventIdsOnDate for a given date).
     std::vector<std::string> eventIdsOnDate(Date date) const;
 

@@ -2,6 +2,7 @@
 
 #include "settings/AppLockModel.h"
 #include "settings/CloudPageModel.h"
+#include "settings/InterchangeModel.h"
 #include "settings/NotiSettingModel.h"
 #include "settings/SettingViewModel.h"
 
@@ -14,6 +15,7 @@ void registerSettingsTypes() {
     qmlRegisterType<SettingViewModel>("TideMark", 1, 0, "SettingViewModel");
     qmlRegisterType<AppLockModel>("TideMark", 1, 0, "AppLockModel");
     qmlRegisterType<CloudPageModel>("TideMark", 1, 0, "CloudPageModel");
+    qmlRegisterType<InterchangeModel>("TideMark", 1, 0, "InterchangeModel");
 }
 
 } // namespace tidemark

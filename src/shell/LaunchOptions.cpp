@@ -42,9 +42,21 @@ std::optional<LaunchOptions> parseLaunchOptions(const QStringList& arguments, QS
     const QCommandLineOption restoreOption(
         QStringLiteral("cloud-restore"),
         QStringLiteral("Restore every event and memo from the cloud account, without a window."));
+    const QCommandLineOption exportIcsOption(
+        QStringLiteral("export-ics"),
+        QStringLiteral("Write every event to an iCalendar file (- for standard output), without "
+                       "a window."),
+        QStringLiteral("file"));
+    const QCommandLineOption importIcsOption(
+        QStringLiteral("import-ics"),
+        QStringLiteral("Import the events of an iCalendar file or the birthdays and anniversaries "
+                       "of a vCard file, without a window, after showing what will be added."),
+        QStringLiteral("file"));
+    const QCommandLineOption yesOption(QStringLiteral("yes"),
+                                       QStringLiteral("With --import-ics: add without asking."));
     parser.addOptions({nowOption, zoneOption, localeOption, weekOption, quitOption,
                        screenshotOption, screenshotDirOption, responseOption, backupOption,
-                       restoreOption});
+                       restoreOption, exportIcsOption, importIcsOption, yesOption});
     parser.addPositionalArgument(QStringLiteral("url"),
                                  QStringLiteral("A tidemark: URL to open (optional)."));
     if (!parser.parse(arguments)) {
@@ -68,6 +80,13 @@ std::optional<LaunchOptions> parseLaunchOptions(const QStringList& arguments, QS
     options.cloudTransfer = parser.isSet(backupOption)    ? CloudTransfer::backup
                             : parser.isSet(restoreOption) ? CloudTransfer::restore
                                                           : CloudTransfer::none;
+    options.exportIcsPath = parser.value(exportIcsOption);
+    options.importIcsPath = parser.value(importIcsOption);
+    options.assumeYes = parser.isSet(yesOption);
+    if (!options.exportIcsPath.isEmpty() && !options.importIcsPath.isEmpty()) {
+        *error = QStringLiteral("--export-ics and --import-ics can't be given together");
+        return std::nullopt;
+    }
     for (const auto& argument : parser.positionalArguments()) {
         if (!argument.startsWith(QStringLiteral("tidemark:"), Qt::CaseInsensitive)) {
             *error = QStringLiteral("Not a tidemark: URL: %1").arg(argument);

@@ -25,6 +25,11 @@ struct LaunchOptions {
     /// The request identifier of the reminder whose notification was activated, or "".
     QString notificationResponse;
     CloudTransfer cloudTransfer = CloudTransfer::none;
+    /// A calendar file to write the date book to ("-": standard output), or "": none.
+    QString exportIcsPath;
+    /// A calendar or contacts file to import, or "": none; `assumeYes` adds without asking.
+    QString importIcsPath;
+    bool assumeYes = false;
 };
 
 /// Parses the arguments (argv[0] first). On bad input returns nothing and sets `error` to a

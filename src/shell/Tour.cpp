@@ -142,6 +142,8 @@ const QList<TourStop>& tourStops() {
         {"HelpSubPage", "", {"tab_moreView", "helpRow"}, "helpSubPage"},
         {"ShareSettingSubPage", "", {"tab_moreView", "shareSettingRow"}, "shareSettingSubPage"},
         {"AboutSubPage", "", {"tab_moreView", "aboutRow"}, "aboutSubPage"},
+        {"CalendarExportPage", "", {"tab_moreView", "exportCalendarRow"}, "calendarExportPage"},
+        {"CalendarImportPage", "", {"tab_moreView", "importCalendarRow"}, "calendarImportPage"},
         {"SupportMeSubPage", "", {"tab_moreView", "supportRow"}, "supportMeSubPage"},
     };
     return stops;

@@ -6,6 +6,7 @@
 #include "platform/linux/QtDispatcher.h"
 #include "platform/linux/WebDavCloudService.h"
 #include "settings/CloudPageModel.h"
+#include "settings/InterchangeModel.h"
 #include "shell/LaunchOptions.h"
 #include "shell/Screenshots.h"
 #include "shell/SingleInstance.h"
@@ -41,6 +42,18 @@ int main(int argc, char* argv[]) {
         tidemark::setCloudService(std::make_shared<tidemark::WebDavCloudService>());
         return tidemark::runHeadlessCloudTransfer(options->cloudTransfer ==
                                                   tidemark::CloudTransfer::backup);
+    }
+    // A calendar file written or read without a window; imported events reach the widgets and,
+    // with sync on, the cloud.
+    if (!options->exportIcsPath.isEmpty() || !options->importIcsPath.isEmpty()) {
+        tidemark::setCalendarEnvironment(options->environment);
+        tidemark::installTranslations(app, options->environment.localeId);
+        tidemark::setMainQueue(std::make_shared<tidemark::QtMainQueue>(&app));
+        tidemark::setWidgetCenter(std::make_shared<tidemark::DBusWidgetCenter>());
+        tidemark::setCloudService(std::make_shared<tidemark::WebDavCloudService>());
+        return options->exportIcsPath.isEmpty()
+                   ? tidemark::runHeadlessImport(options->importIcsPath, options->assumeYes)
+                   : tidemark::runHeadlessExport(options->exportIcsPath);
     }
     // One app per session: a second start hands its request to the first and ends. Pictures
     // are taken by a process of their own, whatever else runs.

@@ -129,6 +129,22 @@ Item {
             }
 
             SettingsGroup {
+                heading: qsTrId("calendarFileGroupTitle")
+                SettingsRow {
+                    objectName: "exportCalendarRow"
+                    symbol: "square.and.arrow.up"
+                    title: qsTrId("exportToCalendarFileRow")
+                    onClicked: view.open("CalendarExportPage.qml")
+                }
+                SettingsRow {
+                    objectName: "importCalendarRow"
+                    symbol: "square.and.arrow.down"
+                    title: qsTrId("importFromCalendarFileRow")
+                    onClicked: view.open("CalendarImportPage.qml")
+                }
+            }
+
+            SettingsGroup {
                 SettingsRow {
                     objectName: "feedbackRow"
                     symbol: "envelope"
