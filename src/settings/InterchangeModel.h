@@ -2,9 +2,7 @@
 // written to an iCalendar file, and calendar or contact files read into it after a preview.
 #pragma once
 
-#ifndef Q_MOC_RUN // the core's C++20 headers are beyond moc's parser
 #include "interchange/CalendarImport.h"
-#endif
 
 #include <QObject>
 #include <QString>

@@ -5,10 +5,7 @@
 // never polls. It keeps the widget's choice under $XDG_CONFIG_HOME/tidemark/widgets/<id>.ini.
 #pragma once
 
-// moc stops at the C++20 standard headers under the core headers; it needs none of them.
-#ifndef Q_MOC_RUN
 #include "records/eventInfo.h"
-#endif
 
 #include <QFileSystemWatcher>
 #include <QObject>

@@ -3,8 +3,6 @@
 // widget's settings and entries, tap, drag and right click on a widget window, the roll-over at
 // midnight, and a running widget following an edit and a deletion through the bus and, without a
 // bus, through the suite's files.
-// moc stops at the C++20 standard headers that the core's headers pull in; it needs none of them.
-#ifndef Q_MOC_RUN
 #include "TestSupport.h"
 #include "base/Fatal.h"
 #include "platform/linux/DBusWidgetCenter.h"
@@ -12,9 +10,8 @@
 #include "records/SettingsKeys.h"
 #include "records/Store.h"
 #include "records/realmDataFunc.h"
-#include "widgets/widgetFunc.h"
-#endif
 #include "widgetapp/WidgetModel.h"
+#include "widgets/widgetFunc.h"
 
 #include <QDateTime>
 #include <QDesktopServices>
