@@ -660,110 +660,84 @@ TEST(EngineDifferential, QuickListReaderAgreesWithTheArchiveReader) {
 } // namespace
 
 // A month view's answers from the kept store results and rules, after each thing that may change
-// them: they must be the walks' over the records as committed and in the calendar as it is now,
-// and the rules are compiled anew exactly when something they depend on changed.
+// them: they must be those of a fresh read and a fresh batch, and the rules are compiled anew
+// exactly when something they depend on changed.
 TEST(EngineDifferential, KeptMonthAnswersAreNeverStale) {
     tidemark::testing::TempDir dir;
     const auto path = dir.path() / "kept.sqlite";
-    const auto event = [](std::string id, std::int64_t type, std::int64_t day) {
+    const auto write = [&](std::string id, std::int64_t type, std::int64_t day) {
         eventInfo e;
         e.eventId = std::move(id);
         e.eventType = type;
-        e.eventRepeatOrNot = type != 0;
-        e.eventStartDateYear = 2026;
-        e.eventStartDateMonth = 3;
-        e.eventStartDateDay = day;
-        e.eventDateWhenEveryDayHour = 9;
+        e.eventStartDateYear = 2026, e.eventStartDateMonth = 3, e.eventStartDateDay = day;
         e.eventDateWhenEveryWeek = encodeDayListArchive({2, 6});
-        return e;
-    };
-    const auto write = [&](const eventInfo& e) {
         Store store = Store::open(path);
         store.write([&] { store.add(e); });
     };
-    write(event("A", 0, 10));
-    write(event("B", 2, 3));
-    const ScopedCalendarEnvironment berlin(
-        tidemark::testing::fixedEnvironment("Europe/Berlin", "de_DE", 2026, 3, 20, 23, 59, 59));
+    const auto clock = [](const char* zone, int day, int hour, int minute, int second) {
+        setCalendarEnvironment(
+            tidemark::testing::fixedEnvironment(zone, "de_DE", 2026, 3, day, hour, minute, second));
+    };
+    write("A", 0, 10);
+    write("B", 2, 3);
+    const ScopedCalendarEnvironment scoped(calendarEnvironment());
+    clock("Europe/Berlin", 20, 23, 59, 59);
     std::vector<Date> days;
     for (int d = 0; d < 42; ++d) {
         days.push_back(tidemark::testing::localDate(2026, 2, 23 + d));
     }
-    const Results<eventInfo> results(Query{}, path);
     KeptRuleBatch kept;
     const auto ask = [&] {
-        return kept.over(results.shared(), Calendar::current()).indicesOnDates(days);
+        return kept.over(Results<eventInfo>(Query{}, path).shared(), Calendar::current())
+            .indicesOnDates(days);
     };
-    const auto walk = [&] {
+    const auto fresh = [&] {
         const auto events = Store::open(path).objects<eventInfo>();
-        std::vector<std::vector<std::size_t>> answers(days.size());
-        for (std::size_t d = 0; d < days.size(); ++d) {
-            for (std::size_t i = 0; i < events.size(); ++i) {
-                if (eventHappensOnDay(events[i], days[d], Calendar::current())) {
-                    answers[d].push_back(i);
-                }
-            }
-        }
-        return answers;
+        return RuleBatch(events, Calendar::current()).indicesOnDates(days);
     };
-
     struct Step {
         const char* what;
         std::function<void()> change;
-        bool answersMove; ///< whether the walks answer otherwise afterwards
+        bool answersMove; ///< whether a fresh batch answers otherwise afterwards
         bool compiled;    ///< whether the rules must be compiled anew
     };
     const std::vector<Step> steps = {
         {"nothing", [] {}, false, false},
-        {"a commit on this thread", [&] { write(event("C", 0, 12)); }, true, true},
+        {"a commit on this thread", [&] { write("C", 0, 12); }, true, true},
         {"a commit to another table",
          [&] {
              Store store = Store::open(path);
-             store.write([&] {
-                 store.add(memoDataForNotiObject{"M", "A", "", "", "", 0, "", ""});
-             });
+             store.write([&] { store.add(memoDataForNotiObject{}); });
          },
          false, false},
-        {"a commit on another thread",
-         [&] { std::thread([&] { write(event("A", 0, 14)); }).join(); }, true, true},
+        {"a commit on another thread", [&] { std::thread([&] { write("A", 0, 14); }).join(); },
+         true, true},
         {"a commit by another process",
          [&] {
              const pid_t pid = fork();
              if (pid == 0) {
                  sqlite3* db = nullptr;
-                 const bool ok =
-                     sqlite3_open(path.c_str(), &db) == SQLITE_OK &&
-                     sqlite3_exec(db,
-                                  "UPDATE eventInfo SET eventStartDateDay = 16 WHERE eventId = 'C'",
-                                  nullptr, nullptr, nullptr) == SQLITE_OK;
-                 sqlite3_close(db);
-                 _exit(ok ? 0 : 1);
+                 _exit(sqlite3_open(path.c_str(), &db) == SQLITE_OK &&
+                               sqlite3_exec(db, "UPDATE eventInfo SET eventStartDateDay = 16",
+                                            nullptr, nullptr, nullptr) == SQLITE_OK
+                           ? 0
+                           : 1);
              }
              int status = 1;
              ASSERT_EQ(waitpid(pid, &status, 0), pid);
              ASSERT_TRUE(WIFEXITED(status) && WEXITSTATUS(status) == 0);
          },
          true, true},
-        {"a zone change",
-         [] {
-             setCalendarEnvironment(tidemark::testing::fixedEnvironment(
-                 "America/Los_Angeles", "de_DE", 2026, 3, 20, 23, 59, 59));
-         },
-         true, true},
-        {"midnight",
-         [] {
-             setCalendarEnvironment(tidemark::testing::fixedEnvironment(
-                 "America/Los_Angeles", "de_DE", 2026, 3, 21, 0, 0, 1));
-         },
-         false, true},
+        {"a zone change", [&] { clock("America/Los_Angeles", 20, 23, 59, 59); }, true, true},
+        {"midnight", [&] { clock("America/Los_Angeles", 21, 0, 0, 1); }, false, true},
     };
-    auto before = walk();
+    auto before = fresh();
     ASSERT_EQ(ask(), before);
     for (const Step& step : steps) {
         SCOPED_TRACE(step.what);
         const std::uint64_t compiles = kept.compiles();
         step.change();
-        const auto expected = walk();
+        const auto expected = fresh();
         EXPECT_EQ(expected != before, step.answersMove);
         EXPECT_EQ(ask(), expected);
         EXPECT_EQ(kept.compiles() - compiles, step.compiled ? 1u : 0u);
