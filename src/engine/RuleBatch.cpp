@@ -875,8 +875,10 @@ namespace {
 /// are made event by event, and entries of one event with equal moments are equal, so ordering
 /// by moment and then by event gives that order. A plan is long (a hundred entries for each
 /// daily or yearly event), so its entries are first counted into buckets and copied there in
-/// order, and only each bucket is then sorted: hours over the first 200 days, where the daily
-/// and weekly lists crowd, and weeks beyond.
+/// order, and only each bucket is then sorted: minutes over the first 200 days, where the daily
+/// and weekly lists crowd, and days beyond. Reminders fall on whole minutes and day lists on
+/// midnights, so most buckets hold one moment, already in the order of the events, and are
+/// left as they are.
 void sortPlan(std::vector<PlannedOccurrence>& plan) {
     const auto before = [](const PlannedOccurrence& a, const PlannedOccurrence& b) {
         if (a.date.secondsSince1970 != b.date.secondsSince1970) {
@@ -897,10 +899,10 @@ void sortPlan(std::vector<PlannedOccurrence>& plan) {
         std::sort(plan.begin(), plan.end(), before);
         return;
     }
-    constexpr double kFineWidth = 3600.0;
+    constexpr double kFineWidth = 60.0;
     constexpr double kFineSpan = 200 * 86400.0;
     const double fineBuckets = kFineSpan / kFineWidth;
-    double coarseWidth = 7 * 86400.0;
+    double coarseWidth = 86400.0;
     while ((high - low) / coarseWidth >= 60000.0) {
         coarseWidth *= 2;
     }
@@ -928,9 +930,10 @@ void sortPlan(std::vector<PlannedOccurrence>& plan) {
     }
     std::size_t from = 0;
     for (std::size_t b = 0; b < buckets; ++b) {
-        if (next[b] - from > 1) {
-            std::sort(sorted.begin() + static_cast<std::ptrdiff_t>(from),
-                      sorted.begin() + static_cast<std::ptrdiff_t>(next[b]), before);
+        const auto first = sorted.begin() + static_cast<std::ptrdiff_t>(from);
+        const auto last = sorted.begin() + static_cast<std::ptrdiff_t>(next[b]);
+        if (next[b] - from > 1 && !std::is_sorted(first, last, before)) {
+            std::sort(first, last, before);
         }
         from = next[b];
     }
