@@ -693,9 +693,12 @@ std::vector<std::size_t> RuleBatch::indicesOnDate(Date date) const {
 namespace {
 
 /// The local days of a month view, lo ... hi, on which an event's walk composes a pass, each
-/// handed to `mark`; more days than that are fine, fewer are not. Only a pass within two days
-/// of a day can match it (see the windows above), so the days asked about that lie within two
-/// days of none of these are answered without asking.
+/// handed to `mark`; more days than that are fine, fewer are not. A pass matches a day only if
+/// its moment lies in the 24 hours from that day's midnight; with the clock's changes under six
+/// hours each, a pass composed on day d (at a time within the day) lies before the midnight of
+/// d + 2 and more than 24 hours after that of d - 2. So a day can only be matched by a pass of
+/// the day itself or of a neighbour, and the days asked about that are no neighbour of any of
+/// these are answered without asking.
 template <class Mark>
 void passDays(const EventFields& event, const Rule& rule, std::int64_t lo, std::int64_t hi,
               Mark&& mark) {
@@ -813,9 +816,9 @@ RuleBatch::indicesOnDates(const std::vector<Date>& dates) const {
         }
         std::int64_t low = cells;
         std::int64_t high = -1;
-        passDays(event, rule, first - 2, last + 2, [&](std::int64_t day) {
-            const std::int64_t from = std::max<std::int64_t>(0, day - 2 - first);
-            const std::int64_t to = std::min<std::int64_t>(cells - 1, day + 2 - first);
+        passDays(event, rule, first - 1, last + 1, [&](std::int64_t day) {
+            const std::int64_t from = std::max<std::int64_t>(0, day - 1 - first);
+            const std::int64_t to = std::min<std::int64_t>(cells - 1, day + 1 - first);
             for (std::int64_t c = from; c <= to; ++c) {
                 candidate[static_cast<std::size_t>(c)] = 1;
             }
