@@ -879,7 +879,8 @@ namespace {
 /// by moment and then by event gives that order. A plan is long (a hundred entries for each
 /// daily or yearly event), so its entries are first counted into buckets and copied there in
 /// order, and only each bucket is then sorted: minutes over the first 200 days, where the daily
-/// and weekly lists crowd, and days beyond. Reminders fall on whole minutes and day lists on
+/// and weekly lists crowd, and days beyond (however many years the yearly lists reach, so that a
+/// bucket never spans two midnights). Reminders fall on whole minutes and day lists on
 /// midnights, so most buckets hold one moment, already in the order of the events, and are
 /// left as they are.
 void sortPlan(std::vector<PlannedOccurrence>& plan) {
@@ -906,7 +907,7 @@ void sortPlan(std::vector<PlannedOccurrence>& plan) {
     constexpr double kFineSpan = 200 * 86400.0;
     const double fineBuckets = kFineSpan / kFineWidth;
     double coarseWidth = 86400.0;
-    while ((high - low) / coarseWidth >= 60000.0) {
+    while ((high - low) / coarseWidth >= 1.0e7) {
         coarseWidth *= 2;
     }
     const double fineScale = 1.0 / kFineWidth;
@@ -918,29 +919,55 @@ void sortPlan(std::vector<PlannedOccurrence>& plan) {
                                             ? since * fineScale
                                             : fineBuckets + (since - kFineSpan) * coarseScale);
     };
+    // Two passes of a stable counting sort by bucket, first by groups of 256 buckets and then
+    // within each group, so that each pass writes to few places at a time and stays in the
+    // cache; each bucket is then sorted if it isn't in order already.
     const std::size_t buckets = bucketOf(PlannedOccurrence{0, Date{high}}) + 1;
-    std::vector<std::uint32_t> next(buckets + 1, 0);
-    for (const PlannedOccurrence& entry : plan) {
-        ++next[bucketOf(entry) + 1];
+    constexpr std::size_t kGroupBits = 8;
+    constexpr std::size_t kGroupSize = std::size_t{1} << kGroupBits;
+    const std::size_t groups = (buckets >> kGroupBits) + 1;
+    std::vector<std::uint32_t> keys(n);
+    std::vector<std::uint32_t> next(groups + 1, 0);
+    for (std::size_t i = 0; i < n; ++i) {
+        keys[i] = static_cast<std::uint32_t>(bucketOf(plan[i]));
+        ++next[(keys[i] >> kGroupBits) + 1];
     }
-    for (std::size_t b = 1; b <= buckets; ++b) {
-        next[b] += next[b - 1];
+    for (std::size_t g = 1; g <= groups; ++g) {
+        next[g] += next[g - 1];
     }
-    // Each entry goes to the next free place of its bucket, in order.
-    std::vector<PlannedOccurrence> sorted(n);
-    for (const PlannedOccurrence& entry : plan) {
-        sorted[next[bucketOf(entry)]++] = entry;
+    std::vector<PlannedOccurrence> grouped(n);
+    std::vector<std::uint32_t> groupedKeys(n);
+    for (std::size_t i = 0; i < n; ++i) {
+        const std::uint32_t place = next[keys[i] >> kGroupBits]++;
+        grouped[place] = plan[i];
+        groupedKeys[place] = keys[i];
     }
-    std::size_t from = 0;
-    for (std::size_t b = 0; b < buckets; ++b) {
-        const auto first = sorted.begin() + static_cast<std::ptrdiff_t>(from);
-        const auto last = sorted.begin() + static_cast<std::ptrdiff_t>(next[b]);
-        if (next[b] - from > 1 && !std::is_sorted(first, last, before)) {
-            std::sort(first, last, before);
+    std::uint32_t inBucket[kGroupSize + 1];
+    std::size_t groupStart = 0;
+    for (std::size_t g = 0; g < groups; ++g) {
+        const std::size_t groupEnd = next[g];
+        std::fill(std::begin(inBucket), std::end(inBucket), 0);
+        for (std::size_t i = groupStart; i < groupEnd; ++i) {
+            ++inBucket[(groupedKeys[i] & (kGroupSize - 1)) + 1];
         }
-        from = next[b];
+        inBucket[0] = static_cast<std::uint32_t>(groupStart);
+        for (std::size_t b = 1; b <= kGroupSize; ++b) {
+            inBucket[b] += inBucket[b - 1];
+        }
+        for (std::size_t i = groupStart; i < groupEnd; ++i) {
+            plan[inBucket[groupedKeys[i] & (kGroupSize - 1)]++] = grouped[i];
+        }
+        std::size_t from = groupStart;
+        for (std::size_t b = 0; b < kGroupSize && from < groupEnd; ++b) {
+            const auto first = plan.begin() + static_cast<std::ptrdiff_t>(from);
+            const auto last = plan.begin() + static_cast<std::ptrdiff_t>(inBucket[b]);
+            if (inBucket[b] - from > 1 && !std::is_sorted(first, last, before)) {
+                std::sort(first, last, before);
+            }
+            from = inBucket[b];
+        }
+        groupStart = groupEnd;
     }
-    plan.swap(sorted);
 }
 
 } // namespace
