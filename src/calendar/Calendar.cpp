@@ -69,6 +69,10 @@ CalendarEnvironment calendarEnvironment() {
     return environmentSnapshot().first;
 }
 
+std::uint64_t calendarEnvironmentGeneration() {
+    return environmentState().generation.load(std::memory_order_acquire);
+}
+
 ScopedCalendarEnvironment::ScopedCalendarEnvironment(CalendarEnvironment environment)
     : previous_(calendarEnvironment()) {
     setCalendarEnvironment(std::move(environment));

@@ -93,6 +93,9 @@ struct CalendarEnvironment {
 /// (command-line options) and tests; it is safe to call from any thread.
 void setCalendarEnvironment(CalendarEnvironment environment);
 CalendarEnvironment calendarEnvironment();
+/// A number that changes with every setCalendarEnvironment(), for those that keep what they
+/// worked out under one environment.
+std::uint64_t calendarEnvironmentGeneration();
 
 /// Sets an environment for the lifetime of the object and restores the previous one after.
 class ScopedCalendarEnvironment {

@@ -699,6 +699,166 @@ std::vector<std::size_t> RuleBatch::indicesOnDate(Date date,
     return result;
 }
 
+namespace {
+
+/// The local days of a month view, lo ... hi, on which an event's walk composes a pass, each
+/// handed to `mark`; more days than that are fine, fewer are not. A pass matches a day only if
+/// its moment lies in the 24 hours from that day's midnight; with the clock's changes under six
+/// hours each, a pass composed on day d (at a time within the day) lies before the midnight of
+/// d + 2 and more than 24 hours after that of d - 2. So a day can only be matched by a pass of
+/// the day itself or of a neighbour, and the days asked about that are no neighbour of any of
+/// these are answered without asking.
+template <class Mark>
+void passDays(const EventFields& event, const Rule& rule, std::int64_t lo, std::int64_t hi,
+              Mark&& mark) {
+    const auto stepped = [&](std::int64_t firstDay, std::int64_t stepDays) {
+        std::int64_t day = firstDay;
+        if (day < lo) {
+            day += ceilDiv(lo - day, stepDays) * stepDays;
+        }
+        for (; day <= hi; day += stepDays) {
+            mark(day);
+        }
+    };
+    switch (rule.kind) {
+    case Kind::OneOff:
+        mark(rule.startDay);
+        break;
+    case Kind::Daily:
+        stepped(rule.startDay, rule.step);
+        break;
+    case Kind::Weekly:
+        for (const std::int64_t firstDay : rule.firstDays) {
+            stepped(firstDay, 7 * rule.step);
+        }
+        break;
+    case Kind::Monthly: {
+        const CivilDate from = civilFromDays(lo);
+        const CivilDate to = civilFromDays(hi);
+        for (std::int64_t n = std::max(from.year * 12 + from.month - 1, rule.firstMonth);
+             n <= to.year * 12 + to.month - 1; ++n) {
+            if (rule.step != 1 && (n - rule.firstMonth) % rule.step != 0) {
+                continue;
+            }
+            const std::int64_t year = floorDiv(n, 12);
+            const std::int64_t month = floorMod(n, 12) + 1;
+            const std::int64_t length = daysInMonth(year, month);
+            const std::int64_t first = daysFromCivil(year, month, 1);
+            for (const std::int64_t code : rule.codes) {
+                if (code != 99 && code > length) {
+                    continue;
+                }
+                mark(first + (code == 99 ? length : code) - 1);
+            }
+        }
+        break;
+    }
+    case Kind::Yearly: {
+        // A lenient start month or day moves every pass by about as many years as it moves the
+        // start (within a year: the leap days it runs over differ).
+        const std::int64_t shift = rule.firstYear - event.eventStartDateYear;
+        const std::int64_t firstYear = civilFromDays(lo).year - shift - 2;
+        const std::int64_t lastYear = civilFromDays(hi).year - shift + 2;
+        std::int64_t k =
+            std::max<std::int64_t>(0, floorDiv(firstYear - event.eventStartDateYear, rule.step));
+        for (; event.eventStartDateYear + k * rule.step <= lastYear; ++k) {
+            mark(daysFromCivil(event.eventStartDateYear + k * rule.step, event.eventStartDateMonth,
+                               event.eventStartDateDay));
+        }
+        break;
+    }
+    default:
+        break;
+    }
+}
+
+} // namespace
+
+std::vector<std::vector<std::size_t>>
+RuleBatch::indicesOnDates(const std::vector<Date>& dates) const {
+    std::vector<std::vector<std::size_t>> result(dates.size());
+    if (events_.empty() || dates.empty()) {
+        return result;
+    }
+    State& state = *state_;
+    std::vector<DayKey> keys;
+    keys.reserve(dates.size());
+    bool run = true;
+    for (const Date date : dates) {
+        keys.push_back(state.dayKey(date, calendar_));
+        const DayKey& key = keys.back();
+        run = run && key.fast &&
+              key.day == keys.front().day + static_cast<std::int64_t>(keys.size()) - 1;
+    }
+    const std::int64_t first = keys.front().day;
+    const std::int64_t last = keys.back().day;
+    if (run) {
+        // The years whose clock changes the day questions would have looked at, learned up front
+        // so that the clock's verdict on its own consistency is the one they would have met.
+        for (std::int64_t year = civilFromDays(first - 62).year;
+             year <= civilFromDays(last + 62).year; ++year) {
+            (void)state.clock.moment(daysFromCivil(year, 1, 1), 0);
+        }
+        run = state.clock.consistent();
+    }
+    if (!run) {
+        for (std::size_t c = 0; c < dates.size(); ++c) {
+            result[c] = indicesOnDate(dates[c]);
+        }
+        return result;
+    }
+    const auto cells = static_cast<std::int64_t>(dates.size());
+    std::vector<std::uint8_t> candidate(dates.size());
+    for (std::size_t index = 0; index < events_.size(); ++index) {
+        const EventFields& event = *events_[index];
+        const Rule& rule = compiled(state.rules, index, [&] { return state.compile(event); });
+        if (rule.kind == Kind::Nothing) {
+            continue;
+        }
+        if (rule.kind == Kind::Walk) {
+            for (std::size_t c = 0; c < dates.size(); ++c) {
+                if (eventHappensOnDay(event, dates[c], calendar_)) {
+                    result[c].push_back(index);
+                }
+            }
+            continue;
+        }
+        std::int64_t low = cells;
+        std::int64_t high = -1;
+        passDays(event, rule, first - 1, last + 1, [&](std::int64_t day) {
+            const std::int64_t from = std::max<std::int64_t>(0, day - 1 - first);
+            const std::int64_t to = std::min<std::int64_t>(cells - 1, day + 1 - first);
+            for (std::int64_t c = from; c <= to; ++c) {
+                candidate[static_cast<std::size_t>(c)] = 1;
+            }
+            low = std::min(low, from);
+            high = std::max(high, to);
+        });
+        for (std::int64_t c = low; c <= high; ++c) {
+            auto& marked = candidate[static_cast<std::size_t>(c)];
+            if (marked != 0) {
+                marked = 0;
+                if (state.happens(event, rule, keys[static_cast<std::size_t>(c)])) {
+                    result[static_cast<std::size_t>(c)].push_back(index);
+                }
+            }
+        }
+    }
+    if (!state.clock.consistent()) {
+        // Something the clock learned on the way can't be trusted: the walks answer.
+        for (std::size_t c = 0; c < dates.size(); ++c) {
+            result[c].clear();
+            for (std::size_t index = 0; index < events_.size(); ++index) {
+                if (state.rules[index]->kind != Kind::Nothing &&
+                    eventHappensOnDay(*events_[index], dates[c], calendar_)) {
+                    result[c].push_back(index);
+                }
+            }
+        }
+    }
+    return result;
+}
+
 std::vector<std::string> RuleBatch::eventIdsOnDate(Date date) const {
     std::vector<std::string> ids;
     for (const std::size_t index : indicesOnDate(date)) {
@@ -727,8 +887,11 @@ namespace {
 /// are made event by event, and entries of one event with equal moments are equal, so ordering
 /// by moment and then by event gives that order. A plan is long (a hundred entries for each
 /// daily or yearly event), so its entries are first counted into buckets and copied there in
-/// order, and only each bucket is then sorted: hours over the first 200 days, where the daily
-/// and weekly lists crowd, and weeks beyond.
+/// order, and only each bucket is then sorted: minutes over the first 200 days, where the daily
+/// and weekly lists crowd, and days beyond (however many years the yearly lists reach, so that a
+/// bucket never spans two midnights). Reminders fall on whole minutes and day lists on
+/// midnights, so most buckets hold one moment, already in the order of the events, and are
+/// left as they are.
 void sortPlan(std::vector<PlannedOccurrence>& plan) {
     const auto before = [](const PlannedOccurrence& a, const PlannedOccurrence& b) {
         if (a.date.secondsSince1970 != b.date.secondsSince1970) {
@@ -749,11 +912,11 @@ void sortPlan(std::vector<PlannedOccurrence>& plan) {
         std::sort(plan.begin(), plan.end(), before);
         return;
     }
-    constexpr double kFineWidth = 3600.0;
+    constexpr double kFineWidth = 60.0;
     constexpr double kFineSpan = 200 * 86400.0;
     const double fineBuckets = kFineSpan / kFineWidth;
-    double coarseWidth = 7 * 86400.0;
-    while ((high - low) / coarseWidth >= 60000.0) {
+    double coarseWidth = 86400.0;
+    while ((high - low) / coarseWidth >= 1.0e7) {
         coarseWidth *= 2;
     }
     const double fineScale = 1.0 / kFineWidth;
@@ -765,28 +928,55 @@ void sortPlan(std::vector<PlannedOccurrence>& plan) {
                                             ? since * fineScale
                                             : fineBuckets + (since - kFineSpan) * coarseScale);
     };
+    // Two passes of a stable counting sort by bucket, first by groups of 256 buckets and then
+    // within each group, so that each pass writes to few places at a time and stays in the
+    // cache; each bucket is then sorted if it isn't in order already.
     const std::size_t buckets = bucketOf(PlannedOccurrence{0, Date{high}}) + 1;
-    std::vector<std::uint32_t> next(buckets + 1, 0);
-    for (const PlannedOccurrence& entry : plan) {
-        ++next[bucketOf(entry) + 1];
+    constexpr std::size_t kGroupBits = 8;
+    constexpr std::size_t kGroupSize = std::size_t{1} << kGroupBits;
+    const std::size_t groups = (buckets >> kGroupBits) + 1;
+    std::vector<std::uint32_t> keys(n);
+    std::vector<std::uint32_t> next(groups + 1, 0);
+    for (std::size_t i = 0; i < n; ++i) {
+        keys[i] = static_cast<std::uint32_t>(bucketOf(plan[i]));
+        ++next[(keys[i] >> kGroupBits) + 1];
     }
-    for (std::size_t b = 1; b <= buckets; ++b) {
-        next[b] += next[b - 1];
+    for (std::size_t g = 1; g <= groups; ++g) {
+        next[g] += next[g - 1];
     }
-    // Each entry goes to the next free place of its bucket, in order.
-    std::vector<PlannedOccurrence> sorted(n);
-    for (const PlannedOccurrence& entry : plan) {
-        sorted[next[bucketOf(entry)]++] = entry;
+    std::vector<PlannedOccurrence> grouped(n);
+    std::vector<std::uint32_t> groupedKeys(n);
+    for (std::size_t i = 0; i < n; ++i) {
+        const std::uint32_t place = next[keys[i] >> kGroupBits]++;
+        grouped[place] = plan[i];
+        groupedKeys[place] = keys[i];
     }
-    std::size_t from = 0;
-    for (std::size_t b = 0; b < buckets; ++b) {
-        if (next[b] - from > 1) {
-            std::sort(sorted.begin() + static_cast<std::ptrdiff_t>(from),
-                      sorted.begin() + static_cast<std::ptrdiff_t>(next[b]), before);
+    std::uint32_t inBucket[kGroupSize + 1];
+    std::size_t groupStart = 0;
+    for (std::size_t g = 0; g < groups; ++g) {
+        const std::size_t groupEnd = next[g];
+        std::fill(std::begin(inBucket), std::end(inBucket), 0);
+        for (std::size_t i = groupStart; i < groupEnd; ++i) {
+            ++inBucket[(groupedKeys[i] & (kGroupSize - 1)) + 1];
         }
-        from = next[b];
+        inBucket[0] = static_cast<std::uint32_t>(groupStart);
+        for (std::size_t b = 1; b <= kGroupSize; ++b) {
+            inBucket[b] += inBucket[b - 1];
+        }
+        for (std::size_t i = groupStart; i < groupEnd; ++i) {
+            plan[inBucket[groupedKeys[i] & (kGroupSize - 1)]++] = grouped[i];
+        }
+        std::size_t from = groupStart;
+        for (std::size_t b = 0; b < kGroupSize && from < groupEnd; ++b) {
+            const auto first = plan.begin() + static_cast<std::ptrdiff_t>(from);
+            const auto last = plan.begin() + static_cast<std::ptrdiff_t>(inBucket[b]);
+            if (inBucket[b] - from > 1 && !std::is_sorted(first, last, before)) {
+                std::sort(first, last, before);
+            }
+            from = inBucket[b];
+        }
+        groupStart = groupEnd;
     }
-    plan.swap(sorted);
 }
 
 } // namespace
@@ -817,6 +1007,32 @@ std::vector<PlannedOccurrence> RuleBatch::planOccurrences(Date now) const {
     }
     sortPlan(plan);
     return plan;
+}
+
+// ---------------------------------------------------------------------------------------------
+
+KeptRuleBatch::KeptRuleBatch() = default;
+KeptRuleBatch::~KeptRuleBatch() = default;
+
+const RuleBatch& KeptRuleBatch::over(std::shared_ptr<const std::vector<eventInfo>> events,
+                                     const Calendar& calendar) {
+    // The day is that of now in this calendar; a batch of yesterday is not kept into today.
+    const DateComponents today = calendar.dateComponents(kYear | kMonth | kDay, now());
+    Stamp stamp{&calendar,
+                calendarEnvironmentGeneration(),
+                calendar.timeZoneId(),
+                calendar.localeId(),
+                calendar.firstWeekday(),
+                calendar.minimumDaysInFirstWeek(),
+                {today.year.value_or(0), today.month.value_or(0), today.day.value_or(0)}};
+    if (batch_ == nullptr || events != events_ || !(stamp == stamp_)) {
+        batch_.reset();
+        events_ = std::move(events);
+        stamp_ = std::move(stamp);
+        batch_ = std::make_unique<RuleBatch>(*events_, calendar);
+        ++compiles_;
+    }
+    return *batch_;
 }
 
 std::vector<PlannedOccurrence> planOccurrencesByWalk(const std::vector<const EventFields*>& events,

@@ -59,6 +59,10 @@ public:
     /// The same among the given positions only (ascending), for callers that know which events
     /// can fall on the day at all.
     std::vector<std::size_t> indicesOnDate(Date date, const std::vector<std::size_t>& among) const;
+    /// indicesOnDate for each of `dates`, in their order. For a run of consecutive days (the cells
+    /// of a month) each event's passes through those days are walked once and only the days they
+    /// come near are asked about, instead of every day asking about every event.
+    std::vector<std::vector<std::size_t>> indicesOnDates(const std::vector<Date>& dates) const;
     /// Their ids (eventIdsOnDate for a given date).
     std::vector<std::string> eventIdsOnDate(Date date) const;
 
@@ -86,6 +90,39 @@ private:
     std::vector<const EventFields*> events_;
     const Calendar& calendar_;
     std::unique_ptr<State> state_;
+};
+
+/// A batch over a shared set of events kept from one question to the next for as long as its
+/// answers can't change: the same set (the store hands out the same one until the events table
+/// takes a commit), the same calendar object and environment (zone, locale, week rules) and the
+/// same day of now. Anything else compiles the rules anew.
+class KeptRuleBatch {
+public:
+    KeptRuleBatch();
+    ~KeptRuleBatch();
+    KeptRuleBatch(const KeptRuleBatch&) = delete;
+    KeptRuleBatch& operator=(const KeptRuleBatch&) = delete;
+
+    /// The batch over `events` in `calendar`, the kept one when nothing it depends on changed.
+    /// It stays valid until the next call.
+    const RuleBatch& over(std::shared_ptr<const std::vector<eventInfo>> events,
+                          const Calendar& calendar);
+    /// How many times the rules were compiled; lets a test see what was kept.
+    std::uint64_t compiles() const { return compiles_; }
+
+private:
+    struct Stamp {
+        const Calendar* calendar = nullptr;
+        std::uint64_t environment = 0;
+        std::string zone, locale;
+        int firstWeekday = 0, minimalDays = 0;
+        std::int64_t today[3] = {};
+        bool operator==(const Stamp&) const = default;
+    };
+    std::shared_ptr<const std::vector<eventInfo>> events_;
+    Stamp stamp_;
+    std::unique_ptr<RuleBatch> batch_;
+    std::uint64_t compiles_ = 0;
 };
 
 /// The plan's occurrence work as the walks of Occurrences.h give it: the occurrence list of

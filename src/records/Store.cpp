@@ -5,12 +5,14 @@
 #include "records/SqliteWait.h"
 #include "records/XdgPaths.h"
 
+#include <algorithm>
 #include <cstdlib>
 #include <map>
 #include <mutex>
 #include <set>
 #include <sqlite3.h>
 #include <sys/stat.h>
+#include <type_traits>
 #include <unistd.h>
 #include <unordered_map>
 
@@ -302,6 +304,38 @@ public:
         knownTables_.insert(std::string(table.name));
     }
 
+    /// A count that moves on whenever another connection, of this process or another, has
+    /// committed to the file since the last call (SQLite's data_version).
+    std::int64_t othersVersion() {
+        auto statement = prepare("PRAGMA data_version");
+        if (!statement.step("read the data version")) {
+            fail("read the data version");
+        }
+        return sqlite3_column_int64(statement.get(), 0);
+    }
+
+    /// The commits of this connection to each table.
+    std::uint64_t ownCommits(const std::string& table) const {
+        const auto found = ownCommits_.find(table);
+        return found == ownCommits_.end() ? 0 : found->second;
+    }
+    void committed(const std::set<std::string>& tables) {
+        for (const auto& table : tables) {
+            ++ownCommits_[table];
+        }
+    }
+
+    /// A result set read before, and the state of the file it was read in.
+    struct KeptResult {
+        std::string key;
+        std::int64_t othersVersion = 0;
+        std::uint64_t ownCommits = 0;
+        std::shared_ptr<const void> rows;
+    };
+    /// The most recently used first; a few, since a result set of a large table is large.
+    std::vector<KeptResult> keptResults;
+    static constexpr std::size_t kKeptResults = 8;
+
     bool inWrite = false;
     std::set<std::string> touchedTables;
 
@@ -310,6 +344,7 @@ private:
     sqlite3* db_ = nullptr;
     std::unordered_map<std::string, sqlite3_stmt*> statements_;
     std::set<std::string> knownTables_;
+    std::unordered_map<std::string, std::uint64_t> ownCommits_;
     dev_t device_ = 0;
     ino_t inode_ = 0;
 };
@@ -476,6 +511,73 @@ std::vector<std::vector<FieldValue>> Store::rows(const TableSpec& table, const Q
     return out;
 }
 
+namespace {
+
+/// A query as text, so that equal queries on a table meet in the kept results.
+std::string queryKey(const TableSpec& table, const Query& query) {
+    std::string key(table.name);
+    const auto add = [&key](std::string_view part) {
+        key += '\0';
+        key += std::to_string(part.size());
+        key += ':';
+        key += part;
+    };
+    for (const auto& predicate : query.predicates) {
+        add(predicate.field);
+        add(std::to_string(static_cast<int>(predicate.op)) + "/" +
+            std::to_string(predicate.value.index()));
+        std::visit(
+            [&](const auto& value) {
+                using T = std::decay_t<decltype(value)>;
+                if constexpr (std::is_same_v<T, std::string>) {
+                    add(value);
+                } else if constexpr (std::is_same_v<T, Bytes>) {
+                    add(std::string_view(reinterpret_cast<const char*>(value.data()),
+                                         value.size()));
+                } else {
+                    add(std::to_string(static_cast<std::int64_t>(value)));
+                }
+            },
+            predicate.value);
+    }
+    if (query.sort) {
+        add(query.sort->keyPath);
+        add(query.sort->ascending ? "ascending" : "descending");
+    }
+    return key;
+}
+
+} // namespace
+
+std::shared_ptr<const void>
+Store::keptRows(const TableSpec& table, const Query& query,
+                const std::function<std::shared_ptr<const void>()>& read) const {
+    auto& c = *connection_;
+    if (c.inWrite) {
+        return read(); // the write's own changes are not committed yet
+    }
+    const std::int64_t othersVersion = c.othersVersion();
+    const std::uint64_t ownCommits = c.ownCommits(std::string(table.name));
+    std::string key = queryKey(table, query);
+    auto& kept = c.keptResults;
+    const auto found =
+        std::find_if(kept.begin(), kept.end(), [&](const auto& entry) { return entry.key == key; });
+    if (found != kept.end()) {
+        if (found->othersVersion == othersVersion && found->ownCommits == ownCommits) {
+            std::rotate(kept.begin(), found, found + 1);
+            return kept.front().rows;
+        }
+        kept.erase(found);
+    }
+    auto rows = read();
+    if (kept.size() >= StoreConnection::kKeptResults) {
+        kept.pop_back();
+    }
+    kept.insert(kept.begin(),
+                StoreConnection::KeptResult{std::move(key), othersVersion, ownCommits, rows});
+    return rows;
+}
+
 std::int64_t Store::countRows(const TableSpec& table, const Query& query) const {
     auto& c = *connection_;
     c.ensureTable(table);
@@ -573,6 +675,7 @@ void Store::write(const std::function<void()>& body) {
     c.execute("COMMIT", "commit a write");
     const std::set<std::string> touched = std::move(c.touchedTables);
     c.touchedTables.clear();
+    c.committed(touched);
     notifyObservers(c.path(), touched);
 }
 

@@ -139,6 +139,17 @@ public:
         return out;
     }
 
+    /// objects(query), shared with the earlier calls on this thread as long as nothing was
+    /// committed to the file since: no commit of this connection to the table and none of any
+    /// other connection or process at all. The records must not be changed through the pointer.
+    template <StoredRecord R>
+    std::shared_ptr<const std::vector<R>> sharedObjects(const Query& query = {}) const {
+        return std::static_pointer_cast<const std::vector<R>>(
+            keptRows(tableSpecOf<R>(), query, [&]() -> std::shared_ptr<const void> {
+                return std::make_shared<const std::vector<R>>(objects<R>(query));
+            }));
+    }
+
     template <StoredRecord R> std::int64_t count(const Query& query = {}) const {
         return countRows(tableSpecOf<R>(), query);
     }
@@ -177,6 +188,11 @@ public:
 
 private:
     explicit Store(std::shared_ptr<StoreConnection> connection);
+    /// The result kept for this table and query if the file's committed state is still the one
+    /// it was read in; otherwise `read`'s, kept in its place.
+    std::shared_ptr<const void>
+    keptRows(const TableSpec& table, const Query& query,
+             const std::function<std::shared_ptr<const void>()>& read) const;
     std::shared_ptr<StoreConnection> connection_;
 };
 
@@ -187,7 +203,11 @@ public:
     explicit Results(Query query = {}, std::filesystem::path path = {})
         : query_(std::move(query)), path_(path.empty() ? defaultStorePath() : std::move(path)) {}
 
-    std::vector<R> snapshot() const { return Store::open(path_).template objects<R>(query_); }
+    std::vector<R> snapshot() const { return *shared(); }
+    /// The records of snapshot(), shared with earlier calls on this thread until the next commit.
+    std::shared_ptr<const std::vector<R>> shared() const {
+        return Store::open(path_).template sharedObjects<R>(query_);
+    }
     std::int64_t count() const { return Store::open(path_).template count<R>(query_); }
     std::optional<R> first() const {
         auto all = snapshot();

@@ -57,15 +57,23 @@ void DayRing::paint(QPainter* painter) {
     }
     const QRectF circle(width() / 2.0 - radius, height() / 2.0 - radius, 2 * radius, 2 * radius);
     painter->setRenderHint(QPainter::Antialiasing);
-    for (int i = 0; i < segments.size(); ++i) {
-        QPen pen(colors_[i].value<QColor>(), lineWidth_);
+    // Neighbouring segments of one colour are drawn as one arc: a day with thousands of events
+    // has a few colours, not thousands of strokes.
+    for (int i = 0; i < segments.size();) {
+        const QColor color = colors_[i].value<QColor>();
+        int end = i + 1;
+        while (end < segments.size() && colors_[end].value<QColor>() == color) {
+            ++end;
+        }
+        QPen pen(color, lineWidth_);
         pen.setCapStyle(Qt::FlatCap);
         painter->setPen(pen);
         // QPainter counts angles counter-clockwise on screen in 1/16 degree: negate them so the
         // angles grow downwards from the right.
         const int start = qRound(-segments[i].startAngle * 16.0);
-        const int span = qRound(-(segments[i].endAngle - segments[i].startAngle) * 16.0);
+        const int span = qRound(-(segments[end - 1].endAngle - segments[i].startAngle) * 16.0);
         painter->drawArc(circle, start, span);
+        i = end;
     }
 }
 

@@ -9,6 +9,7 @@
 
 #include <algorithm>
 #include <compare>
+#include <map>
 #include <memory>
 
 namespace tidemark {
@@ -57,7 +58,8 @@ QStringList sortedColorNames(const std::vector<std::string>& eventColorStrings) 
     return names;
 }
 
-MonthModel::MonthModel(QObject* parent) : QAbstractListModel(parent) {
+MonthModel::MonthModel(QObject* parent)
+    : QAbstractListModel(parent), batch_(std::make_unique<KeptRuleBatch>()) {
     eventsObservation_ = Results<eventInfo>().observe([this] { rebuild(); }, queuedOn(this));
     rebuild();
 }
@@ -105,14 +107,24 @@ void MonthModel::rebuild() {
     const Day today = dayOf(calendar, now());
     const Day selected = dayOf(calendar, selectedDate_.isValid() ? toDate(selectedDate_) : now());
 
-    // One batch over the store's events answers all 42 days.
-    const auto events = Results<eventInfo>().snapshot();
-    const RuleBatch batch(events, calendar);
+    std::vector<Date> dates;
+    dates.reserve(kCellCount);
+    for (int i = 0; i < kCellCount; ++i) {
+        dates.push_back(composed(calendar, year, month, 1 - lead + i));
+    }
+    // One batch over the store's events answers all 42 days. The store hands out the result set
+    // it read before until the events table takes a commit, and the batch keeps its compiled
+    // rules for as long as that set, the calendar and the day stay the same.
+    const auto events = Results<eventInfo>().shared();
+    const auto onDates = batch_->over(events, calendar).indicesOnDates(dates);
+    if (events != paletteEvents_) {
+        learnPalette(events);
+    }
 
     std::vector<Cell> cells;
     cells.reserve(kCellCount);
     for (int i = 0; i < kCellCount; ++i) {
-        const Date date = composed(calendar, year, month, 1 - lead + i);
+        const Date date = dates[static_cast<std::size_t>(i)];
         Cell cell;
         const Day day = dayOf(calendar, date);
         cell.date = toQDateTime(date);
@@ -125,11 +137,19 @@ void MonthModel::rebuild() {
         cell.isPast = day < today;
         cell.isToday = day == today;
         cell.isSelected = day == selected;
-        std::vector<std::string> colors;
-        for (const auto index : batch.indicesOnDate(date)) {
-            colors.push_back(batch.event(index).eventColorString);
+        // The day's colour names counted per palette place and written out in the palette's
+        // order: the list that sorting all of them gives, without sorting thousands of names.
+        std::vector<qsizetype> counts(static_cast<std::size_t>(palette_.size()), 0);
+        for (const auto index : onDates[static_cast<std::size_t>(i)]) {
+            ++counts[static_cast<std::size_t>(paletteOf_[index])];
         }
-        cell.colorNames = sortedColorNames(colors);
+        cell.colorNames.reserve(
+            static_cast<qsizetype>(onDates[static_cast<std::size_t>(i)].size()));
+        for (qsizetype place = 0; place < palette_.size(); ++place) {
+            for (qsizetype k = 0; k < counts[static_cast<std::size_t>(place)]; ++k) {
+                cell.colorNames.append(palette_[place]);
+            }
+        }
         cells.push_back(std::move(cell));
     }
 
@@ -150,6 +170,33 @@ void MonthModel::rebuild() {
         // The grid always has 42 cells: redraw them in place instead of making new delegates.
         emit dataChanged(index(0), index(kCellCount - 1));
     }
+}
+
+void MonthModel::learnPalette(std::shared_ptr<const std::vector<eventInfo>> events) {
+    // The distinct colour strings, their names in sorted order, and each event's place there.
+    std::map<std::string, int> distinct;
+    for (const eventInfo& event : *events) {
+        distinct.emplace(event.eventColorString, 0);
+    }
+    QStringList names;
+    for (const auto& entry : distinct) {
+        names << sortedColorNames({entry.first});
+    }
+    QStringList sorted = names;
+    std::sort(sorted.begin(), sorted.end());
+    sorted.erase(std::unique(sorted.begin(), sorted.end()), sorted.end());
+    int i = 0;
+    for (auto& entry : distinct) {
+        entry.second = static_cast<int>(std::lower_bound(sorted.begin(), sorted.end(), names[i++]) -
+                                        sorted.begin());
+    }
+    paletteOf_.clear();
+    paletteOf_.reserve(events->size());
+    for (const eventInfo& event : *events) {
+        paletteOf_.push_back(distinct.find(event.eventColorString)->second);
+    }
+    palette_ = std::move(sorted);
+    paletteEvents_ = std::move(events);
 }
 
 void MonthModel::updateSelection() {

@@ -1,7 +1,8 @@
 // The month grid of the calendar control: the 42 days (six weeks) around the month on show,
 // starting at the calendar's first weekday, each with what its cell draws. All days of a month
 // are answered by one rule batch over the store's events; the grid is recomputed when the month
-// changes or a write to the events commits, and nothing is kept between those.
+// changes or a write to the events commits. The compiled rules are kept from one month to the next
+// until the events, the calendar or the day change.
 #pragma once
 
 #include "records/Observation.h"
@@ -9,9 +10,13 @@
 #include <QAbstractListModel>
 #include <QDateTime>
 #include <QStringList>
+#include <memory>
 #include <vector>
 
 namespace tidemark {
+
+class KeptRuleBatch;
+struct eventInfo;
 
 class MonthModel : public QAbstractListModel {
     Q_OBJECT
@@ -75,6 +80,7 @@ private:
         QStringList colorNames;
     };
     void rebuild();
+    void learnPalette(std::shared_ptr<const std::vector<eventInfo>> events);
     void updateSelection();
 
     QDateTime monthToShowDate_;
@@ -82,6 +88,12 @@ private:
     QString monthTitle_;
     QStringList weekdaySymbols_;
     std::vector<Cell> cells_;
+    std::unique_ptr<KeptRuleBatch> batch_;
+    /// The colour names of the events of `paletteEvents_`, distinct and sorted, and each event's
+    /// place among them.
+    std::shared_ptr<const std::vector<eventInfo>> paletteEvents_;
+    QStringList palette_;
+    std::vector<int> paletteOf_;
     ObservationToken eventsObservation_;
     int buildCount_ = 0;
 };

@@ -7,19 +7,25 @@
 #include "engine/LocalClock.h"
 #include "engine/Occurrences.h"
 #include "engine/RuleBatch.h"
+#include "records/Store.h"
 #include "test_engine_support.h"
 
 #include <algorithm>
 #include <array>
 #include <cstdint>
 #include <cstdlib>
+#include <functional>
 #include <gtest/gtest.h>
 #include <memory>
 #include <optional>
 #include <random>
+#include <sqlite3.h>
 #include <sstream>
 #include <string>
+#include <sys/wait.h>
+#include <thread>
 #include <tuple>
+#include <unistd.h>
 #include <vector>
 
 using namespace tidemark;
@@ -115,6 +121,10 @@ std::string describe(const DateComponents& c) {
     std::ostringstream out;
     PrintTo(c, &out);
     return out.str();
+}
+
+std::string describe(const CivilDate& d) {
+    return std::to_string(d.year) + '-' + std::to_string(d.month) + '-' + std::to_string(d.day);
 }
 
 std::string describe(const EventFields& e) {
@@ -356,7 +366,8 @@ TEST(EngineDifferential, BatchAnswersAreTheWalks) {
     const std::vector<Scene> scenes = makeScenes();
     Failures failures{seed};
 
-    std::int64_t dayQuestions = 0, dayHits = 0, listQuestions = 0, listElements = 0, plans = 0;
+    std::int64_t dayQuestions = 0, dayHits = 0, runQuestions = 0, listQuestions = 0,
+                 listElements = 0, plans = 0;
     std::int64_t round = 0;
     while (dayQuestions < dayCases && failures.count == 0) {
         ++round;
@@ -404,6 +415,38 @@ TEST(EngineDifferential, BatchAnswersAreTheWalks) {
             }
         }
 
+        // A run of consecutive days through the anchor, asked at once: a short one, and now and
+        // then a month view's 42.
+        {
+            const std::int64_t length = round % 32 == 0 ? 42 : random.between(1, 8);
+            const std::int64_t from = anchor - random.between(0, length - 1);
+            std::vector<Date> dates;
+            for (std::int64_t d = 0; d < length; ++d) {
+                dates.push_back(unwrap(calendar.date(wallTime(random, from + d))));
+            }
+            const auto actual = batch.indicesOnDates(dates);
+            for (std::size_t d = 0; d < dates.size(); ++d) {
+                std::vector<std::size_t> expected;
+                for (std::size_t i = 0; i < events.size(); ++i) {
+                    if (eventHappensOnDay(events[i], dates[d], calendar)) {
+                        expected.push_back(i);
+                    }
+                }
+                runQuestions += static_cast<std::int64_t>(events.size());
+                for (std::size_t i = 0; actual[d] != expected && i < events.size(); ++i) {
+                    const bool want = std::count(expected.begin(), expected.end(), i) > 0;
+                    const bool got = std::count(actual[d].begin(), actual[d].end(), i) > 0;
+                    if (want != got) {
+                        failures.report(where("day " + std::to_string(d) + " of a run of " +
+                                              std::to_string(length) + " from " +
+                                              describe(civilFromDays(from))) +
+                                        ", event " + describe(events[i]) + ": walk " +
+                                        std::to_string(want) + ", batch " + std::to_string(got));
+                    }
+                }
+            }
+        }
+
         // Lists: one moment near the anchor, every event.
         const DateComponents wall = wallTime(random, anchor + random.between(-2, 2));
         const Date now = unwrap(calendar.date(wall));
@@ -433,8 +476,8 @@ TEST(EngineDifferential, BatchAnswersAreTheWalks) {
         }
     }
     std::cout << "asked " << dayQuestions << " day questions (" << dayHits << " on the day), "
-              << listQuestions << " lists (" << listElements << " elements), " << plans
-              << " plans\n";
+              << runQuestions << " in runs of days, " << listQuestions << " lists (" << listElements
+              << " elements), " << plans << " plans\n";
     EXPECT_EQ(failures.count, 0) << "seed " << seed << ": " << failures.count << " mismatches";
     EXPECT_GE(dayQuestions, dayCases);
 }
@@ -615,3 +658,89 @@ TEST(EngineDifferential, QuickListReaderAgreesWithTheArchiveReader) {
 }
 
 } // namespace
+
+// A month view's answers from the kept store results and rules, after each thing that may change
+// them: they must be those of a fresh read and a fresh batch, and the rules are compiled anew
+// exactly when something they depend on changed.
+TEST(EngineDifferential, KeptMonthAnswersAreNeverStale) {
+    tidemark::testing::TempDir dir;
+    const auto path = dir.path() / "kept.sqlite";
+    const auto write = [&](std::string id, std::int64_t type, std::int64_t day) {
+        eventInfo e;
+        e.eventId = std::move(id);
+        e.eventType = type;
+        e.eventStartDateYear = 2026, e.eventStartDateMonth = 3, e.eventStartDateDay = day;
+        e.eventDateWhenEveryWeek = encodeDayListArchive({2, 6});
+        Store store = Store::open(path);
+        store.write([&] { store.add(e); });
+    };
+    const auto clock = [](const char* zone, int day, int hour, int minute, int second) {
+        setCalendarEnvironment(
+            tidemark::testing::fixedEnvironment(zone, "de_DE", 2026, 3, day, hour, minute, second));
+    };
+    write("A", 0, 10);
+    write("B", 2, 3);
+    const ScopedCalendarEnvironment scoped(calendarEnvironment());
+    clock("Europe/Berlin", 20, 23, 59, 59);
+    std::vector<Date> days;
+    for (int d = 0; d < 42; ++d) {
+        days.push_back(tidemark::testing::localDate(2026, 2, 23 + d));
+    }
+    KeptRuleBatch kept;
+    const auto ask = [&] {
+        return kept.over(Results<eventInfo>(Query{}, path).shared(), Calendar::current())
+            .indicesOnDates(days);
+    };
+    const auto fresh = [&] {
+        const auto events = Store::open(path).objects<eventInfo>();
+        return RuleBatch(events, Calendar::current()).indicesOnDates(days);
+    };
+    struct Step {
+        const char* what;
+        std::function<void()> change;
+        bool answersMove; ///< whether a fresh batch answers otherwise afterwards
+        bool compiled;    ///< whether the rules must be compiled anew
+    };
+    const std::vector<Step> steps = {
+        {"nothing", [] {}, false, false},
+        {"a commit on this thread", [&] { write("C", 0, 12); }, true, true},
+        {"a commit to another table",
+         [&] {
+             Store store = Store::open(path);
+             store.write([&] { store.add(memoDataForNotiObject{}); });
+         },
+         false, false},
+        {"a commit on another thread", [&] { std::thread([&] { write("A", 0, 14); }).join(); },
+         true, true},
+        {"a commit by another process",
+         [&] {
+             const pid_t pid = fork();
+             if (pid == 0) {
+                 sqlite3* db = nullptr;
+                 _exit(sqlite3_open(path.c_str(), &db) == SQLITE_OK &&
+                               sqlite3_exec(db, "UPDATE eventInfo SET eventStartDateDay = 16",
+                                            nullptr, nullptr, nullptr) == SQLITE_OK
+                           ? 0
+                           : 1);
+             }
+             int status = 1;
+             ASSERT_EQ(waitpid(pid, &status, 0), pid);
+             ASSERT_TRUE(WIFEXITED(status) && WEXITSTATUS(status) == 0);
+         },
+         true, true},
+        {"a zone change", [&] { clock("America/Los_Angeles", 20, 23, 59, 59); }, true, true},
+        {"midnight", [&] { clock("America/Los_Angeles", 21, 0, 0, 1); }, false, true},
+    };
+    auto before = fresh();
+    ASSERT_EQ(ask(), before);
+    for (const Step& step : steps) {
+        SCOPED_TRACE(step.what);
+        const std::uint64_t compiles = kept.compiles();
+        step.change();
+        const auto expected = fresh();
+        EXPECT_EQ(expected != before, step.answersMove);
+        EXPECT_EQ(ask(), expected);
+        EXPECT_EQ(kept.compiles() - compiles, step.compiled ? 1u : 0u);
+        before = expected;
+    }
+}
