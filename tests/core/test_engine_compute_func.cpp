@@ -215,8 +215,12 @@ TEST_F(WeekRule, ThePhraseIsLocalised) {
 }
 
 TEST(Localizable, EveryWeekPhraseHasBothTexts) {
-    const auto path =
-        std::filesystem::path(__FILE__).parent_path() / ".." / ".." / "i18n" / "Localizable.json";
+    // The tests run inside the build folder, which lies somewhere below the source tree.
+    auto root = std::filesystem::current_path();
+    while (!std::filesystem::exists(root / "i18n") && root.has_relative_path()) {
+        root = root.parent_path();
+    }
+    const auto path = root / "i18n" / "Localizable.json";
     std::ifstream in(path);
     ASSERT_TRUE(in) << path;
     const auto table = nlohmann::json::parse(in);
