@@ -43,65 +43,7 @@ protected:
     TempDir dir;
 };
 
-struct ColumnInfo {
-    std::string name;
-    std::string type;
-    bool notNull;
-    bool primaryKey;
-    bool operator==(const ColumnInfo&) const = default;
-};
-
-std::vector<ColumnInfo> tableInfo(const std::filesystem::path& path, std::string_view table) {
-    sqlite3* db = nullptr;
-    EXPECT_EQ(sqlite3_open_v2(path.c_str(), &db, SQLITE_OPEN_READONLY, nullptr), SQLITE_OK);
-    sqlite3_stmt* stmt = nullptr;
-    const std::string sql = "PRAGMA table_info(\"" + std::string(table) + "\")";
-    EXPECT_EQ(sqlite3_prepare_v2(db, sql.c_str(), -1, &stmt, nullptr), SQLITE_OK);
-    std::vector<ColumnInfo> columns;
-    while (sqlite3_step(stmt) == SQLITE_ROW) {
-        columns.push_back({reinterpret_cast<const char*>(sqlite3_column_text(stmt, 1)),
-                           reinterpret_cast<const char*>(sqlite3_column_text(stmt, 2)),
-                           sqlite3_column_int(stmt, 3) != 0, sqlite3_column_int(stmt, 5) != 0});
-    }
-    sqlite3_finalize(stmt);
-    sqlite3_close(db);
-    return columns;
-}
-
 } // namespace
-
-TEST_F(StoreTest, TablesAreNamedAsTheClassesWithColumnsInFieldOrder) {
-    open();
-    struct Expected {
-        const TableSpec& table;
-        std::size_t columns;
-        const char *first, *last;
-    };
-    for (const auto& t : {
-             Expected{tableSpecOf<eventInfo>(), 32, "eventId", "backupDataType03"},
-             Expected{tableSpecOf<memoDataForNotiObject>(), 8, "memoId", "backupDataType03"},
-             Expected{tableSpecOf<shareGroup>(), 5, "shareGroupId", "backupDataType03"},
-             Expected{tableSpecOf<shareMember>(), 7, "shareMemberId", "backupDataType03"},
-             Expected{tableSpecOf<appFuncForDateData>(), 5, "dataId", "dateInfoDay"},
-         }) {
-        SCOPED_TRACE(std::string(t.table.name));
-        const auto columns = tableInfo(file(), t.table.name);
-        ASSERT_EQ(columns.size(), t.columns);
-        EXPECT_EQ(columns.front().name, t.first);
-        EXPECT_EQ(columns.back().name, t.last);
-        for (std::size_t i = 0; i < columns.size(); ++i) {
-            const auto [name, type] = t.table.columns[i];
-            const char* sqlType = type == FieldType::String  ? "TEXT"
-                                  : type == FieldType::Bytes ? "BLOB"
-                                                             : "INTEGER";
-            EXPECT_EQ(columns[i], (ColumnInfo{std::string(name), sqlType, true, i == 0}));
-        }
-    }
-    // The table descriptions against the record declarations: a flag and a blob.
-    const auto events = tableInfo(file(), "eventInfo");
-    EXPECT_EQ(events[7], (ColumnInfo{"eventRepeatOrNot", "INTEGER", true, false}));
-    EXPECT_EQ(events[11], (ColumnInfo{"eventDateWhenEveryWeek", "BLOB", true, false}));
-}
 
 TEST_F(StoreTest, StoreOrderIsInsertionOrderAndAnOverwriteKeepsItsPlace) {
     auto store = open();
