@@ -193,19 +193,6 @@ TEST(CalendarDecomposition, WeekFieldsFollowTheLocaleRules) {
     }
 }
 
-TEST(CalendarDecomposition, EngineSetHasExactlyItsComponents) {
-    Calendar calendar(zoneEnvironment("Europe/Berlin", "de_DE"));
-    const auto parts = calendar.dateComponents(
-        kEngineComponents, unwrap(calendar.date(dateParts(2026, 3, 10, 8, 15, 42))));
-    DateComponents expected = dateParts(2026, 3, 10);
-    expected.hour = 8;
-    expected.minute = 15;
-    expected.weekday = 3;
-    expected.weekOfMonth = 2;
-    expected.weekOfYear = 11;
-    EXPECT_EQ(parts, expected);
-}
-
 TEST(CalendarDecomposition, LocaleCalendarSystemAndEras) {
     // Thai dates count Buddhist-era years in both directions.
     Calendar thai(zoneEnvironment("Asia/Bangkok", "th_TH"));
