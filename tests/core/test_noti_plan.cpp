@@ -156,18 +156,6 @@ TEST_F(NotiPlanTest, SixtyEntriesAreAllFiledAndTheSixtyFirstLatestIsDropped) {
     }
 }
 
-TEST_F(NotiPlanTest, EqualNotiIdsStillGetDistinctIdentifiers) {
-    auto a = reminder("A", 4, 4, 2020, 3, 11, 9);
-    auto b = reminder("B", 4, 4, 2020, 3, 11, 9);
-    b.eventNotiId = "A";
-    storeAll({a, b});
-    notiFunc().replanAllNotiRequests();
-    ASSERT_GE(center->added.size(), 2u);
-    EXPECT_NE(center->added[0].identifier, center->added[1].identifier);
-    EXPECT_EQ(center->added[0].identifier.substr(0, 3), "A@@");
-    EXPECT_EQ(center->added[1].identifier.substr(0, 3), "A@@");
-}
-
 TEST_F(NotiPlanTest, NothingIsFiledWithTheSwitchOffOrWithoutReminders) {
     auto off = reminder("A", 4, 4, 2020, 3, 11, 9);
     off.eventNotiOrNot = false;
