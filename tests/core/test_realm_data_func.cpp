@@ -233,7 +233,8 @@ TEST_F(RealmDataFuncTest, MemosAreStampedAndNeverPublished) {
 
 TEST_F(RealmDataFuncTest, PublicationWithNoEventsIsAnEmptyArray) {
     widgetFunc().publishEventDataToWidget();
-    auto value = DefaultsSuite::named(kSharedSuiteName)->value(kWidgetDataKey);
+    // The widget program reads this key by name.
+    auto value = DefaultsSuite::named(kSharedSuiteName)->value("eventDataFromMainApp");
     ASSERT_TRUE(value.has_value());
     EXPECT_EQ(std::get<Bytes>(*value), (Bytes{'[', ']'}));
     EXPECT_EQ(journal->entries, (std::vector<std::string>{"widgets 0"}));
