@@ -70,18 +70,6 @@ TEST(CalendarEnvironment, CurrentCalendarFollowsChangesOnTheSameThread) {
     EXPECT_EQ(midnight(Calendar::current()), berlinMidnight);
 }
 
-TEST(CalendarEnvironment, OtherThreadsSeeTheEnvironmentWithCalendarsOfTheirOwn) {
-    ScopedCalendarEnvironment shanghai(zoneEnvironment("Asia/Shanghai", "zh_CN"));
-    Calendar* theirs = nullptr;
-    std::string zone;
-    std::thread([&] {
-        theirs = &Calendar::current();
-        zone = theirs->timeZoneId();
-    }).join();
-    EXPECT_NE(&Calendar::current(), theirs);
-    EXPECT_EQ(zone, "Asia/Shanghai");
-}
-
 TEST(CalendarEnvironment, ConcurrentChangesGiveConsistentCalendars) {
     // Readers compose while the environment flips between two zones: every result must belong
     // wholly to one of them.

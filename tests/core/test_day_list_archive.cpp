@@ -259,19 +259,6 @@ TEST(DayListArchive, WritesTheKeyedArchiveLayoutAndReadsItBack) {
     EXPECT_TRUE(decodeDayListArchive({}).empty());
 }
 
-// The longest list within the reader's limits (99,000 elements and 500 shared values, under the
-// 100,000 expanded nodes) reads back whole. A reader that looks elements up by index walks the
-// list from its front for each of them and takes many seconds here; a linear one a few ms.
-TEST(DayListArchive, ReadsBackTheLongestListItAccepts) {
-    std::vector<std::int64_t> list(99'000);
-    for (std::size_t i = 0; i < list.size(); ++i) {
-        list[i] = static_cast<std::int64_t>(i * 7919 % 500) * 1'000'003 - 250'000'000;
-    }
-    const auto read = readDayListArchive(encodeDayListArchive(list));
-    EXPECT_FALSE(read.error.has_value()) << read.error.value_or("");
-    EXPECT_EQ(read.values, list);
-}
-
 TEST(DayListArchive, ReadsArchivesInThePlatformsShape) {
     const auto null = [] { return plist_new_string("$null"); };
     struct Case {

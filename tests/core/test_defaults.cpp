@@ -261,7 +261,7 @@ TEST(Defaults, WritesFromManyThreadsAreAllKept) {
     EXPECT_TRUE(last.size() == 1 && last[0] >= '0' && last[0] <= '3') << last;
 }
 
-TEST(Defaults, StandardAndNamedSuitesFollowTheEnvironmentAfterAReset) {
+TEST(Defaults, StandardAndNamedSuitesLiveInTheConfigAndDataHomes) {
     IsolatedStorage storage;
     auto& standard = DefaultsSuite::standard();
     EXPECT_EQ(standard.path(), storage.configHome() / "tidemark" / "defaults.sqlite");
@@ -271,29 +271,6 @@ TEST(Defaults, StandardAndNamedSuitesFollowTheEnvironmentAfterAReset) {
     EXPECT_EQ(group->path(), storage.dataHome() / "group.example.test" / "defaults.sqlite");
     EXPECT_EQ(DefaultsSuite::named("group.example.test"), group);
     EXPECT_TRUE(std::filesystem::exists(group->path()));
-
-    Setting<std::string> setting{"UI_key", "default"};
-    setting = "first home";
-    group->setValue("shared", std::string("first group"));
-    int calls = 0;
-    auto token = setting.observe([&] { ++calls; });
-
-    const auto second = storage.root() / "second";
-    setenv("XDG_CONFIG_HOME", (second / "config").c_str(), 1);
-    setenv("XDG_DATA_HOME", (second / "data").c_str(), 1);
-    DefaultsSuite::resetForTesting();
-
-    // Same objects, new files: the Setting and its observer carry on.
-    EXPECT_EQ(&DefaultsSuite::standard(), &standard);
-    EXPECT_EQ(DefaultsSuite::named("group.example.test"), group);
-    EXPECT_EQ(standard.path(), second / "config" / "tidemark" / "defaults.sqlite");
-    EXPECT_EQ(group->path(), second / "data" / "group.example.test" / "defaults.sqlite");
-    EXPECT_EQ(setting.get(), "default");
-    EXPECT_EQ(group->value("shared"), std::nullopt);
-    setting = "second home";
-    EXPECT_EQ(calls, 1);
-    EXPECT_EQ(DefaultsSuite(storage.configHome() / "tidemark" / "defaults.sqlite").value("UI_key"),
-              DefaultsValue(std::string("first home")));
 }
 
 TEST(Defaults, ANamedSuiteThatCannotBeMadeIsNull) {

@@ -94,12 +94,7 @@ const std::vector<Place>& places() {
 
 Calendar calendarFor(const std::string& zone, const std::string& locale,
                      std::optional<int> firstWeekday = {}, std::optional<int> minimalDays = {}) {
-    CalendarEnvironment env;
-    env.timeZoneId = zone;
-    env.localeId = locale;
-    env.firstWeekday = firstWeekday;
-    env.minimumDaysInFirstWeek = minimalDays;
-    return Calendar(env);
+    return Calendar(tidemark::testing::zoneEnvironment(zone, locale, firstWeekday, minimalDays));
 }
 
 struct Scene {
@@ -580,16 +575,8 @@ TEST(EngineDifferential, RulesThatNeverLandGiveUpLikeTheWalk) {
     };
     std::vector<EventFields> events;
     for (const Case& c : cases) {
-        EventFields e;
-        e.eventId = "never-" + std::to_string(events.size());
-        e.eventType = 3;
-        e.eventStartDateYear = c.year;
-        e.eventStartDateMonth = c.month;
-        e.eventStartDateDay = c.day;
-        e.eventHaveCustomizeInterval = true;
-        e.eventDateWhenCustomizeRepeatTimes = c.skippedUnits;
-        e.eventDateWhenEveryMonth = encodeDayListArchive(c.codes);
-        events.push_back(e);
+        events.push_back(tidemark::testing::withStep(
+            tidemark::testing::monthlyEvent(c.year, c.month, c.day, c.codes), c.skippedUnits));
     }
     const RuleBatch batch(events, calendar);
     int matched = 0;

@@ -28,30 +28,19 @@ void PrintTo(const ListCase& c, std::ostream* os) {
     *os << c.name;
 }
 
-std::vector<DateComponents> listAt(const ListCase& c) {
-    ScopedCalendarEnvironment env(c.scene.environment());
-    return occurrenceList(c.event, now(), Calendar::current());
-}
-
 class OccurrenceListTest : public ::testing::TestWithParam<ListCase> {};
 
 TEST_P(OccurrenceListTest, GivesTheExpectedElements) {
-    EXPECT_TRUE(sameList(listAt(GetParam()), GetParam().expected));
+    const ListCase& c = GetParam();
+    ScopedCalendarEnvironment env(c.scene.environment());
+    EXPECT_TRUE(sameList(occurrenceList(c.event, now(), Calendar::current()), c.expected));
 }
 
 std::vector<ListCase> dailyCases() {
     const auto at0900 = [](int y, int m, int d) { return ymdhm(y, m, d, 9, 0); };
     return {
-        {"StartAheadTodayFirst", Scene{}, dailyEvent(2026, 3, 10, 9, 0),
-         series(0, 99, [&](int i) { return at0900(2026, 3, 10 + i); })},
-        {"TimePassedTomorrowFirst", Scene{.hour = 10}, dailyEvent(2026, 3, 10, 9, 0),
-         series(1, 99, [&](int i) { return at0900(2026, 3, 10 + i); })},
         {"TimeIsNowTomorrowFirst", Scene{.hour = 9}, dailyEvent(2026, 3, 1, 9, 0),
          series(1, 99, [&](int i) { return at0900(2026, 3, 10 + i); })},
-        {"EndTodayBeforeItsTime",
-         Scene{},
-         withEnd(dailyEvent(2026, 3, 10, 9, 0), 2026, 3, 10),
-         {at0900(2026, 3, 10)}},
         {"EndTodayAfterItsTime",
          Scene{.hour = 10},
          withEnd(dailyEvent(2026, 3, 10, 9, 0), 2026, 3, 10),
@@ -59,10 +48,6 @@ std::vector<ListCase> dailyCases() {
         // 8 days 23 hours since the start: 8 whole days, the grid point after them is day 10.
         {"StepThreePastStart", Scene{}, withStep(dailyEvent(2026, 3, 1, 9, 0), 2),
          series(1, 99, [&](int i) { return at0900(2026, 3, 1 + (2 + i) * 3); })},
-        {"StepThreeStartAhead", Scene{}, withStep(dailyEvent(2026, 3, 20, 9, 0), 2),
-         series(0, 99, [&](int i) { return at0900(2026, 3, 20 + 3 * i); })},
-        {"StepOneStartIsNow", Scene{}, withStep(dailyEvent(2026, 3, 10, 8, 0), 0),
-         series(1, 99, [](int i) { return ymdhm(2026, 3, 10 + i, 8, 0); })},
         // Day numbers run on past the month: the last element is day 124 of January.
         {"DaysRunPastTheMonth", Scene{.month = 1}, dailyEvent(2026, 1, 25, 9, 0),
          series(0, 99, [&](int i) { return at0900(2026, 1, 25 + i); })},
@@ -70,9 +55,6 @@ std::vector<ListCase> dailyCases() {
         {"SkippedWallTimeStillToCome", Scene{.day = 29, .hour = 3, .minute = 10},
          dailyEvent(2026, 1, 1, 2, 30),
          series(0, 99, [](int i) { return ymdhm(2026, 3, 29 + i, 2, 30); })},
-        {"SkippedWallTimePassed", Scene{.day = 29, .hour = 3, .minute = 40},
-         dailyEvent(2026, 1, 1, 2, 30),
-         series(1, 99, [](int i) { return ymdhm(2026, 3, 29 + i, 2, 30); })},
         // 02:00 on 25 October is the first of the two; 02:30 is the first 02:30, still ahead.
         {"RepeatedWallTime", Scene{.month = 10, .day = 25, .hour = 2},
          dailyEvent(2026, 1, 1, 2, 30),
@@ -82,7 +64,6 @@ std::vector<ListCase> dailyCases() {
         {"StepOneAcrossClockChange", Scene{.day = 30, .hour = 0},
          withStep(dailyEvent(2026, 3, 1, 0, 0), 0),
          series(1, 99, [](int i) { return ymdhm(2026, 3, 29 + i, 0, 0); })},
-        {"NotDailyType", Scene{}, makeEvent(7, 2026, 3, 10), {}},
     };
 }
 
@@ -103,31 +84,10 @@ std::vector<ListCase> weeklyCases() {
          series(1, 19, [](int i) { return ymd(2026, 3, 8 + 7 * i); })},
         {"SundayCodeMondayFirstWeek", Scene{.locale = "de_DE"}, weeklyEvent(2026, 3, 11, {7}),
          series(0, 19, [](int i) { return ymd(2026, 3, 15 + 7 * i); })},
-        {"SundayCodeFirstWeekdaySetting", Scene{.firstWeekday = 2}, weeklyEvent(2026, 3, 11, {7}),
-         series(0, 19, [](int i) { return ymd(2026, 3, 15 + 7 * i); })},
-        // Start Monday 23 March: the week's Sunday (22 March, Sunday first) is open but exactly
-        // one day before the start, and refused.
-        {"SundayCodeStartFarAhead", Scene{}, weeklyEvent(2026, 3, 23, {7}),
-         series(1, 19, [](int i) { return ymd(2026, 3, 22 + 7 * i); })},
-        // Start Sunday 15 March, Monday code: the week of the start holds 16 March (Sunday
-        // first) or 9 March (Monday first, refused as over and before the start).
-        {"MondayCodeStartSundaySundayFirst", Scene{}, weeklyEvent(2026, 3, 15, {1}),
-         series(0, 19, [](int i) { return ymd(2026, 3, 16 + 7 * i); })},
-        {"MondayCodeStartSundayMondayFirst", Scene{.locale = "de_DE"},
-         weeklyEvent(2026, 3, 15, {1}),
-         series(1, 19, [](int i) { return ymd(2026, 3, 9 + 7 * i); })},
         {"GroupedByStoredCode", Scene{.day = 14, .hour = 10}, weeklyEvent(2020, 1, 6, {5, 1}),
          concat(fridays(1), mondays)},
-        {"TodaysElementOpenAt2359", Scene{.day = 13, .hour = 23, .minute = 59},
-         weeklyEvent(2020, 1, 6, {5}), fridays(0)},
         {"YesterdaysElementOverAtMidnight", Scene{.day = 14, .hour = 0},
          weeklyEvent(2020, 1, 6, {5}), fridays(1)},
-        // Start Monday 2 February, every second week: 5 whole weeks passed, offset 2 x 14 days;
-        // the first candidate (2 March) is over.
-        {"StepTwoPastStart", Scene{}, withStep(weeklyEvent(2026, 2, 2, {1}), 1),
-         series(1, 19, [](int i) { return ymd(2026, 2, 30 + 14 * i); })},
-        {"StepThreeStartAhead", Scene{}, withStep(weeklyEvent(2026, 3, 12, {4}), 2),
-         series(0, 19, [](int i) { return ymd(2026, 3, 12 + 21 * i); })},
         {"DoubledCodeEndCut",
          Scene{},
          withEnd(weeklyEvent(2026, 3, 3, {2, 2}), 2026, 3, 17),
@@ -140,7 +100,6 @@ std::vector<ListCase> weeklyCases() {
         // Past start: 114 whole weeks from 2 January 2024 reach today, 10 March 2026.
         {"YearTurnPastStart", Scene{}, weeklyEvent(2024, 12, 31, {2}),
          series(0, 19, [](int i) { return ymd(2024, 1, 2 + (i + 114) * 7); })},
-        {"NoCodes", Scene{}, weeklyEvent(2026, 3, 3, {}), {}},
     };
 }
 
@@ -157,11 +116,6 @@ std::vector<ListCase> monthlyCases() {
          monthlyEvent(2026, 1, 15, {31}),
          {ymd(2026, 1, 31), ymd(2026, 3, 31), ymd(2026, 5, 31), ymd(2026, 7, 31), ymd(2026, 8, 31),
           ymd(2026, 10, 31)}},
-        {"Code29CommonYear",
-         Scene{.month = 1, .day = 20},
-         monthlyEvent(2026, 1, 15, {29}),
-         {ymd(2026, 1, 29), ymd(2026, 3, 29), ymd(2026, 4, 29), ymd(2026, 5, 29), ymd(2026, 6, 29),
-          ymd(2026, 7, 29)}},
         {"Code99StartAhead",
          Scene{},
          monthlyEvent(2028, 2, 10, {99}),
@@ -182,39 +136,19 @@ std::vector<ListCase> monthlyCases() {
          Scene{},
          withEnd(monthlyEvent(2026, 1, 1, {99, 31}), 2026, 5, 30),
          {ymd(2026, 3, 31), ymd(2026, 3, 31), ymd(2026, 4, 30)}},
-        {"StartAheadKeepsEarlierDates", Scene{}, monthlyEvent(2026, 3, 20, {15}),
-         inMonths(2026, 3, 1, 6, 15)},
-        {"ThisMonthsDateOver", Scene{.day = 12}, monthlyEvent(2026, 1, 1, {10}),
-         inMonths(2026, 4, 1, 6, 10)},
-        {"TodayOpenAt2300", Scene{.day = 12, .hour = 23}, monthlyEvent(2026, 1, 1, {12}),
-         inMonths(2026, 3, 1, 6, 12)},
         // A past start lets the month in progress finish: 5 elements in March, then all of
         // April's ten codes.
         {"PastStartMonthInProgressFinishes", Scene{.day = 6},
          monthlyEvent(2026, 1, 1, {1, 2, 3, 4, 5, 6, 7, 8, 9, 10}),
          concat(series(6, 10, [](int d) { return ymd(2026, 3, d); }),
                 series(1, 10, [](int d) { return ymd(2026, 4, d); }))},
-        {"StartAheadStopsAtSix", Scene{.day = 6},
-         monthlyEvent(2026, 4, 1, {1, 2, 3, 4, 5, 6, 7, 8, 9, 10}),
-         series(1, 6, [](int d) { return ymd(2026, 4, d); })},
-        // Every second month from January: the grid follows the month in which it is looked at.
-        {"StepTwoLookedAtInApril", Scene{.month = 4}, withStep(monthlyEvent(2026, 1, 1, {15}), 1),
-         inMonths(2026, 4, 2, 6, 15)},
         {"StepTwoLookedAtInMay", Scene{.month = 5}, withStep(monthlyEvent(2026, 1, 1, {15}), 1),
          inMonths(2026, 5, 2, 6, 15)},
-        // Start November 2025, every third month: 4 months passed; the year stays 2025.
-        {"StepThreeFromLastYear", Scene{}, withStep(monthlyEvent(2025, 11, 1, {20}), 2),
-         inMonths(2025, 15, 3, 6, 20)},
         {"StepZeroRepeatsOneDate", Scene{}, withStep(monthlyEvent(2026, 3, 20, {25}), -1),
          series(1, 6, [](int) { return ymd(2026, 3, 25); })},
-        // On the 25-hour day in Auckland today's midnight is 24 hours behind at 23:00.
-        {"AucklandLongDayOpenAt2230",
-         Scene{.zone = "Pacific/Auckland", .month = 4, .day = 5, .hour = 22, .minute = 30},
-         monthlyEvent(2026, 1, 1, {5}), inMonths(2026, 4, 1, 6, 5)},
         {"AucklandLongDayOverAt2330",
          Scene{.zone = "Pacific/Auckland", .month = 4, .day = 5, .hour = 23, .minute = 30},
          monthlyEvent(2026, 1, 1, {5}), inMonths(2026, 5, 1, 6, 5)},
-        {"NoCodes", Scene{}, monthlyEvent(2026, 1, 1, {}), {}},
     };
 }
 
@@ -226,27 +160,14 @@ std::vector<ListCase> yearlyCases() {
         return series(first, last, [=](int i) { return ymd(firstYear + step * i, month, day); });
     };
     return {
-        {"TodayOpenAt2359", Scene{.hour = 23, .minute = 59}, makeEvent(4, 2000, 3, 10),
-         years(0, 99, 1, 2026, 3, 10)},
         {"OverAtNextMidnight", Scene{.day = 11, .hour = 0}, makeEvent(4, 2000, 3, 10),
          years(1, 99, 1, 2026, 3, 10)},
-        {"OneOffLaterThisYear", Scene{}, makeEvent(0, 2020, 5, 1), years(0, 99, 1, 2026, 5, 1)},
         {"OneOffEarlierThisYear", Scene{}, makeEvent(0, 2020, 3, 1), years(1, 99, 1, 2026, 3, 1)},
-        {"OneOffStartAhead", Scene{}, makeEvent(0, 2026, 3, 10), years(0, 99, 1, 2026, 3, 10)},
         {"LeapDayKeepsItsComponents", Scene{.year = 2027, .month = 1}, makeEvent(4, 2024, 2, 29),
          years(0, 99, 1, 2027, 2, 29)},
         // Every second year from 2020: skip 3 at 1 March 2024, so 2024 is never offered.
         {"StepTwoSkipsThisYearsGridPoint", Scene{.year = 2024, .month = 3, .day = 1},
          withStep(makeEvent(4, 2020, 12, 1), 1), years(0, 99, 2, 2026, 12, 1)},
-        {"StepTwoSkipsGridPointStillToCome", Scene{}, withStep(makeEvent(4, 2020, 12, 1), 1),
-         years(0, 99, 2, 2028, 12, 1)},
-        {"StepThreeStartToday", Scene{}, withStep(makeEvent(4, 2026, 3, 10), 2),
-         years(0, 99, 3, 2026, 3, 10)},
-        {"StepZeroStartToday", Scene{}, withStep(makeEvent(4, 2026, 3, 10), -1),
-         years(0, 99, 0, 2026, 3, 10)},
-        {"EndDateCutsLaterYears", Scene{}, withEnd(makeEvent(4, 2000, 3, 10), 2030, 1, 15),
-         years(0, 3, 1, 2026, 3, 10)},
-        {"EndBeforeToday", Scene{}, withEnd(makeEvent(0, 2000, 5, 1), 2026, 3, 9), {}},
         // The day after the change to summer time: yesterday's midnight is only 23.5 hours back.
         {"OpenAfterShortDay", Scene{.day = 30, .hour = 0, .minute = 30}, makeEvent(4, 2020, 3, 29),
          years(0, 99, 1, 2026, 3, 29)},
@@ -275,12 +196,6 @@ TEST(OccurrenceFamilies, ServeOnlyTheirOwnTypes) {
             << type;
         EXPECT_EQ(occurrenceList(event, moment, calendar).empty(), type < 0 || type > 4) << type;
     }
-    event.eventType = 3;
-    EXPECT_TRUE(sameList(occurrenceList(event, moment, calendar),
-                         series(3, 8, [](int m) { return ymd(2026, m, 20); })));
-    event.eventType = 0;
-    EXPECT_TRUE(sameList(occurrenceList(event, moment, calendar),
-                         series(2027, 2125, [](int y) { return ymd(y, 3, 3); })));
 }
 
 TEST(OccurrenceFamilies, DailyStartThatDoesNotComposeWithIntervalIsNoStop) {
@@ -292,38 +207,21 @@ TEST(OccurrenceFamilies, DailyStartThatDoesNotComposeWithIntervalIsNoStop) {
         sameList(list, series(1, 99, [&](int i) { return ymdhm(hugeYear, 1, 1 + 2 * i, 9, 0); })));
 }
 
-TEST(EngineHelpers, LastDayOfMonth) {
+// Month lengths run on past month 12 and before month 1; week codes run Monday 1 to Sunday 7,
+// the calendar's weekdays Sunday 1 to Saturday 7.
+TEST(EngineHelpers, LastDayOfMonthAndCalendarWeekday) {
     ScopedCalendarEnvironment env(Scene{}.environment());
-    const Calendar& calendar = Calendar::current();
     struct {
         std::int64_t year, month, last;
-    } cases[] = {{2024, 2, 29}, {2026, 4, 30}, {2027, 14, 29}, {2026, 0, 31}, {2100, 2, 28}};
-    for (const auto& c : cases) {
-        EXPECT_EQ(lastDayOfMonth(c.year, c.month, calendar), c.last) << c.year << "-" << c.month;
+    } months[] = {{2024, 2, 29}, {2026, 4, 30}, {2027, 14, 29}, {2026, 0, 31}, {2100, 2, 28}};
+    for (const auto& c : months) {
+        EXPECT_EQ(lastDayOfMonth(c.year, c.month, Calendar::current()), c.last)
+            << c.year << "-" << c.month;
     }
-}
-
-TEST(EngineHelpers, CalendarWeekday) {
-    const std::pair<std::int64_t, std::int64_t> cases[] = {{7, 1}, {1, 2}, {6, 7}, {0, 1}, {8, 9}};
-    for (const auto& [code, weekday] : cases) {
+    const std::pair<std::int64_t, std::int64_t> codes[] = {{7, 1}, {1, 2}, {6, 7}, {0, 1}, {8, 9}};
+    for (const auto& [code, weekday] : codes) {
         EXPECT_EQ(calendarWeekday(code), weekday) << code;
     }
-}
-
-TEST(EngineHelpers, OpenUntilADayHasPassed) {
-    ScopedCalendarEnvironment env(Scene{}.environment());
-    const Date midnight = localDate(2026, 3, 10);
-    EXPECT_TRUE(isOpenAt(midnight, localDate(2026, 3, 10, 23, 59, 59)));
-    EXPECT_FALSE(isOpenAt(midnight, localDate(2026, 3, 11)));
-    EXPECT_TRUE(isOpenAt(midnight, localDate(2020, 1, 1)));
-}
-
-TEST(EngineHelpers, DayStartIgnoresTheTimeOfDay) {
-    ScopedCalendarEnvironment env(Scene{.zone = "America/New_York"}.environment());
-    EXPECT_EQ(dayStartOf(localDate(2026, 3, 8, 23, 30), Calendar::current()),
-              localDate(2026, 3, 8));
-    EXPECT_EQ(dayStartOf(localDate(2026, 11, 1, 1, 30), Calendar::current()),
-              localDate(2026, 11, 1));
 }
 
 std::vector<DateComponents> listNow(const EventFields& event) {

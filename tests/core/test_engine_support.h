@@ -1,9 +1,8 @@
-// Shared pieces of the engine tests: event values, occurrence elements and list comparison.
+// Shared pieces of the engine tests: a clock and a place per case, occurrence elements and list
+// comparison.
 #pragma once
 
-#include "TestSupport.h"
-#include "records/DayListArchive.h"
-#include "records/eventInfo.h"
+#include "RecordSupport.h"
 
 #include <cstdint>
 #include <functional>
@@ -49,55 +48,6 @@ struct Scene {
         return env;
     }
 };
-
-inline EventFields makeEvent(std::int64_t type, std::int64_t year, std::int64_t month,
-                             std::int64_t day) {
-    EventFields e;
-    e.eventId = "event";
-    e.eventTitle = "Title";
-    e.eventType = type;
-    e.eventRepeatOrNot = type != 0;
-    e.eventStartDateYear = year;
-    e.eventStartDateMonth = month;
-    e.eventStartDateDay = day;
-    return e;
-}
-
-inline EventFields dailyEvent(std::int64_t year, std::int64_t month, std::int64_t day,
-                              std::int64_t hour, std::int64_t minute) {
-    EventFields e = makeEvent(1, year, month, day);
-    e.eventDateWhenEveryDayHour = hour;
-    e.eventDateWhenEveryDayMin = minute;
-    return e;
-}
-
-inline EventFields weeklyEvent(std::int64_t year, std::int64_t month, std::int64_t day,
-                               const std::vector<std::int64_t>& codes) {
-    EventFields e = makeEvent(2, year, month, day);
-    e.eventDateWhenEveryWeek = encodeDayListArchive(codes);
-    return e;
-}
-
-inline EventFields monthlyEvent(std::int64_t year, std::int64_t month, std::int64_t day,
-                                const std::vector<std::int64_t>& codes) {
-    EventFields e = makeEvent(3, year, month, day);
-    e.eventDateWhenEveryMonth = encodeDayListArchive(codes);
-    return e;
-}
-
-inline EventFields withStep(EventFields e, std::int64_t skippedUnits) {
-    e.eventHaveCustomizeInterval = true;
-    e.eventDateWhenCustomizeRepeatTimes = skippedUnits;
-    return e;
-}
-
-inline EventFields withEnd(EventFields e, std::int64_t year, std::int64_t month, std::int64_t day) {
-    e.eventHaveEndDateOrNot = true;
-    e.eventEndDateYear = year;
-    e.eventEndDateMonth = month;
-    e.eventEndDateDay = day;
-    return e;
-}
 
 inline DateComponents ymd(std::int64_t y, std::int64_t m, std::int64_t d) {
     return dateParts(y, m, d);

@@ -1,15 +1,14 @@
 // Reminder planning: lead times, the order of the plan, the cap of 60 taken before the past
 // reminders are left out, identifiers, and the master switch.
-#include "TestSupport.h"
+#include "RecordSupport.h"
 #include "notifications/NotificationCenter.h"
 #include "notifications/notiFunc.h"
-#include "records/DayListArchive.h"
-#include "records/Store.h"
 
 #include <gtest/gtest.h>
 #include <memory>
 
 using namespace tidemark;
+using namespace tidemark::testing;
 
 namespace {
 
@@ -58,18 +57,8 @@ class NotiPlanTest : public ::testing::Test {
 protected:
     void SetUp() override { setNotificationCenter(center); }
     void TearDown() override { setNotificationCenter(nullptr); }
-    void store(const std::vector<eventInfo>& events) {
-        Store s = Store::open();
-        s.write([&] {
-            for (const auto& e : events) {
-                s.add(e);
-            }
-        });
-    }
-
-    tidemark::testing::IsolatedStorage storage;
-    ScopedCalendarEnvironment env{
-        tidemark::testing::fixedEnvironment("Europe/Berlin", "en_US", 2026, 3, 10, 8)};
+    IsolatedStorage storage;
+    ScopedCalendarEnvironment env{fixedEnvironment("Europe/Berlin", "en_US", 2026, 3, 10, 8)};
     std::shared_ptr<RecordingCenter> center = std::make_shared<RecordingCenter>();
 };
 
@@ -120,7 +109,7 @@ TEST_F(NotiPlanTest, TheCapOfSixtyCountsThePastRemindersThatFileNothing) {
     };
     for (const auto c : {Case{0, 60}, Case{1, 59}, Case{5, 55}}) {
         SCOPED_TRACE(c.pastOnes);
-        tidemark::testing::IsolatedStorage fresh;
+        IsolatedStorage fresh;
         // A daily event at 12:00 without lead: 100 coming reminders, the earliest today.
         auto daily = reminder("D", 1, 0, 2026, 3, 1);
         daily.eventDateWhenEveryDayHour = 12;
@@ -131,7 +120,7 @@ TEST_F(NotiPlanTest, TheCapOfSixtyCountsThePastRemindersThatFileNothing) {
             auto past = reminder("P" + std::to_string(i), 4, 7, 2020, 3, 11);
             events.push_back(past);
         }
-        store(events);
+        storeAll(events);
         notiFunc().replanAllNotiRequests();
         EXPECT_EQ(center->added.size(), c.filed);
         for (const auto& r : center->added) {
@@ -147,14 +136,14 @@ TEST_F(NotiPlanTest, TheCapOfSixtyCountsThePastRemindersThatFileNothing) {
 TEST_F(NotiPlanTest, SixtyEntriesAreAllFiledAndTheSixtyFirstLatestIsDropped) {
     for (const int entries : {60, 61}) {
         SCOPED_TRACE(entries);
-        tidemark::testing::IsolatedStorage fresh;
+        IsolatedStorage fresh;
         // One-off events on the days after today, stored latest first, so that the store's order
         // is not the plan's: each has one reminder at 09:00 on its day.
         std::vector<eventInfo> events;
         for (int i = entries; i >= 1; --i) {
             events.push_back(reminder("E" + std::to_string(i), 0, 4, 2026, 3, 10 + i, 9, 0));
         }
-        store(events);
+        storeAll(events);
         notiFunc().replanAllNotiRequests();
         ASSERT_EQ(center->added.size(), 60u);
         for (std::size_t i = 0; i < center->added.size(); ++i) {
@@ -167,26 +156,14 @@ TEST_F(NotiPlanTest, SixtyEntriesAreAllFiledAndTheSixtyFirstLatestIsDropped) {
     }
 }
 
-TEST_F(NotiPlanTest, EqualNotiIdsStillGetDistinctIdentifiers) {
-    auto a = reminder("A", 4, 4, 2020, 3, 11, 9);
-    auto b = reminder("B", 4, 4, 2020, 3, 11, 9);
-    b.eventNotiId = "A";
-    store({a, b});
-    notiFunc().replanAllNotiRequests();
-    ASSERT_GE(center->added.size(), 2u);
-    EXPECT_NE(center->added[0].identifier, center->added[1].identifier);
-    EXPECT_EQ(center->added[0].identifier.substr(0, 3), "A@@");
-    EXPECT_EQ(center->added[1].identifier.substr(0, 3), "A@@");
-}
-
 TEST_F(NotiPlanTest, NothingIsFiledWithTheSwitchOffOrWithoutReminders) {
     auto off = reminder("A", 4, 4, 2020, 3, 11, 9);
     off.eventNotiOrNot = false;
-    store({off});
+    storeAll({off});
     notiFunc().replanAllNotiRequests();
     EXPECT_TRUE(center->added.empty());
 
-    store({reminder("B", 4, 4, 2020, 3, 11, 9)});
+    storeAll({reminder("B", 4, 4, 2020, 3, 11, 9)});
     Setting<bool>("ALL_APP_switchOfNotiOpenOrNotForAllEvent", true).set(false);
     notiFunc().replanAllNotiRequests();
     EXPECT_TRUE(center->added.empty());

@@ -1,7 +1,7 @@
 // The store's change operations: what they write, what reaches the cloud and the widgets, in
 // which order, and where they stop the program.
 #include "QuietCloudService.h"
-#include "TestSupport.h"
+#include "RecordSupport.h"
 #include "cloud/CloudService.h"
 #include "records/EventJson.h"
 #include "records/SettingsKeys.h"
@@ -26,7 +26,7 @@
 extern char** environ;
 
 using namespace tidemark;
-using tidemark::testing::IsolatedStorage;
+using namespace tidemark::testing;
 
 namespace {
 
@@ -51,7 +51,7 @@ std::vector<eventObjectAtWidget> publishedEvents() {
 }
 
 /// Notes each transfer as it starts (the first call of each one); the answers never come.
-class RecordingCloud final : public tidemark::testing::QuietCloudService {
+class RecordingCloud final : public QuietCloudService {
 public:
     explicit RecordingCloud(std::shared_ptr<Journal> j) : journal(std::move(j)) {}
     void fetchRecord(
@@ -90,22 +90,6 @@ public:
     }
     std::shared_ptr<Journal> journal;
 };
-
-eventObject sampleEvent(const std::string& id, const std::string& title = "Title") {
-    eventObject e;
-    e.eventId = id;
-    e.eventNotiId = id;
-    e.eventTitle = title;
-    e.eventContent = "Content";
-    e.eventStartDateYear = 2026;
-    e.eventStartDateMonth = 3;
-    e.eventStartDateDay = 10;
-    e.eventType = 2;
-    e.eventDateWhenEveryWeek = {1, 2, 3};
-    e.eventColorString = "colorForUserSelection02";
-    e.backupDataType02 = "kept in the store";
-    return e;
-}
 
 class RealmDataFuncTest : public ::testing::Test {
 protected:
@@ -149,6 +133,7 @@ TEST_F(RealmDataFuncTest, AddWritesThenCloudThenWidgetsAndOverwritesInPlace) {
     ASSERT_EQ(published.size(), 2u);
     auto expected = eventAs<eventObjectAtWidget>(sampleEvent("A", "Second title"));
     expected.backupDataType02 = "";
+    expected.backupDataType01 = 0;
     EXPECT_EQ(static_cast<const EventFields&>(published[0]),
               static_cast<const EventFields&>(expected));
 }
@@ -156,8 +141,7 @@ TEST_F(RealmDataFuncTest, AddWritesThenCloudThenWidgetsAndOverwritesInPlace) {
 TEST_F(RealmDataFuncTest, NothingReachesTheCloudWhileSyncIsOff) {
     realmDataFunc().addEventData(sampleEvent("A"));
     realmDataFunc().editEventData(storedEvents()[0], "eventTitle", std::string("New"));
-    realmDataFunc().addMemoData("A", "M1", "memo", "text",
-                                tidemark::testing::localDate(2026, 3, 10, 9, 5));
+    realmDataFunc().addMemoData("A", "M1", "memo", "text", localDate(2026, 3, 10, 9, 5));
     realmDataFunc().deleteMemoData("M1");
     realmDataFunc().deleteEventData("A");
     EXPECT_EQ(journal->entries, (std::vector<std::string>{"widgets 1", "widgets 1", "widgets 0"}));
@@ -166,8 +150,7 @@ TEST_F(RealmDataFuncTest, NothingReachesTheCloudWhileSyncIsOff) {
 TEST_F(RealmDataFuncTest, DeleteRemovesThenTellsTheCloudAndKeepsMemos) {
     cloudOn();
     realmDataFunc().addEventData(sampleEvent("A"));
-    realmDataFunc().addMemoData("A", "M1", "memo", "text",
-                                tidemark::testing::localDate(2026, 3, 10));
+    realmDataFunc().addMemoData("A", "M1", "memo", "text", localDate(2026, 3, 10));
     journal->entries.clear();
     realmDataFunc().deleteEventData("A");
     EXPECT_TRUE(storedEvents().empty());
@@ -181,44 +164,26 @@ TEST_F(RealmDataFuncTest, EditReplacesExactlyTheNamedField) {
     realmDataFunc().addEventData(sampleEvent("A"));
     const auto before = storedEvents()[0];
 
-    struct Case {
-        std::string key;
-        std::optional<std::string> s;
-        std::optional<std::int64_t> i;
-        std::optional<bool> b;
-        std::optional<Bytes> d;
-        std::function<void(eventInfo&)> expect;
-    };
-    const std::vector<Case> cases = {
-        {"eventColorString",
-         "colorForUserSelection05",
-         {},
-         {},
-         {},
-         [](eventInfo& e) { e.eventColorString = "colorForUserSelection05"; }},
-        {"eventStarOrNot", {}, {}, true, {}, [](eventInfo& e) { e.eventStarOrNot = true; }},
-        {"eventType", {}, 4, {}, {}, [](eventInfo& e) { e.eventType = 4; }},
+    // Every edit hands in a value of each type: only the one of the field's type is used. An
+    // unknown key or the identifier's own key rewrite the record unchanged.
+    const std::pair<std::string, std::function<void(eventInfo&)>> cases[] = {
+        {"eventColorString", [](eventInfo& e) { e.eventColorString = "x"; }},
+        {"eventStarOrNot", [](eventInfo& e) { e.eventStarOrNot = false; }},
+        {"eventType", [](eventInfo& e) { e.eventType = 4; }},
         {"eventDateWhenEveryMonth",
-         {},
-         {},
-         {},
-         Bytes{9, 9},
          [](eventInfo& e) {
              e.eventDateWhenEveryMonth = {9, 9};
          }},
-        {"backupDataType02", "x", {}, {}, {}, [](eventInfo& e) { e.backupDataType02 = "x"; }},
-        // Arguments of other types than the field's are ignored.
-        {"eventTitle", "T", 7, false, Bytes{1}, [](eventInfo& e) { e.eventTitle = "T"; }},
-        // An unknown key or the identifier's own key rewrite the record unchanged.
-        {"noSuchField", "x", 1, true, Bytes{1}, [](eventInfo&) {}},
-        {"eventId", "OTHER", {}, {}, {}, [](eventInfo&) {}},
+        {"backupDataType02", [](eventInfo& e) { e.backupDataType02 = "x"; }},
+        {"noSuchField", [](eventInfo&) {}},
+        {"eventId", [](eventInfo&) {}},
     };
-    for (const auto& c : cases) {
-        SCOPED_TRACE(c.key);
+    for (const auto& [key, expect] : cases) {
+        SCOPED_TRACE(key);
         journal->entries.clear();
-        realmDataFunc().editEventData(before, c.key, c.s, c.i, c.b, c.d);
+        realmDataFunc().editEventData(before, key, std::string("x"), 4, false, Bytes{9, 9});
         auto expected = before;
-        c.expect(expected);
+        expect(expected);
         ASSERT_EQ(storedEvents().size(), 1u);
         EXPECT_EQ(storedEvents()[0], expected);
         EXPECT_EQ(journal->entries,
@@ -248,10 +213,8 @@ TEST_F(RealmDataFuncTest, EditOfAVanishedEventOnlyPublishes) {
 
 TEST_F(RealmDataFuncTest, MemosAreStampedAndNeverPublished) {
     cloudOn();
-    ScopedCalendarEnvironment env(
-        tidemark::testing::fixedEnvironment("Europe/Berlin", "en_US", 2026, 3, 10, 8));
-    realmDataFunc().addMemoData("A", "M1", "Title", "Body",
-                                tidemark::testing::localDate(2026, 3, 10, 21, 7, 59));
+    ScopedCalendarEnvironment env(fixedEnvironment("Europe/Berlin", "en_US", 2026, 3, 10, 8));
+    realmDataFunc().addMemoData("A", "M1", "Title", "Body", localDate(2026, 3, 10, 21, 7, 59));
     realmDataFunc().deleteMemoData("unknown");
     realmDataFunc().addBgTaskInfoMemo();
     const auto memos = Store::open().objects<memoDataForNotiObject>();
@@ -270,7 +233,8 @@ TEST_F(RealmDataFuncTest, MemosAreStampedAndNeverPublished) {
 
 TEST_F(RealmDataFuncTest, PublicationWithNoEventsIsAnEmptyArray) {
     widgetFunc().publishEventDataToWidget();
-    auto value = DefaultsSuite::named(kSharedSuiteName)->value(kWidgetDataKey);
+    // The widget program reads this key by name.
+    auto value = DefaultsSuite::named(kSharedSuiteName)->value("eventDataFromMainApp");
     ASSERT_TRUE(value.has_value());
     EXPECT_EQ(std::get<Bytes>(*value), (Bytes{'[', ']'}));
     EXPECT_EQ(journal->entries, (std::vector<std::string>{"widgets 0"}));
@@ -426,8 +390,7 @@ TEST_F(RealmDataFuncDeathTest, WhatWasCommittedSurvivesAStop) {
 }
 
 TEST_F(RealmDataFuncTest, DayRowsFollowTheWindowAndKeepRawDayNumbers) {
-    ScopedCalendarEnvironment env(
-        tidemark::testing::fixedEnvironment("Asia/Shanghai", "zh_CN", 2026, 2, 26, 12));
+    ScopedCalendarEnvironment env(fixedEnvironment("Asia/Shanghai", "zh_CN", 2026, 2, 26, 12));
     struct Case {
         std::int64_t range;
         std::size_t rows;
@@ -450,8 +413,7 @@ TEST_F(RealmDataFuncTest, DayRowsFollowTheWindowAndKeepRawDayNumbers) {
 }
 
 TEST_F(RealmDataFuncTest, RemovingADayDropsOnlyItsRows) {
-    ScopedCalendarEnvironment env(
-        tidemark::testing::fixedEnvironment("America/New_York", "en_US", 2026, 3, 8, 12));
+    ScopedCalendarEnvironment env(fixedEnvironment("America/New_York", "en_US", 2026, 3, 8, 12));
     extensionDataFunc rows;
     DateComponents c;
     c.year = 2026;
@@ -466,7 +428,7 @@ TEST_F(RealmDataFuncTest, RemovingADayDropsOnlyItsRows) {
     unrepresentable.month = 1;
     unrepresentable.day = 1;
     rows.addDateData(unrepresentable);
-    rows.removeDateData(tidemark::testing::localDate(2026, 3, 8, 23, 30));
+    rows.removeDateData(localDate(2026, 3, 8, 23, 30));
     const auto left = Store::open().objects<appFuncForDateData>();
     ASSERT_EQ(left.size(), 1u);
     EXPECT_EQ(left[0].dateString, "20260309");

@@ -18,10 +18,6 @@ TEST(SettingsCatalog, KeysAreUniqueAndCarryTheirAreaPrefix) {
         const bool prefixed = entry.key.find('_') != std::string_view::npos;
         EXPECT_TRUE(prefixed || unprefixed.count(entry.key)) << entry.key;
     }
-    EXPECT_EQ(settingTypeOf("APP_FUNC_newTabBarTabValue"), SettingType::TabValue);
-    EXPECT_EQ(settingTypeOf("AE_weekArrayForAppStorageList"), SettingType::Bytes);
-    EXPECT_EQ(settingTypeOf("AE_newEventType"), SettingType::Int);
-    EXPECT_EQ(settingTypeOf("no such key"), std::nullopt);
 }
 
 TEST(SettingsCatalog, EnumerationsReadUnknownRawValuesAsTheirDefault) {

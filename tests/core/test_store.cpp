@@ -1,6 +1,6 @@
 // The SQLite object store: table layout, store order, queries, round trips, change observers and
 // the fatal stops that guard it.
-#include "TestSupport.h"
+#include "RecordSupport.h"
 #include "base/Fatal.h"
 #include "records/SqliteWait.h"
 #include "records/Store.h"
@@ -19,8 +19,7 @@
 #include <unistd.h>
 
 using namespace tidemark;
-using tidemark::testing::IsolatedStorage;
-using tidemark::testing::TempDir;
+using namespace tidemark::testing;
 
 namespace {
 
@@ -37,22 +36,6 @@ memoDataForNotiObject memo(const std::string& id, const std::string& title, std:
     return m;
 }
 
-Ids memoIds(const std::vector<memoDataForNotiObject>& memos) {
-    Ids ids;
-    for (const auto& m : memos) {
-        ids.push_back(m.memoId);
-    }
-    return ids;
-}
-
-template <class R> void addAll(Store& store, const std::vector<R>& records) {
-    store.write([&] {
-        for (const auto& r : records) {
-            store.add(r);
-        }
-    });
-}
-
 class StoreTest : public ::testing::Test {
 protected:
     std::filesystem::path file() const { return dir.path() / "store" / "test.sqlite"; }
@@ -60,72 +43,14 @@ protected:
     TempDir dir;
 };
 
-struct ColumnInfo {
-    std::string name;
-    std::string type;
-    bool notNull;
-    bool primaryKey;
-    bool operator==(const ColumnInfo&) const = default;
-};
-
-std::vector<ColumnInfo> tableInfo(const std::filesystem::path& path, std::string_view table) {
-    sqlite3* db = nullptr;
-    EXPECT_EQ(sqlite3_open_v2(path.c_str(), &db, SQLITE_OPEN_READONLY, nullptr), SQLITE_OK);
-    sqlite3_stmt* stmt = nullptr;
-    const std::string sql = "PRAGMA table_info(\"" + std::string(table) + "\")";
-    EXPECT_EQ(sqlite3_prepare_v2(db, sql.c_str(), -1, &stmt, nullptr), SQLITE_OK);
-    std::vector<ColumnInfo> columns;
-    while (sqlite3_step(stmt) == SQLITE_ROW) {
-        columns.push_back({reinterpret_cast<const char*>(sqlite3_column_text(stmt, 1)),
-                           reinterpret_cast<const char*>(sqlite3_column_text(stmt, 2)),
-                           sqlite3_column_int(stmt, 3) != 0, sqlite3_column_int(stmt, 5) != 0});
-    }
-    sqlite3_finalize(stmt);
-    sqlite3_close(db);
-    return columns;
-}
-
 } // namespace
-
-TEST_F(StoreTest, TablesAreNamedAsTheClassesWithColumnsInFieldOrder) {
-    open();
-    struct Expected {
-        const TableSpec& table;
-        std::size_t columns;
-        const char *first, *last;
-    };
-    for (const auto& t : {
-             Expected{tableSpecOf<eventInfo>(), 32, "eventId", "backupDataType03"},
-             Expected{tableSpecOf<memoDataForNotiObject>(), 8, "memoId", "backupDataType03"},
-             Expected{tableSpecOf<shareGroup>(), 5, "shareGroupId", "backupDataType03"},
-             Expected{tableSpecOf<shareMember>(), 7, "shareMemberId", "backupDataType03"},
-             Expected{tableSpecOf<appFuncForDateData>(), 5, "dataId", "dateInfoDay"},
-         }) {
-        SCOPED_TRACE(std::string(t.table.name));
-        const auto columns = tableInfo(file(), t.table.name);
-        ASSERT_EQ(columns.size(), t.columns);
-        EXPECT_EQ(columns.front().name, t.first);
-        EXPECT_EQ(columns.back().name, t.last);
-        for (std::size_t i = 0; i < columns.size(); ++i) {
-            const auto [name, type] = t.table.columns[i];
-            const char* sqlType = type == FieldType::String  ? "TEXT"
-                                  : type == FieldType::Bytes ? "BLOB"
-                                                             : "INTEGER";
-            EXPECT_EQ(columns[i], (ColumnInfo{std::string(name), sqlType, true, i == 0}));
-        }
-    }
-    // The table descriptions against the record declarations: a flag and a blob.
-    const auto events = tableInfo(file(), "eventInfo");
-    EXPECT_EQ(events[7], (ColumnInfo{"eventRepeatOrNot", "INTEGER", true, false}));
-    EXPECT_EQ(events[11], (ColumnInfo{"eventDateWhenEveryWeek", "BLOB", true, false}));
-}
 
 TEST_F(StoreTest, StoreOrderIsInsertionOrderAndAnOverwriteKeepsItsPlace) {
     auto store = open();
-    addAll(store, std::vector{memo("A", "a", 1), memo("B", "b", 2), memo("C", "c", 3)});
+    storeAll(std::vector{memo("A", "a", 1), memo("B", "b", 2), memo("C", "c", 3)}, store);
     store.write([&] { store.add(memo("A", "a again", 10)); });
     auto memos = store.objects<memoDataForNotiObject>();
-    EXPECT_EQ(memoIds(memos), (Ids{"A", "B", "C"}));
+    EXPECT_EQ(idsOf(memos), (Ids{"A", "B", "C"}));
     EXPECT_EQ(memos[0].title, "a again");
     EXPECT_EQ(memos[0].backupDataType01, 10);
 
@@ -135,7 +60,7 @@ TEST_F(StoreTest, StoreOrderIsInsertionOrderAndAnOverwriteKeepsItsPlace) {
         store.remove<memoDataForNotiObject>("no such id");
     });
     store.write([&] { store.add(memo("B", "b", 2)); });
-    EXPECT_EQ(memoIds(store.objects<memoDataForNotiObject>()), (Ids{"A", "C", "B"}));
+    EXPECT_EQ(idsOf(store.objects<memoDataForNotiObject>()), (Ids{"A", "C", "B"}));
     EXPECT_EQ(store.count<memoDataForNotiObject>(), 3);
     EXPECT_EQ(store.object<memoDataForNotiObject>("C"), memo("C", "c", 3));
     EXPECT_EQ(store.object<memoDataForNotiObject>("D"), std::nullopt);
@@ -143,9 +68,10 @@ TEST_F(StoreTest, StoreOrderIsInsertionOrderAndAnOverwriteKeepsItsPlace) {
 
 TEST_F(StoreTest, QueriesHoldEveryPredicate) {
     auto store = open();
-    addAll(store, std::vector{memo("m1", "Dentist", 5, "teeth"), memo("m2", "dentist follow-up", 3),
-                              memo("m3", "Birthday", 5, "cake"), memo("m4", "DENTIST", 8),
-                              memo("m5", "Zoo", -1)});
+    storeAll(std::vector{memo("m1", "Dentist", 5, "teeth"), memo("m2", "dentist follow-up", 3),
+                         memo("m3", "Birthday", 5, "cake"), memo("m4", "DENTIST", 8),
+                         memo("m5", "Zoo", -1)},
+             store);
     using Op = Predicate::Op;
     struct Case {
         const char* name;
@@ -177,7 +103,7 @@ TEST_F(StoreTest, QueriesHoldEveryPredicate) {
     };
     for (const auto& c : cases) {
         SCOPED_TRACE(c.name);
-        EXPECT_EQ(memoIds(store.objects<memoDataForNotiObject>(c.query)), c.ids);
+        EXPECT_EQ(idsOf(store.objects<memoDataForNotiObject>(c.query)), c.ids);
         EXPECT_EQ(store.count<memoDataForNotiObject>(c.query),
                   static_cast<std::int64_t>(c.ids.size()));
     }
@@ -186,8 +112,9 @@ TEST_F(StoreTest, QueriesHoldEveryPredicate) {
 TEST_F(StoreTest, SortsKeepStoreOrderAmongEqualKeys) {
     auto store = open();
     // Primary keys run against store order, so that a scan by key can't pass for store order.
-    addAll(store, std::vector{memo("e", "b", 2), memo("d", "a", 1), memo("c", "c", 2),
-                              memo("b", "a", 3), memo("a", "b", 1)});
+    storeAll(std::vector{memo("e", "b", 2), memo("d", "a", 1), memo("c", "c", 2), memo("b", "a", 3),
+                         memo("a", "b", 1)},
+             store);
     using Op = Predicate::Op;
     struct Case {
         Query query;
@@ -203,7 +130,7 @@ TEST_F(StoreTest, SortsKeepStoreOrderAmongEqualKeys) {
              {byKey.sorted("title"), {"d", "b", "e", "a", "c"}},
          }) {
         SCOPED_TRACE(c.query.sort ? c.query.sort->keyPath : "store order");
-        EXPECT_EQ(memoIds(store.objects<memoDataForNotiObject>(c.query)), c.ids);
+        EXPECT_EQ(idsOf(store.objects<memoDataForNotiObject>(c.query)), c.ids);
     }
 }
 
@@ -226,7 +153,7 @@ TEST_F(StoreTest, EveryFieldTypeRoundTrips) {
     blank.eventId = "";
 
     auto store = open();
-    addAll(store, std::vector{full, blank});
+    storeAll(std::vector{full, blank}, store);
     // Read on a second thread, through a connection of its own.
     std::optional<eventInfo> readFull, readBlank;
     std::thread([&] {
@@ -249,14 +176,14 @@ TEST_F(StoreTest, EveryFieldTypeRoundTrips) {
 
 TEST_F(StoreTest, ConnectionsFollowAFileThatWasReplaced) {
     auto store = open();
-    addAll(store, std::vector{memo("A", "a", 1)});
+    storeAll(std::vector{memo("A", "a", 1)}, store);
     std::filesystem::remove_all(file().parent_path());
     // Same path, new file: the cached connection to the removed one must not be reused.
     auto again = open();
     EXPECT_EQ(again.count<memoDataForNotiObject>(), 0);
-    addAll(again, std::vector{memo("B", "b", 1)});
+    storeAll(std::vector{memo("B", "b", 1)}, again);
     EXPECT_TRUE(std::filesystem::exists(file()));
-    EXPECT_EQ(memoIds(Store::open(file()).objects<memoDataForNotiObject>()), (Ids{"B"}));
+    EXPECT_EQ(idsOf(Store::open(file()).objects<memoDataForNotiObject>()), (Ids{"B"}));
 }
 
 TEST(StoreFiles, ConnectionsToRemovedFilesAreLetGo) {
@@ -364,7 +291,7 @@ TEST_F(StoreTest, ABodyThatThrowsRollsBackAndTellsNoOne) {
     EXPECT_EQ(store.count<memoDataForNotiObject>(), 0);
     EXPECT_EQ(calls, 0);
     // The connection is usable again afterwards.
-    addAll(store, std::vector{memo("B", "b", 1)});
+    storeAll(std::vector{memo("B", "b", 1)}, store);
     EXPECT_EQ(calls, 1);
 }
 
@@ -399,7 +326,7 @@ TEST_F(StoreTest, ObserversRunAfterTheCommitAndOnlyForTheirTable) {
     });
     auto groups = Store::observeTable(file(), "shareGroup", [&] { ++otherCalls; });
 
-    addAll(store, std::vector{memo("A", "a", 1), memo("B", "b", 2)});
+    storeAll(std::vector{memo("A", "a", 1), memo("B", "b", 2)}, store);
     EXPECT_EQ(seenCounts, (std::vector<std::int64_t>{2}));
     store.write([&] { store.remove<memoDataForNotiObject>("A"); });
     store.write([&] { store.removeAll<memoDataForNotiObject>(); });
@@ -475,8 +402,8 @@ TEST_F(StoreTest, CancelledObserversAreNotCalledNorQueuedOnes) {
         file(), "memoDataForNotiObject", [&] { ++cancelledLate; }, queued);
     cancel.cancel();
     EXPECT_FALSE(cancel);
-    addAll(store, std::vector{memo("A", "a", 1)});
-    addAll(store, std::vector{memo("B", "b", 1)});
+    storeAll(std::vector{memo("A", "a", 1)}, store);
+    storeAll(std::vector{memo("B", "b", 1)}, store);
     EXPECT_EQ(kept, 2);
     EXPECT_EQ(cancelled, 0);
     EXPECT_EQ(dropped, 0);
@@ -503,7 +430,7 @@ TEST_F(StoreTest, ACallbackMayWriteToTheStore) {
         g.shareGroupId = "G";
         inner.write([&] { inner.add(g); });
     });
-    addAll(store, std::vector{memo("A", "a", 1)});
+    storeAll(std::vector{memo("A", "a", 1)}, store);
     EXPECT_EQ(order, (Ids{"memo", "group"}));
     EXPECT_EQ(store.count<shareGroup>(), 1);
 }
@@ -518,10 +445,10 @@ TEST_F(StoreTest, LiveResultsReadTheLatestStateAndObserveTheirTable) {
     EXPECT_EQ(results.count(), 0);
     EXPECT_EQ(results.first(), std::nullopt);
     auto store = open();
-    addAll(store, std::vector{memo("A", "a", 1), memo("B", "b", 2), memo("C", "c", 3)});
+    storeAll(std::vector{memo("A", "a", 1), memo("B", "b", 2), memo("C", "c", 3)}, store);
     EXPECT_EQ(calls, 1);
     EXPECT_EQ(results.count(), 3);
-    EXPECT_EQ(memoIds(numbered.snapshot()), (Ids{"C", "B"}));
+    EXPECT_EQ(idsOf(numbered.snapshot()), (Ids{"C", "B"}));
     EXPECT_EQ(numbered.first()->memoId, "C");
 }
 
