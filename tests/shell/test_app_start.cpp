@@ -1,7 +1,7 @@
 // Starts the real app offscreen on empty folders and looks at what it leaves behind.
 // moc stops at the C++20 standard headers that the core's headers pull in; it needs none of them.
 #ifndef Q_MOC_RUN
-#include "TestSupport.h"
+#include "QtTestSupport.h"
 #include "records/Defaults.h"
 #include "records/EventJson.h"
 #include "records/PrivateFiles.h"

@@ -3,10 +3,9 @@
 // and the run must print no QML warning. Set TIDEMARK_PICTURE_DIR to keep the pictures.
 // moc stops at the C++20 standard headers that the core's headers pull in; it needs none of them.
 #ifndef Q_MOC_RUN
-#include "TestSupport.h"
+#include "QtTestSupport.h"
 #include "records/Defaults.h"
 #include "shell/Screenshots.h"
-#include "test_main_support.h"
 #endif
 
 #include <QCoreApplication>

@@ -4,7 +4,7 @@
 // forward with the later start's activation token.
 // moc stops at the C++20 standard headers that the core's headers pull in; it needs none of them.
 #ifndef Q_MOC_RUN
-#include "TestSupport.h"
+#include "QtTestSupport.h"
 #include "shell/SingleInstance.h"
 #endif
 

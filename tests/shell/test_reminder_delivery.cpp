@@ -3,7 +3,7 @@
 // (dunst on a virtual X display, which logs what it shows), and activating a notification opens
 // the app, which records the tapped request.
 #ifndef Q_MOC_RUN
-#include "TestSupport.h"
+#include "QtTestSupport.h"
 #include "agent/ReminderAgent.h"
 #include "notifications/notiFunc.h"
 #include "platform/linux/LinuxNotificationCenter.h"

@@ -2,7 +2,7 @@
 // The test runs its own private bus.
 // moc stops at the C++20 standard headers that the core's headers pull in; it needs none of them.
 #ifndef Q_MOC_RUN
-#include "TestSupport.h"
+#include "QtTestSupport.h"
 #include "platform/linux/DBusWidgetCenter.h"
 #include "records/Defaults.h"
 #include "records/SettingsKeys.h"
