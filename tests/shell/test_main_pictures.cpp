@@ -57,7 +57,7 @@ private slots:
                               "--locale", locale, "--screenshot-dir", folder});
         QVERIFY(app.waitForFinished(150000));
         const QString errors = QString::fromLocal8Bit(app.readAllStandardError());
-        QCOMPARE(app.exitCode(), 0);
+        QVERIFY2(app.exitCode() == 0, qPrintable(errors));
         QVERIFY2(!errors.contains(".qml"), qPrintable(errors));
 
         for (const auto& name : pagePictureNames()) {
