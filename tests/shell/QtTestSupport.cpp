@@ -1,9 +1,13 @@
 #include "QtTestSupport.h"
 
 #include "calendar/Calendar.h"
+#include "records/DayListArchive.h"
+#include "records/Defaults.h"
 #include "records/Store.h"
 
-#include <QQuickItem>
+#include <QQmlComponent>
+#include <QTest>
+#include <algorithm>
 #include <mutex>
 
 namespace tidemark::testing {
@@ -173,6 +177,276 @@ QStringList FieldWriteRecorder::commits() const {
         out << (w.empty() ? QStringLiteral("-") : QString::fromStdString(w));
     }
     return out;
+}
+
+void ShellFixture::init(bool clock, int hour) {
+    takeWarnings();
+    storage = std::make_unique<IsolatedStorage>();
+    if (clock) {
+        environment = std::make_unique<ScopedCalendarEnvironment>(
+            fixedEnvironment("Europe/Berlin", "en_US", 2026, 3, 10, hour));
+    }
+    services = std::make_unique<FakeServices>();
+}
+
+void ShellFixture::cleanup() {
+    services.reset();
+    environment.reset();
+    storage.reset();
+    const QStringList warnings = takeWarnings();
+    QVERIFY2(warnings.isEmpty(), qPrintable("Warnings: " + warnings.join('\n')));
+}
+
+void tap(QQuickWindow* window, QQuickItem* item) {
+    QVERIFY(item);
+    QVERIFY2(item->isVisible(), qPrintable(item->objectName()));
+    // A part that has just appeared is laid out with the next frame.
+    QVERIFY2(QTest::qWaitFor([&] { return item->width() > 2 && item->height() > 2; }, 1000),
+             qPrintable(item->objectName()));
+    QTest::qWait(40);
+    const QPoint centre =
+        item->mapToScene(QPointF(item->width() / 2, item->height() / 2)).toPoint();
+    QTest::mouseMove(window, centre);
+    QTest::mouseClick(window, Qt::LeftButton, {}, centre, 20);
+    QCoreApplication::processEvents();
+}
+
+void tapIn(QQuickWindow* window, QQuickItem* page, const QString& name) {
+    QTest::qWait(30); // let the layouts settle after the last tap
+    QQuickItem* item = findChildItem(page, name);
+    QVERIFY2(item, qPrintable(name));
+    QQuickItem* flick = item->parentItem();
+    while (flick && !flick->inherits("QQuickFlickable")) {
+        flick = flick->parentItem();
+    }
+    if (flick) {
+        auto* content = flick->property("contentItem").value<QQuickItem*>();
+        const qreal y = item->mapToItem(content, QPointF(0, 0)).y();
+        const qreal maxY =
+            std::max<qreal>(0, flick->property("contentHeight").toReal() - flick->height());
+        flick->setProperty("contentY", std::clamp<qreal>(y - 120, 0, maxY));
+        QTest::qWait(20);
+    }
+    tap(window, item);
+}
+
+void typeText(QQuickWindow* window, const QString& text) {
+    for (const QChar c : text) {
+        QTest::keyClick(window, c.toLatin1());
+    }
+}
+
+QImage grab(QQuickWindow* window) {
+    QTest::qWait(450); // let animations settle
+    return window->grabWindow();
+}
+
+bool LaunchedApp::launch() {
+    engine.reset();
+    if (!app) {
+        Setting<bool>("userLaunchStatus", false).set(true);
+        app = std::make_unique<tideMarkApp>();
+    }
+    engine = std::make_unique<QQmlApplicationEngine>();
+    return app->launch(*engine) && QTest::qWaitForWindowExposed(window());
+}
+
+void LaunchedApp::close() {
+    engine.reset();
+}
+
+QQuickWindow* LaunchedApp::window() const {
+    return engine && !engine->rootObjects().isEmpty()
+               ? qobject_cast<QQuickWindow*>(engine->rootObjects().first())
+               : nullptr;
+}
+
+QQuickItem* LaunchedApp::item(const QString& name) const {
+    return findChildItem(window()->contentItem(), name);
+}
+
+QObject* LaunchedApp::stack() const {
+    return item("appStack");
+}
+
+QQuickItem* LaunchedApp::topPage() const {
+    return qvariant_cast<QQuickItem*>(stack()->property("currentItem"));
+}
+
+bool LaunchedApp::reaches(const QString& name) const {
+    return QTest::qWaitFor([&] {
+        return topPage() && topPage()->objectName() == name && !stack()->property("busy").toBool();
+    });
+}
+
+QObject* PageHost::create(QQmlEngine& engine, const QString& body, bool dark) {
+    window_.reset();
+    QQmlComponent component(&engine);
+    const QString host = QStringLiteral(R"(
+import QtQuick
+import QtQuick.Controls
+import QtQuick.Controls.Material
+import TideMark
+ApplicationWindow {
+    width: 390
+    height: 844
+    visible: true
+    Material.theme: %1 ? Material.Dark : Material.Light
+    Material.accent: Material.Teal
+    function pushPage(file, properties) {
+        return stack.push(Qt.resolvedUrl(file), properties, StackView.Immediate)
+    }
+    %2
+}
+)")
+                             .arg(dark ? "true" : "false", body);
+    component.setData(host.toUtf8(), QUrl(QStringLiteral("qrc:/qml/TestHost.qml")));
+    QObject* root = component.create();
+    if (!root) {
+        qWarning() << component.errors();
+        return nullptr;
+    }
+    window_.reset(qobject_cast<QQuickWindow*>(root));
+    return QTest::qWaitForWindowExposed(window_.get()) ? root : nullptr;
+}
+
+QQuickItem* PageHost::push(QQmlEngine& engine, const QString& file, const QVariantMap& properties,
+                           bool dark) {
+    QObject* root = create(engine, QStringLiteral(R"(StackView {
+        id: stack
+        objectName: "appStack"
+        anchors.fill: parent
+        initialItem: Item { objectName: "mainScreen" }
+    })"),
+                           dark);
+    if (!root) {
+        return nullptr;
+    }
+    QVariant page;
+    QMetaObject::invokeMethod(root, "pushPage", Q_RETURN_ARG(QVariant, page), Q_ARG(QVariant, file),
+                              Q_ARG(QVariant, properties));
+    if (!QTest::qWaitFor([&] { return settled(); })) {
+        return nullptr;
+    }
+    return qobject_cast<QQuickItem*>(page.value<QObject*>());
+}
+
+QQuickItem* PageHost::show(QQmlEngine& engine, const QString& qml, bool dark) {
+    QObject* root = create(
+        engine, QStringLiteral("Pane { anchors.fill: parent; padding: 0; %1 }").arg(qml), dark);
+    return root ? findChildItem(window_->contentItem(), "page") : nullptr;
+}
+
+QObject* PageHost::stack() const {
+    return findChildItem(window_->contentItem(), "appStack");
+}
+
+int PageHost::depth() const {
+    return stack()->property("depth").toInt();
+}
+
+QQuickItem* PageHost::top() const {
+    return qobject_cast<QQuickItem*>(stack()->property("currentItem").value<QObject*>());
+}
+
+bool PageHost::settled() const {
+    return !stack()->property("busy").toBool();
+}
+
+eventObject dayEvent(const std::string& id, const std::string& title, int year, int month, int day,
+                     const std::string& color) {
+    eventObject event;
+    event.eventId = id;
+    event.eventTitle = title;
+    event.timeStampGenerate = "20260101000000";
+    event.eventStartDateYear = year;
+    event.eventStartDateMonth = month;
+    event.eventStartDateDay = day;
+    event.eventColorString = color;
+    return event;
+}
+
+eventInfo makeEvent(std::string id, std::string stamp,
+                    const std::function<void(eventInfo&)>& edit) {
+    eventInfo e;
+    e.eventId = std::move(id);
+    e.eventTitle = e.eventId;
+    e.timeStampGenerate = std::move(stamp);
+    e.eventStartDateYear = 2026;
+    e.eventStartDateMonth = 3;
+    e.eventStartDateDay = 10;
+    if (edit) {
+        edit(e);
+    }
+    return e;
+}
+
+eventInfo endedEvent(std::string id, std::string stamp, std::int64_t type, int endDay) {
+    return makeEvent(std::move(id), std::move(stamp), [&](eventInfo& e) {
+        e.eventRepeatOrNot = true;
+        e.eventType = type;
+        e.eventHaveEndDateOrNot = true;
+        e.eventEndDateYear = 2026;
+        e.eventEndDateMonth = 3;
+        e.eventEndDateDay = endDay;
+    });
+}
+
+void storeEvents(const std::vector<eventInfo>& events) {
+    auto s = Store::open();
+    s.write([&] {
+        for (const auto& e : events) {
+            s.add(e);
+        }
+    });
+}
+
+void seedEventsOfEveryKind() {
+    realmDataFunc data;
+    auto oneOff = dayEvent("E1", "Dentist appointment", 2026, 3, 12, "colorForUserSelection01");
+    oneOff.eventContent = "Bring the insurance card.";
+    data.addEventData(oneOff);
+
+    auto daily = dayEvent("E2", "Evening walk", 2026, 2, 1, "colorForUserSelection03");
+    daily.eventRepeatOrNot = true;
+    daily.eventType = 1;
+    daily.eventDateWhenEveryDayHour = 19;
+    daily.eventDateWhenEveryDayMin = 30;
+    daily.eventNotiOrNot = true;
+    data.addEventData(daily);
+
+    auto weekly = dayEvent("E3", "Choir rehearsal", 2026, 1, 6, "colorForUserSelection04");
+    weekly.eventRepeatOrNot = true;
+    weekly.eventType = 2;
+    weekly.eventDateWhenEveryWeek = encodeDayListArchive({2, 4});
+    weekly.eventStarOrNot = true;
+    data.addEventData(weekly);
+
+    auto monthly = dayEvent("E4", "Pay the rent", 2025, 11, 1, "colorForUserSelection02");
+    monthly.eventRepeatOrNot = true;
+    monthly.eventType = 3;
+    monthly.eventDateWhenEveryMonth = encodeDayListArchive({1, 15});
+    monthly.eventHaveMemoOrNot = true;
+    data.addEventData(monthly);
+
+    auto yearly = dayEvent("E5", "Mira's birthday", 1990, 3, 20, "colorForUserSelection05");
+    yearly.eventRepeatOrNot = true;
+    yearly.eventType = 4;
+    yearly.eventStarOrNot = true;
+    data.addEventData(yearly);
+
+    auto ended = dayEvent("E6", "Winter course", 2026, 1, 5, "-");
+    ended.eventRepeatOrNot = true;
+    ended.eventType = 2;
+    ended.eventDateWhenEveryWeek = encodeDayListArchive({1});
+    ended.eventHaveEndDateOrNot = true;
+    ended.eventEndDateYear = 2026;
+    ended.eventEndDateMonth = 3;
+    ended.eventEndDateDay = 2;
+    data.addEventData(ended);
+
+    data.addEventData(dayEvent("E7", "Tax return due", 2026, 3, 20, ""));
+    data.addEventData(dayEvent("E8", "Concert", 2026, 3, 20, "colorForUserSelection07"));
 }
 
 } // namespace tidemark::testing

@@ -2,8 +2,6 @@
 // "tidemark" service checks a pam_matrix password file. The program starts itself again with
 // pam_wrapper preloaded, since the wrapper must be in place before the process starts.
 #include "QtTestSupport.h"
-#include "TestSupport.h"
-#include "platform/linux/Haptics.h"
 #include "platform/linux/PamAuthenticator.h"
 #include "records/DeviceOwnerAuthenticator.h"
 #include "records/realmDataFunc.h"
@@ -13,10 +11,8 @@
 #include "shell/Translations.h"
 
 #include <QGuiApplication>
-#include <QQmlComponent>
 #include <QQmlEngine>
 #include <QQuickItem>
-#include <QQuickView>
 #include <QTest>
 #include <cstdlib>
 #include <filesystem>
@@ -37,13 +33,6 @@ std::filesystem::path pamDir() {
 
 void write(const std::filesystem::path& file, const std::string& text) {
     std::ofstream(file) << text;
-}
-
-/// Types `text` into the window's focused item, key by key.
-void type(QWindow* window, const char* text) {
-    for (; *text; ++text) {
-        QTest::keyClick(window, *text);
-    }
 }
 
 } // namespace
@@ -79,30 +68,17 @@ private slots:
         QVERIFY(lock_.appLockStatu.get());
         QVERIFY(!lock_.appLockSettingFromUser.get());
 
-        QQuickView view;
-        QQmlComponent component(view.engine());
-        component.setData(R"(
-import QtQuick
-import QtQuick.Controls
-import QtQuick.Controls.Material
-import TideMark
-Pane {
-    property bool dark: false
-    property int underneathTaps: 0
-    Material.theme: dark ? Material.Dark : Material.Light
-    Material.accent: NamedColors.color("selectedDateBackground", dark)
-    padding: 0
-    width: 390; height: 844
-    Button { objectName: "underneath"; anchors.fill: parent; onClicked: underneathTaps++ }
-    UnlockAppView { anchors.fill: parent }
-}
-)",
-                          QUrl("qrc:/qml/AppLockHost.qml"));
-        QObject* root = component.create();
-        QVERIFY2(root, qPrintable(component.errorString()));
-        view.setContent(component.url(), &component, root);
-        view.show();
-        QVERIFY(QTest::qWaitForWindowExposed(&view));
+        PageHost host;
+        QQmlEngine engine;
+        QQuickItem* root = host.show(engine, R"(Item {
+            objectName: "page"
+            anchors.fill: parent
+            property int underneathTaps: 0
+            Button { objectName: "underneath"; anchors.fill: parent; onClicked: parent.underneathTaps++ }
+            UnlockAppView { anchors.fill: parent }
+        })");
+        QVERIFY(root);
+        QQuickWindow* view = host.window();
         auto* page = root->findChild<QQuickItem*>("unlockAppView");
         auto* field = root->findChild<QQuickItem*>("unlockAnswerField");
         auto* hint = root->findChild<QQuickItem*>("unlockHint");
@@ -114,31 +90,29 @@ Pane {
         QCOMPARE(root->findChild<QQuickItem*>("unlockPrompt")->property("text").toString(),
                  QString("Password:"));
         QTRY_VERIFY(field->hasActiveFocus());
-        render(view, root, "prompt");
 
         // Nothing underneath takes a tap while locked.
         const QPoint corner(20, 820);
-        QTest::mouseClick(&view, Qt::LeftButton, {}, corner);
+        QTest::mouseClick(view, Qt::LeftButton, {}, corner);
         QCOMPARE(root->property("underneathTaps").toInt(), 0);
 
-        type(&view, "wrong");
-        QTest::keyClick(&view, Qt::Key_Return);
+        typeText(view, "wrong");
+        QTest::keyClick(view, Qt::Key_Return);
         QTRY_VERIFY(!field->isVisible());
         QTRY_VERIFY(hint->isVisible());
         QCOMPARE(hint->property("text").toString(), QString("Tap anywhere to try again"));
         QVERIFY(lock_.appLockStatu.get());
-        render(view, root, "failed");
 
         // A tap anywhere tries again; the right password lifts the lock and the page goes.
-        QTest::mouseClick(&view, Qt::LeftButton, {}, corner);
+        QTest::mouseClick(view, Qt::LeftButton, {}, corner);
         QTRY_VERIFY(field->isVisible());
         QCOMPARE(root->property("underneathTaps").toInt(), 0);
         QTRY_VERIFY(field->hasActiveFocus());
-        type(&view, kPassword);
-        QTest::keyClick(&view, Qt::Key_Return);
+        typeText(view, kPassword);
+        QTest::keyClick(view, Qt::Key_Return);
         QTRY_VERIFY(!lock_.appLockStatu.get());
         QTRY_VERIFY(!page->isVisible());
-        QTest::mouseClick(&view, Qt::LeftButton, {}, corner);
+        QTest::mouseClick(view, Qt::LeftButton, {}, corner);
         QCOMPARE(root->property("underneathTaps").toInt(), 1);
     }
 
@@ -215,22 +189,6 @@ Pane {
         TempDir dir;
         write(dir.path() / file.toStdString(), text.toStdString());
         QCOMPARE(pamServiceConfigured("tidemark", {dir.path() / "missing", dir.path()}), answers);
-    }
-
-private:
-    /// Keeps pictures of the page, light and dark, when TIDEMARK_LOCK_RENDER_DIR is set.
-    static void render(QQuickView& view, QObject* root, const QString& state) {
-        const QString folder = qEnvironmentVariable("TIDEMARK_LOCK_RENDER_DIR");
-        if (folder.isEmpty()) {
-            return;
-        }
-        for (const bool dark : {false, true}) {
-            root->setProperty("dark", dark);
-            QTest::qWait(300);
-            QVERIFY(view.grabWindow().save(
-                QStringLiteral("%1/unlock-%2-%3.png").arg(folder, state, dark ? "dark" : "light")));
-        }
-        root->setProperty("dark", false);
     }
 };
 

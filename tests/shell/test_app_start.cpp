@@ -1,5 +1,5 @@
 // Starts the real app offscreen on empty folders and looks at what it leaves behind.
-#include "TestSupport.h"
+#include "QtTestSupport.h"
 #include "records/Defaults.h"
 #include "records/EventJson.h"
 #include "records/PrivateFiles.h"

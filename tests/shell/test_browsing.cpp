@@ -2,7 +2,6 @@
 // window and rendered in light and dark, English and Chinese. Any QML warning fails the test.
 // Set TIDEMARK_BROWSING_RENDER_DIR to keep the rendered pages as PNG files.
 #include "QtTestSupport.h"
-#include "TestSupport.h"
 #include "browsing/EventRowModel.h"
 #include "browsing/EventSchedule.h"
 #include "browsing/FilteredEventListModel.h"
@@ -16,15 +15,10 @@
 #include "records/Store.h"
 #include "shell/QmlTypes.h"
 #include "shell/Translations.h"
-#include "test_main_support.h"
 
-#include <QDir>
-#include <QGuiApplication>
 #include <QImage>
-#include <QQmlComponent>
 #include <QQmlEngine>
 #include <QQuickItem>
-#include <QQuickView>
 #include <QSignalSpy>
 #include <QTest>
 
@@ -33,29 +27,9 @@ using namespace tidemark::testing;
 
 namespace {
 
-void store(const std::vector<eventInfo>& events) {
-    auto s = Store::open();
-    s.write([&] {
-        for (const auto& e : events) {
-            s.add(e);
-        }
-    });
-}
-
 void removeEvent(const std::string& id) {
     auto s = Store::open();
     s.write([&] { s.remove<eventInfo>(id); });
-}
-
-/// Tallies the distinct colours of an image on a coarse grid: a blank page has one or two.
-int distinctColours(const QImage& image) {
-    QSet<QRgb> seen;
-    for (int y = 0; y < image.height(); y += 7) {
-        for (int x = 0; x < image.width(); x += 7) {
-            seen.insert(image.pixel(x, y));
-        }
-    }
-    return static_cast<int>(seen.size());
 }
 
 } // namespace
@@ -63,61 +37,16 @@ int distinctColours(const QImage& image) {
 class BrowsingTest : public QObject {
     Q_OBJECT
 
+    ShellFixture fixture_;
     std::unique_ptr<ScopedCalendarEnvironment> environment_;
-    std::unique_ptr<IsolatedStorage> storage_;
-    std::unique_ptr<FakeServices> services_;
-    std::unique_ptr<QQuickView> view_;
+    std::unique_ptr<QQmlEngine> engine_;
+    PageHost host_;
 
-    /// Shows `item` (QML text of one object, with the page's properties) on a 390 x 844 host
-    /// with the given theme; returns the object named "page".
+    /// Shows `item` (QML text of one object, named "page") in a 390 x 844 window.
     QQuickItem* show(const QString& item, bool dark = false) {
-        view_ = std::make_unique<QQuickView>();
-        view_->setResizeMode(QQuickView::SizeRootObjectToView);
-        view_->resize(390, 844);
-        QQmlComponent component(view_->engine());
-        const QString host = QStringLiteral(R"(
-import QtQuick
-import QtQuick.Controls
-import QtQuick.Controls.Material
-Pane {
-    width: 390
-    height: 844
-    padding: 0
-    Material.theme: %1 ? Material.Dark : Material.Light
-    Material.accent: Material.Teal
-    %2
-}
-)")
-                                 .arg(dark ? "true" : "false", item);
-        component.setData(host.toUtf8(), QUrl(QStringLiteral("qrc:/qml/BrowsingTestHost.qml")));
-        if (component.isError()) {
-            qWarning() << component.errors();
-            return nullptr;
-        }
-        QObject* root = component.create();
-        if (!root) {
-            qWarning() << component.errors();
-            return nullptr;
-        }
-        view_->setContent(component.url(), &component, root);
-        view_->show();
-        if (!QTest::qWaitForWindowExposed(view_.get())) {
-            return nullptr;
-        }
-        return findChildItem(root, "page");
+        return host_.show(*engine_, item, dark);
     }
-
-    void click(QQuickItem* item) {
-        QVERIFY(item);
-        QVERIFY(item->isVisible());
-        const QPointF centre = item->mapToScene(QPointF(item->width() / 2, item->height() / 2));
-        QTest::mouseClick(view_.get(), Qt::LeftButton, {}, centre.toPoint());
-    }
-
-    QImage grab() {
-        QTest::qWait(350); // let animations settle
-        return view_->grabWindow();
-    }
+    void click(QQuickItem* item) { host_.tap(item); }
 
 private slots:
     void initTestCase() {
@@ -126,20 +55,12 @@ private slots:
             fixedEnvironment("Europe/Berlin", "en_US", 2026, 3, 10, 10, 0));
         installTranslations(*QCoreApplication::instance(), "en_US");
         registerQmlTypes();
+        engine_ = std::make_unique<QQmlEngine>();
     }
-
-    void init() {
-        storage_ = std::make_unique<IsolatedStorage>();
-        services_ = std::make_unique<FakeServices>();
-        takeWarnings();
-    }
-
+    void init() { fixture_.init(false); }
     void cleanup() {
-        view_.reset();
-        services_.reset();
-        storage_.reset();
-        const QStringList warnings = takeWarnings();
-        QVERIFY2(warnings.isEmpty(), qPrintable(warnings.join('\n')));
+        host_.close();
+        fixture_.cleanup();
     }
 
     void listModelFollowsStoreWrites() {
@@ -148,7 +69,7 @@ private slots:
         QVERIFY(model.showEmptyBox());
         QCOMPARE(model.kindMenuTitle(), QString("All events"));
 
-        store({makeEvent("old", "20260101000000"), makeEvent("new", "20260201000000")});
+        storeEvents({makeEvent("old", "20260101000000"), makeEvent("new", "20260201000000")});
         QTRY_COMPARE(model.eventIds(), (QStringList{"new", "old"}));
         QVERIFY(!model.showEmptyBox());
         QCOMPARE(model.data(model.index(0), FilteredEventListModel::EventIdRole).toString(),
@@ -157,7 +78,8 @@ private slots:
         // An edit that keeps the list as it is leaves the rows (and the scroll position) alone.
         QSignalSpy resets(&model, &QAbstractItemModel::modelReset);
         QSignalSpy rowsChanged(&model, &FilteredEventListModel::rowsChanged);
-        store({makeEvent("new", "20260201000000", [](eventInfo& e) { e.eventTitle = "Edited"; })});
+        storeEvents(
+            {makeEvent("new", "20260201000000", [](eventInfo& e) { e.eventTitle = "Edited"; })});
         QTRY_COMPARE(rowsChanged.count(), 1);
         QCOMPARE(resets.count(), 0);
 
@@ -169,7 +91,7 @@ private slots:
     }
 
     void rowModelFollowsEditsAndDeletion() {
-        store({makeEvent("x", "1")});
+        storeEvents({makeEvent("x", "1")});
         EventRowModel row;
         QSignalSpy changed(&row, &EventRowModel::changed);
         row.setEventId("x");
@@ -177,7 +99,7 @@ private slots:
         QCOMPARE(row.title(), QString("x"));
         QCOMPARE(row.dayCountText(), QString("Today"));
 
-        store({makeEvent("x", "1", [](eventInfo& e) {
+        storeEvents({makeEvent("x", "1", [](eventInfo& e) {
             e.eventTitle = "Renamed";
             e.eventStartDateDay = 12;
         })});
@@ -193,17 +115,17 @@ private slots:
     }
 
     void rowShowsTheEventAndEmitsItsRequests() {
-        store({makeEvent("full", "1",
-                         [](eventInfo& e) {
-                             e.eventTitle = "Climbing";
-                             e.eventType = 2;
-                             e.eventRepeatOrNot = true;
-                             e.eventDateWhenEveryWeek = encodeDayListArchive({4, 1});
-                             e.eventStarOrNot = e.eventNotiOrNot = e.eventShareOrNot = true;
-                             e.eventHaveMemoOrNot = true;
-                             e.eventColorString = "colorForUserSelection05";
-                         }),
-               makeEvent("bare", "2")});
+        storeEvents({makeEvent("full", "1",
+                               [](eventInfo& e) {
+                                   e.eventTitle = "Climbing";
+                                   e.eventType = 2;
+                                   e.eventRepeatOrNot = true;
+                                   e.eventDateWhenEveryWeek = encodeDayListArchive({4, 1});
+                                   e.eventStarOrNot = e.eventNotiOrNot = e.eventShareOrNot = true;
+                                   e.eventHaveMemoOrNot = true;
+                                   e.eventColorString = "colorForUserSelection05";
+                               }),
+                     makeEvent("bare", "2")});
         auto* page = show(R"(ListRowViewForTimeline { objectName: "page"; x: 16; y: 16;
                                 width: 358; eventId: "full" })");
         QVERIFY(page);
@@ -253,7 +175,7 @@ private slots:
     void timelineClearsRemindersAndShowsTheBox() {
         auto* page = show(R"(TimelineView { objectName: "page"; anchors.fill: parent })");
         QVERIFY(page);
-        QCOMPARE(std::count(services_->log->begin(), services_->log->end(), "noti remove all"), 1L);
+        QCOMPARE(std::count(fixture_.log()->begin(), fixture_.log()->end(), "noti remove all"), 1L);
         QCOMPARE(findChildItem(page, "kindMenuTitle")->property("text").toString(),
                  QString("All events"));
         QTRY_VERIFY(findChildItem(page, "emptyBox") &&
@@ -261,13 +183,13 @@ private slots:
 
         QVERIFY(findChildItem(page, "nextFewDaysLink")->isVisible());
 
-        store({makeEvent("a", "1")});
+        storeEvents({makeEvent("a", "1")});
         QTRY_VERIFY(!findChildItem(page, "emptyBox")->isVisible());
         QTRY_COMPARE(page->property("rows").value<QObject*>()->property("count").toInt(), 1);
 
         page->setVisible(false);
         page->setVisible(true);
-        QCOMPARE(std::count(services_->log->begin(), services_->log->end(), "noti remove all"), 2L);
+        QCOMPARE(std::count(fixture_.log()->begin(), fixture_.log()->end(), "noti remove all"), 2L);
 
         Setting<std::int64_t> kind{"TL_UIOptions_showWhichKindEventSelection", 9};
         auto* menu = page->findChild<QObject*>("kindMenu");
@@ -294,7 +216,7 @@ private slots:
     void listPageResetsTheKindOnAppearance() {
         Setting<std::int64_t> kind{"TL_UIOptions_showWhichKindEventSelection", 9};
         kind = 3;
-        store({makeEvent("a", "1"), makeEvent("b", "2")});
+        storeEvents({makeEvent("a", "1"), makeEvent("b", "2")});
         auto* page = show(R"(EventListPage { objectName: "page"; anchors.fill: parent })");
         QVERIFY(page);
         QCOMPARE(kind.get(), std::int64_t(9));
@@ -310,11 +232,11 @@ private slots:
     }
 
     void filterPageWritesTheSettings() {
-        store({makeEvent("plain", "1"), endedEvent("ended", "0", 1, 1),
-               makeEvent("red", "2", [](eventInfo& e) {
-                   e.eventColorString = "colorForUserSelection01";
-                   e.eventStarOrNot = true;
-               })});
+        storeEvents({makeEvent("plain", "1"), endedEvent("ended", "0", 1, 1),
+                     makeEvent("red", "2", [](eventInfo& e) {
+                         e.eventColorString = "colorForUserSelection01";
+                         e.eventStarOrNot = true;
+                     })});
         FilteredEventListModel model;
         Setting<std::int64_t> kind{"TL_UIOptions_showWhichKindEventSelection", 9};
         Setting<std::string> colour{"ALL_APP_filterSelectionFromUserForColorString", "-"};
@@ -495,8 +417,8 @@ private slots:
     }
 
     void stackComesBackToItsFrontCard() {
-        store({makeEvent("a", "1"), makeEvent("b", "2"), makeEvent("c", "3"), makeEvent("d", "4"),
-               makeEvent("e", "5")});
+        storeEvents({makeEvent("a", "1"), makeEvent("b", "2"), makeEvent("c", "3"),
+                     makeEvent("d", "4"), makeEvent("e", "5")});
         Setting<std::int64_t>{"VS_UIOptions_currentItemIndex", 0}.set(2);
         auto* page = show(R"(VerticalStackedCards { objectName: "page"; anchors.fill: parent })");
         QVERIFY(page);
@@ -531,7 +453,7 @@ private slots:
         QFETCH(bool, transparentCorner);
         Setting<std::string>{"UI_BGIMAGE_allAppBackgroundSettingString", ""}.set(
             background.toStdString());
-        store({makeEvent("e", "1", [&](eventInfo& e) {
+        storeEvents({makeEvent("e", "1", [&](eventInfo& e) {
             e.eventTitle = title.toStdString();
             e.eventContent = content.toStdString();
         })});
@@ -568,81 +490,6 @@ private slots:
         }
         QVERIFY2(inked > titlePixels.width() * titlePixels.height() / 50,
                  qPrintable(QString::number(inked)));
-    }
-
-    void renderEveryPage_data() {
-        QTest::addColumn<QString>("name");
-        QTest::addColumn<QString>("item");
-        QTest::addColumn<bool>("popup");
-        QTest::newRow("timeline") << "timeline"
-                                  << R"(TimelineView { objectName: "page"; anchors.fill: parent })"
-                                  << false;
-        QTest::newRow("eventList")
-            << "eventList"
-            << R"(EventListPage { objectName: "page"; anchors.fill: parent })" << false;
-        QTest::newRow("filterPage")
-            << "filterPage"
-            << R"(ChangeFilterContentPageForTimelineView { objectName: "page"; anchors.fill: parent })"
-            << false;
-        QTest::newRow("filterPopup")
-            << "filterPopup"
-            << R"(TimelineView { objectName: "page"; anchors.fill: parent })" << true;
-        for (const char* stack :
-             {"VerticalStackedCards", "BrandNewVerticalCardView", "StackCardView", "EventView"}) {
-            QTest::newRow(stack)
-                << stack << QString("%1 { objectName: \"page\"; anchors.fill: parent }").arg(stack)
-                << false;
-        }
-        QTest::newRow("rowDetails")
-            << "rowDetails"
-            << R"(Flickable { anchors.fill: parent; contentHeight: col.height + 32
-                Column { id: col; x: 16; y: 16; width: parent.width - 32; spacing: 12
-                  Repeater { model: ["E3", "E4", "E2", "E5", "E1", "E6"]
-                    ListRowViewForTimeline { required property string modelData;
-                      width: parent.width; eventId: modelData; showMoreDetailToggle: true } } }
-                Item { objectName: "page" } })"
-            << false;
-        QTest::newRow("summaries")
-            << "summaries"
-            << R"(Flickable { anchors.fill: parent; contentHeight: col.height + 32
-                Column { id: col; x: 16; y: 16; width: parent.width - 32; spacing: 12
-                  Repeater { model: ["E3", "E4", "E2", "E5", "E1", "E6"]
-                    SummaryView { required property string modelData;
-                      width: parent.width; eventId: modelData } } }
-                Item { objectName: "page" } })"
-            << false;
-        QTest::newRow("cardGrid") << "cardGrid"
-                                  << R"(CardViewForEventObject { objectName: "page";
-                                        anchors.fill: parent; eventId: "E3" })"
-                                  << false;
-    }
-
-    void renderEveryPage() {
-        QFETCH(QString, name);
-        QFETCH(QString, item);
-        QFETCH(bool, popup);
-        seedEventsOfEveryKind();
-        const QString outDir = qEnvironmentVariable("TIDEMARK_BROWSING_RENDER_DIR");
-        for (const char* locale : {"en_US", "zh_CN"}) {
-            ScopedCalendarEnvironment place(
-                fixedEnvironment("Europe/Berlin", locale, 2026, 3, 10, 10, 0));
-            installTranslations(*QCoreApplication::instance(), locale);
-            for (bool dark : {false, true}) {
-                auto* page = show(item, dark);
-                QVERIFY(page);
-                if (popup) {
-                    click(findChildItem(page, "filterButton"));
-                }
-                const QImage image = grab();
-                QVERIFY(distinctColours(image) > 8);
-                if (!outDir.isEmpty()) {
-                    QDir().mkpath(outDir);
-                    QVERIFY(image.save(QStringLiteral("%1/%2-%3-%4.png")
-                                           .arg(outDir, name, locale, dark ? "dark" : "light")));
-                }
-            }
-        }
-        installTranslations(*QCoreApplication::instance(), "en_US");
     }
 };
 

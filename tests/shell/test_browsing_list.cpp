@@ -1,12 +1,11 @@
 // The timeline's list and the event row's texts as pure functions of events, filter settings and
 // a fixed clock (10:00 on Tuesday 10 March 2026 in Berlin).
-#include "TestSupport.h"
+#include "QtTestSupport.h"
 #include "base/Localize.h"
 #include "browsing/EventRowModel.h"
 #include "browsing/TimelineList.h"
 #include "records/DayListArchive.h"
 #include "shell/Translations.h"
-#include "test_main_support.h"
 
 #include <QCoreApplication>
 #include <QTest>
@@ -154,15 +153,6 @@ private slots:
         QVERIFY(rows.showEmptyBox);
     }
 
-    void kindMenuTitles() {
-        QCOMPARE(kindMenuTitleKey(9), std::string("menuShowAllEventStringForTimelineView"));
-        QCOMPARE(kindMenuTitleKey(0), std::string("menuShowNotRepeatEventStringForTimelineView"));
-        QCOMPARE(kindMenuTitleKey(1), std::string("menuShowRepeatType1EventStringForTimelineView"));
-        QCOMPARE(kindMenuTitleKey(2), std::string("menuShowRepeatType2EventStringForTimelineView"));
-        QCOMPARE(kindMenuTitleKey(3), std::string("menuShowStarEventStringForTimelineView"));
-        QCOMPARE(kindMenuTitleKey(5), std::string());
-    }
-
     void rowTexts_data() {
         QTest::addColumn<RowCase>("c");
         const QString thisFriday =
@@ -279,19 +269,6 @@ private slots:
         const bool today = c.dayCountText == "Today";
         QCOMPARE(row.isToday, today);
         QCOMPARE(row.dayCountNumber.isEmpty(), c.dayCountText.isEmpty() || today);
-    }
-
-    void colourContentAndMemoPassThrough() {
-        const auto full = eventRowData(makeEvent("f", "1",
-                                                 [](eventInfo& e) {
-                                                     e.eventColorString = "colorForUserSelection04";
-                                                     e.eventContent = "Bring flowers";
-                                                     e.eventHaveMemoOrNot = true;
-                                                 }),
-                                       now(), Calendar::current());
-        QCOMPARE(full.colorName, QString("colorForUserSelection04"));
-        QCOMPARE(full.content, QString("Bring flowers"));
-        QVERIFY(full.hasMemo);
     }
 };
 

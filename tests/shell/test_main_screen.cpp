@@ -1,7 +1,6 @@
 // The main screen in its window (tabs, month header, grid, day list) and the toolkit's month and
 // ring arithmetic. Any QML warning fails the test.
 #include "QtTestSupport.h"
-#include "TestSupport.h"
 #include "records/Defaults.h"
 #include "records/SettingsKeys.h"
 #include "records/Store.h"
@@ -10,11 +9,9 @@
 #include "shell/Tour.h"
 #include "shell/Translations.h"
 #include "shell/tideMarkApp.h"
-#include "test_main_support.h"
 #include "toolkit/DayRing.h"
 #include "toolkit/MonthModel.h"
 
-#include <QQmlApplicationEngine>
 #include <QQmlContext>
 #include <QQuickItem>
 #include <QQuickStyle>
@@ -27,34 +24,6 @@ using namespace tidemark::testing;
 
 namespace {
 
-QStringList qmlWarnings;
-QtMessageHandler previousHandler = nullptr;
-
-void trapQmlWarnings(QtMsgType type, const QMessageLogContext& context, const QString& message) {
-    const bool fromQml = (context.file && QString::fromUtf8(context.file).endsWith(".qml")) ||
-                         message.contains(".qml") || QByteArray(context.category) == "qml" ||
-                         QByteArray(context.category) == "js";
-    if (type != QtDebugMsg && type != QtInfoMsg && fromQml) {
-        qmlWarnings << message;
-    }
-    previousHandler(type, context, message);
-}
-
-QQuickItem* findItem(QQuickItem* root, const QString& name) {
-    if (!root) {
-        return nullptr;
-    }
-    if (root->objectName() == name) {
-        return root;
-    }
-    for (auto* child : root->childItems()) {
-        if (auto* found = findItem(child, name)) {
-            return found;
-        }
-    }
-    return nullptr;
-}
-
 bool shown(QQuickItem* item) {
     return item && item->isVisible();
 }
@@ -65,19 +34,14 @@ class MainScreenTest : public QObject {
     Q_OBJECT
 
 private:
-    std::unique_ptr<IsolatedStorage> storage_;
-    std::unique_ptr<ScopedCalendarEnvironment> environment_;
-    std::unique_ptr<FakeServices> services_;
-    std::unique_ptr<tideMarkApp> app_;
-    std::unique_ptr<QQmlApplicationEngine> engine_;
+    ShellFixture fixture_;
+    LaunchedApp app_;
 
-    QQuickWindow* window() const {
-        return qobject_cast<QQuickWindow*>(engine_->rootObjects().first());
-    }
-    QQuickItem* item(const QString& name) const { return findItem(window()->contentItem(), name); }
+    QQuickWindow* window() const { return app_.window(); }
+    QQuickItem* item(const QString& name) const { return app_.item(name); }
     CalendarPage* calendarPage() const {
         return qobject_cast<CalendarPage*>(
-            engine_->rootContext()->contextProperty("calendarPage").value<QObject*>());
+            app_.engine->rootContext()->contextProperty("calendarPage").value<QObject*>());
     }
     MonthModel* monthModel() const {
         auto* calendar = item("calendar");
@@ -88,21 +52,9 @@ private:
         return item(QStringLiteral("day_%1").arg(day - 1));
     }
 
-    bool open() {
-        engine_ = std::make_unique<QQmlApplicationEngine>();
-        if (!app_->launch(*engine_)) {
-            return false;
-        }
-        return QTest::qWaitForWindowExposed(window());
-    }
-    void close() { engine_.reset(); }
-
-    void click(QQuickItem* target) {
-        QVERIFY(target);
-        const QPointF centre =
-            target->mapToScene(QPointF(target->width() / 2, target->height() / 2));
-        QTest::mouseClick(window(), Qt::LeftButton, {}, centre.toPoint());
-    }
+    bool open() { return app_.launch(); }
+    void close() { app_.close(); }
+    void click(QQuickItem* target) { tap(window(), target); }
     QString currentTab() const {
         return QString::fromStdString(std::string(rawValue(
             Setting<tabValue>("APP_FUNC_newTabBarTabValue", tabValue::summaryView).get())));
@@ -110,29 +62,19 @@ private:
 
 private slots:
     void initTestCase() {
-        previousHandler = qInstallMessageHandler(trapQmlWarnings);
+        trapWarnings();
         QQuickStyle::setStyle(QStringLiteral("Material"));
         installTranslations(*qApp, "en_US");
     }
-
     void init() {
-        qmlWarnings.clear();
-        storage_ = std::make_unique<IsolatedStorage>();
-        environment_ = std::make_unique<ScopedCalendarEnvironment>(
-            fixedEnvironment("Europe/Berlin", "en_US", 2026, 3, 10, 8));
-        services_ = std::make_unique<FakeServices>();
+        fixture_.init();
         Setting<bool>("userLaunchStatus", false).set(true);
-        app_ = std::make_unique<tideMarkApp>();
+        app_.app = std::make_unique<tideMarkApp>();
     }
     void cleanup() {
-        close();
-        app_.reset();
-        services_.reset();
-        environment_.reset();
-        storage_.reset();
-        if (!qmlWarnings.isEmpty()) {
-            QFAIL(qPrintable("QML warnings: " + qmlWarnings.join("\n")));
-        }
+        app_.close();
+        app_.app.reset();
+        fixture_.cleanup();
     }
 
     void tabsSwitchPersistAndPlusLeavesTheTab() {
@@ -140,12 +82,12 @@ private slots:
         QVERIFY(shown(item("calendarPageView")));
         QVERIFY(!item("eventListPage")); // built when first shown
         const auto colourOf = [&](const QString& tab) {
-            return findItem(item("tab_" + tab), "tabIcon")->property("color").value<QColor>();
+            return findChildItem(item("tab_" + tab), "tabIcon")->property("color").value<QColor>();
         };
         QTRY_COMPARE(colourOf("summaryView"), QColor("#1F7A8C"));
         QCOMPARE(colourOf("eventListView"), QColor("#9AA5AD"));
         QCOMPARE(colourOf("addNewEvent"), QColor("#E5534B"));
-        const int hapticsBefore = app_->haptics()->requestCount();
+        const int hapticsBefore = app_.app->haptics()->requestCount();
 
         click(item("tab_eventListView"));
         QCOMPARE(currentTab(), QString("eventListView"));
@@ -166,7 +108,7 @@ private slots:
         click(item("tab_moreView"));
         QCOMPARE(currentTab(), QString("moreView"));
         QVERIFY(shown(item("settingView")));
-        QCOMPARE(app_->haptics()->requestCount(), hapticsBefore + 3);
+        QCOMPARE(app_.app->haptics()->requestCount(), hapticsBefore + 3);
 
         // A restart opens the saved tab, and the calendar page waits until it is shown.
         close();
@@ -233,7 +175,7 @@ private slots:
             QTRY_VERIFY(!stack->property("busy").toBool());
             click(qobject_cast<QQuickItem*>(findShownObject(window(), choice)));
             QTRY_COMPARE(pageIsDark(), dark);
-            QCOMPARE(app_->preferredColorScheme(), QString(dark ? "dark" : "light"));
+            QCOMPARE(app_.app->preferredColorScheme(), QString(dark ? "dark" : "light"));
             QTest::keyClick(window(), Qt::Key_Escape);
             QTRY_COMPARE(stack->property("depth").toInt(), 1);
             QTRY_VERIFY(!stack->property("busy").toBool());
@@ -241,9 +183,9 @@ private slots:
     }
 
     void headlineFollowsThePageSetting() {
-        QCOMPARE(app_->headline(0), QStringLiteral("Tuesday, March 10"));
-        QCOMPARE(app_->headline(1), QStringLiteral("Next few days"));
-        QCOMPARE(app_->headline(2), QString());
+        QCOMPARE(app_.app->headline(0), QStringLiteral("Tuesday, March 10"));
+        QCOMPARE(app_.app->headline(1), QStringLiteral("Next few days"));
+        QCOMPARE(app_.app->headline(2), QString());
         Setting<std::int64_t>("FUNC_APP_tabViewSelection", 0).set(1);
         QVERIFY(open());
         QCOMPARE(item("headline")->property("text").toString(), QStringLiteral("Next few days"));
@@ -256,7 +198,7 @@ private slots:
         click(dayCell(15));
         QTRY_VERIFY(calendarPage()->todayDateForDatePickerDefault().isValid());
         const QDateTime selected = calendarPage()->todayDateForDatePickerDefault();
-        const int hapticsBefore = app_->haptics()->requestCount();
+        const int hapticsBefore = app_.app->haptics()->requestCount();
 
         click(item("nextMonthButton"));
         QCOMPARE(label->property("text").toString(), QString("April 2026"));
@@ -264,7 +206,7 @@ private slots:
         click(item("previousMonthButton"));
         QCOMPARE(label->property("text").toString(), QString("February 2026"));
         QCOMPARE(calendarPage()->todayDateForDatePickerDefault(), selected);
-        QCOMPARE(app_->haptics()->requestCount(), hapticsBefore + 3);
+        QCOMPARE(app_.app->haptics()->requestCount(), hapticsBefore + 3);
     }
 
     void selectingADayFillsTheDayList() {
@@ -276,7 +218,7 @@ private slots:
         QCOMPARE(noEvent->property("text").toString(), QString("No events on this day"));
 
         click(dayCell(15));
-        QTRY_COMPARE(app_->dataStore()->todayDataForUI(), QStringList{"A"});
+        QTRY_COMPARE(app_.app->dataStore()->todayDataForUI(), QStringList{"A"});
         auto* list = item("dayList");
         QTRY_COMPARE(list->property("count").toInt(), 1);
         QVERIFY(!noEvent->isVisible());
@@ -308,19 +250,19 @@ private slots:
                          ->data(monthModel()->index(c.day - 1), MonthModel::ColorNamesRole)
                          .toStringList(),
                      c.names);
-            auto* ring = findItem(dayCell(c.day), "ring");
+            auto* ring = findChildItem(dayCell(c.day), "ring");
             QVERIFY2(ring, qPrintable(QString::number(c.day)));
             QCOMPARE(ring->property("arcCount").toInt(), c.names.size());
             QCOMPARE(ring->opacity(), 0.723);
         }
-        const auto colours = findItem(dayCell(20), "ring")->property("colors").toList();
+        const auto colours = findChildItem(dayCell(20), "ring")->property("colors").toList();
         QCOMPARE(colours.size(), 3);
         QCOMPARE(colours[0].value<QColor>(), QColor("#E5534B"));
         QCOMPARE(colours[2].value<QColor>(), QColor("#8E8E93")); // the gray of "default"
 
         // A write to the store reaches the grid without anything else happening.
         data.addEventData(dayEvent("late", "Late", 2026, 3, 13, "colorForUserSelection05"));
-        QTRY_COMPARE(findItem(dayCell(13), "ring")->property("arcCount").toInt(), 1);
+        QTRY_COMPARE(findChildItem(dayCell(13), "ring")->property("arcCount").toInt(), 1);
     }
 
     void selectedPastAndTodayForms() {
@@ -329,24 +271,25 @@ private slots:
         // Today is selected at first: the filled circle, no ring, the selected text colour.
         auto* today = dayCell(10);
         QVERIFY(today->property("selected").toBool());
-        QVERIFY(findItem(today, "selectedCircle")->isVisible());
-        QVERIFY(!findItem(today, "ring")->isVisible());
-        QCOMPARE(findItem(today, "dayText")->property("color").value<QColor>(), QColor("#FFFFFF"));
-        QCOMPARE(findItem(today, "dayText")->property("text").toString(), QString("10"));
+        QVERIFY(findChildItem(today, "selectedCircle")->isVisible());
+        QVERIFY(!findChildItem(today, "ring")->isVisible());
+        QCOMPARE(findChildItem(today, "dayText")->property("color").value<QColor>(),
+                 QColor("#FFFFFF"));
+        QCOMPARE(findChildItem(today, "dayText")->property("text").toString(), QString("10"));
 
         auto* past = dayCell(5);
         QCOMPARE(past->opacity(), 0.28);
-        QVERIFY(findItem(past, "ring")->isVisible());
-        QCOMPARE(findItem(past, "ring")->property("arcCount").toInt(), 1);
-        QCOMPARE(findItem(past, "dayText")->property("text").toString(), QString("05"));
+        QVERIFY(findChildItem(past, "ring")->isVisible());
+        QCOMPARE(findChildItem(past, "ring")->property("arcCount").toInt(), 1);
+        QCOMPARE(findChildItem(past, "dayText")->property("text").toString(), QString("05"));
         QCOMPARE(dayCell(11)->opacity(), 1.0);
 
         // Selected, the past day with an event loses its ring and its fading.
         click(past);
         QTRY_VERIFY(past->property("selected").toBool());
-        QVERIFY(!findItem(past, "ring")->isVisible());
+        QVERIFY(!findChildItem(past, "ring")->isVisible());
         QCOMPARE(past->opacity(), 1.0);
-        QVERIFY(!findItem(today, "selectedCircle")->isVisible());
+        QVERIFY(!findChildItem(today, "selectedCircle")->isVisible());
     }
 
     void gridStartsAtTheFirstWeekday_data() {
@@ -419,12 +362,6 @@ private slots:
                  (QStringList{"colorForUserSelection09", "colorForUserSelection10", "default",
                               "default"}));
         QCOMPARE(sortedColorNames({}), QStringList{});
-    }
-
-    void ringArcsSplitTheCircle() {
-        QCOMPARE(ringSegments(0), QList<RingSegment>{});
-        QCOMPARE(ringSegments(1), (QList<RingSegment>{{0, 360}}));
-        QCOMPARE(ringSegments(3), (QList<RingSegment>{{0, 120}, {120, 240}, {240, 360}}));
     }
 };
 

@@ -2,7 +2,7 @@
 // over to the running app and ends with 0; the running app answers a URL with the haptic of
 // feedbackd (played here by a recording stand-in). Every hand-over asks the running app to come
 // forward with the later start's activation token.
-#include "TestSupport.h"
+#include "QtTestSupport.h"
 #include "shell/SingleInstance.h"
 
 #include <QCoreApplication>

@@ -1,8 +1,6 @@
 // The reminders settings page: the master switch and what it plans, the permission mirror that
 // dims the switch, and the desktop's notification settings command.
 #include "QtTestSupport.h"
-#include "TestSupport.h"
-#include "platform/linux/Haptics.h"
 #include "records/Defaults.h"
 #include "settings/EmailHelper.h"
 #include "settings/NotiSettingModel.h"
@@ -10,10 +8,9 @@
 #include "shell/Translations.h"
 
 #include <QFile>
-#include <QQmlComponent>
+#include <QPointer>
 #include <QQmlEngine>
 #include <QQuickItem>
-#include <QQuickView>
 #include <QScopeGuard>
 #include <QTemporaryDir>
 #include <QTest>
@@ -79,7 +76,10 @@ private slots:
         qmlRegisterSingletonInstance("TideMark", 1, 0, "Haptics", new Haptics(this));
     }
     void init() { storage_ = std::make_unique<IsolatedStorage>(); }
-    void cleanup() { storage_.reset(); }
+    void cleanup() {
+        host_.close();
+        storage_.reset();
+    }
 
     void settingsCommandPerDesktop_data() {
         QTest::addColumn<QString>("desktop");
@@ -149,25 +149,19 @@ private slots:
 
     void thePageDimsTheSwitchWithoutPermissionButKeepsItUsable() {
         FakeServices services(BackgroundRefreshStatus::available, false);
-        QQuickView view;
-        QObject* root = showHost(view);
-        QVERIFY(root);
-        QMetaObject::invokeMethod(root, "push");
-        QQuickItem* row = nullptr;
-        QTRY_VERIFY((row = root->findChild<QQuickItem*>("masterSwitchRow")) != nullptr);
+        QQuickItem* page = openPage();
+        QVERIFY(page);
+        QQuickItem* row = findChildItem(page, "masterSwitchRow");
         // On appearance the system was asked: refused, so both settings went off.
         QTRY_VERIFY(!switchSetting.get());
         QCOMPARE(row->opacity(), 0.28);
-        auto* label = root->findChild<QQuickItem*>("masterSwitchLabel");
+        auto* label = findChildItem(page, "masterSwitchLabel");
         QCOMPARE(label->property("text").toString(), QString("Reminders are off"));
-        QVERIFY(root->findChild<QQuickItem*>("notAuthorizedNote")->isVisible());
-        render(view, root, "off-unauthorized");
+        QVERIFY(findChildItem(page, "notAuthorizedNote")->isVisible());
 
         // Still usable: a tap tries, and the switch falls back off.
-        auto* toggle = root->findChild<QQuickItem*>("masterSwitch");
-        const QPointF centre =
-            toggle->mapToScene(QPointF(toggle->width() / 2, toggle->height() / 2));
-        QTest::mouseClick(&view, Qt::LeftButton, {}, centre.toPoint());
+        auto* toggle = findChildItem(page, "masterSwitch");
+        host_.tap(toggle);
         QTRY_VERIFY(!toggle->property("checked").toBool());
         QVERIFY(!switchSetting.get());
 
@@ -177,7 +171,6 @@ private slots:
         QTRY_COMPARE(row->opacity(), 1.0);
         QTRY_COMPARE(label->property("text").toString(), QString("Reminders are on"));
         QVERIFY(toggle->property("checked").toBool());
-        render(view, root, "on");
     }
 
     // The button leaves the page at once; the desktop's page still opens, started on the
@@ -200,66 +193,21 @@ private slots:
             qputenv("XDG_CURRENT_DESKTOP", desktop);
         });
 
-        QQuickView view;
-        QObject* root = showHost(view);
-        QVERIFY(root);
-        QMetaObject::invokeMethod(root, "push");
-        QQuickItem* button = nullptr;
-        QTRY_VERIFY((button = root->findChild<QQuickItem*>("openSystemSettingsButton")) &&
-                    button->isVisible());
-        QTest::qWait(400); // the push transition
-        const QPointF centre =
-            button->mapToScene(QPointF(button->width() / 2, button->height() / 2));
-        QTest::mouseClick(&view, Qt::LeftButton, {}, centre.toPoint());
-        QTRY_VERIFY(!root->findChild<QObject*>("settingViewSubViewForNotiSetting"));
-        QVERIFY(!root->findChild<NotiSettingModel*>());
+        QPointer<QQuickItem> page = openPage();
+        QVERIFY(page);
+        QPointer<NotiSettingModel> model = page->findChild<NotiSettingModel*>();
+        QVERIFY(model);
+        host_.tap(findChildItem(page, "openSystemSettingsButton"));
+        QTRY_VERIFY(!page && !model);
         QTRY_VERIFY_WITH_TIMEOUT(QFile::exists(started), 10000);
     }
 
 private:
-    /// A window with a page stack whose `push()` opens the reminders page.
-    static QObject* showHost(QQuickView& view) {
-        view.resize(390, 844);
-        auto* component = new QQmlComponent(view.engine(), &view);
-        component->setData(R"(
-import QtQuick
-import QtQuick.Controls
-import QtQuick.Controls.Material
-Pane {
-    property bool dark: false
-    Material.theme: dark ? Material.Dark : Material.Light
-    padding: 0
-    width: 390; height: 844
-    StackView { id: stack; anchors.fill: parent; initialItem: Item {} }
-    function push() { stack.push("qrc:/qml/SettingViewSubViewForNotiSetting.qml") }
-    function depth() { return stack.depth }
-}
-)",
-                           QUrl("qrc:/qml/NotiSettingsHost.qml"));
-        QObject* root = component->create();
-        if (!root) {
-            qWarning() << component->errorString();
-            return nullptr;
-        }
-        view.setContent(component->url(), component, root);
-        view.show();
-        return QTest::qWaitForWindowExposed(&view) ? root : nullptr;
+    QQuickItem* openPage() {
+        return host_.push(engine_, QStringLiteral("qrc:/qml/SettingViewSubViewForNotiSetting.qml"));
     }
-
-    /// Keeps pictures of the page, light and dark, when TIDEMARK_SETTINGS_RENDER_DIR is set.
-    static void render(QQuickView& view, QObject* root, const QString& state) {
-        const QString folder = qEnvironmentVariable("TIDEMARK_SETTINGS_RENDER_DIR");
-        if (folder.isEmpty()) {
-            return;
-        }
-        for (const bool dark : {false, true}) {
-            root->setProperty("dark", dark);
-            QTest::qWait(300);
-            QVERIFY(view.grabWindow().save(QStringLiteral("%1/noti-settings-%2-%3.png")
-                                               .arg(folder, state, dark ? "dark" : "light")));
-        }
-        root->setProperty("dark", false);
-    }
+    QQmlEngine engine_;
+    PageHost host_;
 };
 
 QTEST_MAIN(NotiSettingsTest)

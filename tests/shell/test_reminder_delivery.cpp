@@ -2,7 +2,7 @@
 // real tidemark-agent (started by D-Bus activation) delivers them to a real notification server
 // (dunst on a virtual X display, which logs what it shows), and activating a notification opens
 // the app, which records the tapped request.
-#include "TestSupport.h"
+#include "QtTestSupport.h"
 #include "agent/ReminderAgent.h"
 #include "notifications/notiFunc.h"
 #include "platform/linux/LinuxNotificationCenter.h"

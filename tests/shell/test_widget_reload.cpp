@@ -1,6 +1,6 @@
 // Widget reloads travel as a broadcast on the session bus, after the data is in the shared suite.
 // The test runs its own private bus.
-#include "TestSupport.h"
+#include "QtTestSupport.h"
 #include "platform/linux/DBusWidgetCenter.h"
 #include "records/Defaults.h"
 #include "records/SettingsKeys.h"
