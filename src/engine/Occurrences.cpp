@@ -8,6 +8,7 @@
 
 #include "base/Fatal.h"
 #include "records/DayListArchive.h"
+#include "records/EventCodes.h"
 
 #include <algorithm>
 #include <optional>
@@ -177,7 +178,7 @@ Date dayStartOf(Date date, const Calendar& calendar) {
 
 std::vector<DateComponents> dailyOccurrences(const EventFields& event, Date now,
                                              const Calendar& calendar) {
-    if (event.eventType != 1) {
+    if (repeatTypeOf(event) != RepeatType::daily) {
         return {};
     }
     std::vector<DateComponents> result = event.eventHaveCustomizeInterval
@@ -189,7 +190,7 @@ std::vector<DateComponents> dailyOccurrences(const EventFields& event, Date now,
 
 std::vector<DateComponents> weeklyOccurrences(const EventFields& event, Date now,
                                               const Calendar& calendar) {
-    if (event.eventType != 2) {
+    if (repeatTypeOf(event) != RepeatType::weekly) {
         return {};
     }
     std::vector<DateComponents> result;
@@ -249,7 +250,7 @@ std::vector<DateComponents> weeklyOccurrences(const EventFields& event, Date now
 
 std::vector<DateComponents> monthlyOccurrences(const EventFields& event, Date now,
                                                const Calendar& calendar) {
-    if (event.eventType != 3) {
+    if (repeatTypeOf(event) != RepeatType::monthly) {
         return {};
     }
     std::vector<DateComponents> result;
@@ -292,7 +293,7 @@ std::vector<DateComponents> monthlyOccurrences(const EventFields& event, Date no
                 break;
             }
             DateComponents candidate;
-            if (code == 99) {
+            if (code == kLastDayOfMonthCode) {
                 candidate = dayComponents(y, m, lastDayOfMonth(y, m, calendar));
             } else if (code == 29 || code == 30 || code == 31) {
                 if (lastDayOfMonth(y, m, calendar) < code) {
@@ -314,7 +315,7 @@ std::vector<DateComponents> monthlyOccurrences(const EventFields& event, Date no
 
 std::vector<DateComponents> yearlyOccurrences(const EventFields& event, Date now,
                                               const Calendar& calendar) {
-    if (event.eventType != 4 && event.eventType != 0) {
+    if (repeatTypeOf(event) != RepeatType::yearly && repeatTypeOf(event) != RepeatType::none) {
         return {};
     }
     std::vector<DateComponents> result;
@@ -357,15 +358,15 @@ std::vector<DateComponents> yearlyOccurrences(const EventFields& event, Date now
 
 std::vector<DateComponents> occurrenceList(const EventFields& event, Date now,
                                            const Calendar& calendar) {
-    switch (event.eventType) {
-    case 1:
+    switch (repeatTypeOf(event)) {
+    case RepeatType::daily:
         return dailyOccurrences(event, now, calendar);
-    case 2:
+    case RepeatType::weekly:
         return weeklyOccurrences(event, now, calendar);
-    case 3:
+    case RepeatType::monthly:
         return monthlyOccurrences(event, now, calendar);
-    case 0:
-    case 4:
+    case RepeatType::none:
+    case RepeatType::yearly:
         return yearlyOccurrences(event, now, calendar);
     default:
         return {};
@@ -502,7 +503,7 @@ bool monthlyWalkHappens(const DayTest& test) {
         std::int64_t skippedInARow = 0;
         for (;;) {
             std::int64_t day = code;
-            if (code == 99) {
+            if (code == kLastDayOfMonthCode) {
                 day = lastDayOfMonth(year, month, test.calendar);
             } else if (code == 29 || code == 30 || code == 31) {
                 if (lastDayOfMonth(year, month, test.calendar) < code) {
@@ -563,17 +564,17 @@ bool eventHappensOnDay(const EventFields& event, Date date, const Calendar& cale
         return false;
     }
     const DayTest test{event, calendar, dayStart, *startDate};
-    switch (event.eventType) {
-    case 0:
+    switch (repeatTypeOf(event)) {
+    case RepeatType::none:
         // Only its start date; its forward list is yearly all the same.
         return oneOffHappens(test);
-    case 1:
+    case RepeatType::daily:
         return dailyWalkHappens(test);
-    case 2:
+    case RepeatType::weekly:
         return weeklyWalkHappens(test);
-    case 3:
+    case RepeatType::monthly:
         return monthlyWalkHappens(test);
-    case 4:
+    case RepeatType::yearly:
         return yearlyWalkHappens(test);
     default:
         return false;

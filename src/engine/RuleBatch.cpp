@@ -5,6 +5,7 @@
 #include "engine/LocalClock.h"
 #include "engine/Occurrences.h"
 #include "records/DayListArchive.h"
+#include "records/EventCodes.h"
 
 #include <algorithm>
 #include <cmath>
@@ -181,7 +182,7 @@ Rule RuleBatch::State::compile(const EventFields& event) {
     if (saneTime(event.eventDateWhenEveryDayHour, event.eventDateWhenEveryDayMin)) {
         rule.timeOfDay = event.eventDateWhenEveryDayHour * kMillisPerHour +
                          event.eventDateWhenEveryDayMin * kMillisPerMinute;
-    } else if (event.eventType == 1 || rule.hasEnd) {
+    } else if (repeatTypeOf(event) == RepeatType::daily || rule.hasEnd) {
         return rule;
     }
     rule.customised = event.eventHaveCustomizeInterval;
@@ -201,20 +202,20 @@ Rule RuleBatch::State::compile(const EventFields& event) {
         rule.endDate = clock.moment(rule.endDay, 0).secondsSince1970;
     }
 
-    switch (event.eventType) {
-    case 0:
+    switch (repeatTypeOf(event)) {
+    case RepeatType::none:
         rule.kind = Kind::OneOff;
         break;
-    case 1:
+    case RepeatType::daily:
         rule.kind = Kind::Daily;
         break;
-    case 4:
+    case RepeatType::yearly:
         rule.kind = Kind::Yearly;
         rule.plainYearly = event.eventStartDateMonth >= 1 && event.eventStartDateMonth <= 12 &&
                            event.eventStartDateDay >= 1 && event.eventStartDateDay <= 31;
         rule.firstYear = civilFromDays(rule.startDay).year;
         break;
-    case 2: {
+    case RepeatType::weekly: {
         const DayListReadResult& codes = decoded(event.eventDateWhenEveryWeek);
         if (codes.error) {
             return rule; // the walk stops the program at the moment it reads them
@@ -235,13 +236,13 @@ Rule RuleBatch::State::compile(const EventFields& event) {
         rule.kind = Kind::Weekly;
         break;
     }
-    case 3: {
+    case RepeatType::monthly: {
         const DayListReadResult& codes = decoded(event.eventDateWhenEveryMonth);
         if (codes.error) {
             return rule;
         }
         for (const std::int64_t code : codes.values) {
-            if ((code < 1 || code > 31) && code != 99) {
+            if ((code < 1 || code > 31) && code != kLastDayOfMonthCode) {
                 return rule;
             }
         }
@@ -329,7 +330,7 @@ Window RuleBatch::State::monthWindow(const Rule& rule, std::int64_t code, const 
         }
         const std::int64_t length = key.monthLength[j];
         std::int64_t day = code;
-        if (code == 99) {
+        if (code == kLastDayOfMonthCode) {
             day = length;
         } else if (code >= 29 && code <= 31 && length < code) {
             continue; // too short: the walk passes this month without a test
@@ -559,7 +560,7 @@ bool RuleBatch::State::list(const EventFields& event, const Rule& rule, const To
                     break;
                 }
                 std::int64_t d = code;
-                if (code == 99) {
+                if (code == kLastDayOfMonthCode) {
                     d = length;
                 } else if (code >= 29 && code <= 31 && length < code) {
                     continue;
@@ -745,10 +746,10 @@ void passDays(const EventFields& event, const Rule& rule, std::int64_t lo, std::
             const std::int64_t length = daysInMonth(year, month);
             const std::int64_t first = daysFromCivil(year, month, 1);
             for (const std::int64_t code : rule.codes) {
-                if (code != 99 && code > length) {
+                if (code != kLastDayOfMonthCode && code > length) {
                     continue;
                 }
-                mark(first + (code == 99 ? length : code) - 1);
+                mark(first + (code == kLastDayOfMonthCode ? length : code) - 1);
             }
         }
         break;

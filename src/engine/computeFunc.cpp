@@ -5,6 +5,7 @@
 #include "engine/Occurrences.h"
 #include "engine/RuleBatch.h"
 #include "records/DayListArchive.h"
+#include "records/EventCodes.h"
 
 #include <algorithm>
 #include <optional>
@@ -39,7 +40,7 @@ std::int64_t weekCodeOfWeekday(std::int64_t weekday) {
 
 std::string dayCountString(const EventFields& event, Date now, const Calendar& calendar) {
     if (event.eventRepeatOrNot) {
-        return std::string(event.eventType == 1 ? kErrorText : "");
+        return std::string(repeatTypeOf(event) == RepeatType::daily ? kErrorText : "");
     }
     const auto start = midnightOf(calendar, event.eventStartDateYear, event.eventStartDateMonth,
                                   event.eventStartDateDay);
@@ -130,12 +131,12 @@ std::string monthRuleDateString(std::int64_t /*day*/, const std::vector<std::int
 }
 
 std::string nextDateString(const EventFields& event, Date now, const Calendar& calendar) {
-    if (event.eventRepeatOrNot && event.eventType == 2) {
+    if (event.eventRepeatOrNot && repeatTypeOf(event) == RepeatType::weekly) {
         const auto today = calendar.dateComponents(kWeekday, now);
         return weekRuleDateString(unwrap(today.weekday),
                                   decodeDayList(event.eventDateWhenEveryWeek));
     }
-    if (event.eventType == 3) {
+    if (repeatTypeOf(event) == RepeatType::monthly) {
         const auto today = calendar.dateComponents(kDay, now);
         return monthRuleDateString(unwrap(today.day), decodeDayList(event.eventDateWhenEveryMonth));
     }

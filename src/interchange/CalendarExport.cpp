@@ -7,6 +7,7 @@
 #include "interchange/IcalRules.h"
 #include "notifications/notiFunc.h"
 #include "records/DayListArchive.h"
+#include "records/EventCodes.h"
 
 #include <algorithm>
 #include <cstdio>
@@ -93,14 +94,14 @@ public:
             icalcomponent_add_property(event, icalproperty_new_color(css.c_str()));
         }
 
-        timed_ = e.eventType == 1;
+        timed_ = repeatTypeOf(e) == RepeatType::daily;
         hour_ = static_cast<int>(std::clamp<std::int64_t>(e.eventDateWhenEveryDayHour, 0, 23));
         minute_ = static_cast<int>(std::clamp<std::int64_t>(e.eventDateWhenEveryDayMin, 0, 59));
         const bool plainTime =
             hour_ == e.eventDateWhenEveryDayHour && minute_ == e.eventDateWhenEveryDayMin;
         const std::int64_t startDay = startDayOf(e);
 
-        if (e.eventType == 0 || e.eventType < 0 || e.eventType > 4) {
+        if (repeatTypeOf(e) == RepeatType::none || e.eventType < 0 || e.eventType > 4) {
             // One date: the start, unless the engine has no date at all.
             icalcomponent_set_dtstart(event, at(startDay));
             if (!engineHasDay(batch, index, startDay, calendar_)) {

@@ -8,6 +8,7 @@
 #include "interchange/IcalRules.h"
 #include "notifications/notiFunc.h"
 #include "records/DayListArchive.h"
+#include "records/EventCodes.h"
 
 #include <algorithm>
 #include <array>
@@ -252,7 +253,7 @@ private:
         if (const auto own = ownRule(c); own && restoreOwnRule(e, *own)) {
             // The app's own rule, as long as it still gives the dates the file gives.
             if (auto days = datesOfFile(c, start)) {
-                imported.kind = e.eventType == 0 ? Kind::singleDate : Kind::rule;
+                imported.kind = repeatTypeOf(e) == RepeatType::none ? Kind::singleDate : Kind::rule;
                 pending_.push_back({index, c, std::move(*days), std::nullopt, true});
                 restored = true;
             } else {
@@ -358,7 +359,7 @@ private:
 
     /// Back to an event of one date, `day`.
     static void clearRule(EventFields& e, std::int64_t day) {
-        e.eventType = 0;
+        e.eventType = storedValue(RepeatType::none);
         e.eventRepeatOrNot = false;
         e.eventHaveCustomizeInterval = false;
         e.eventDateWhenCustomizeRepeatTimes = 0;
@@ -373,7 +374,7 @@ private:
 
     void noteFirstDateOnly(ImportedEvent& imported, const std::string& rule) const {
         EventFields& e = imported.event;
-        e.eventType = 0;
+        e.eventType = storedValue(RepeatType::none);
         e.eventRepeatOrNot = false;
         e.eventContent +=
             (e.eventContent.empty() ? "" : "\n\n") + replaced(texts_.firstDateNote, rule);
@@ -415,7 +416,7 @@ private:
         }
         try {
             e.eventType = rule.at("type").get<std::int64_t>();
-            e.eventRepeatOrNot = e.eventType != 0;
+            e.eventRepeatOrNot = repeatTypeOf(e) != RepeatType::none;
             const auto start = rule.at("start").get<std::vector<std::int64_t>>();
             const auto time = rule.at("time").get<std::vector<std::int64_t>>();
             e.eventStartDateYear = start.at(0);
@@ -455,7 +456,7 @@ private:
         const LocalTime local = localTimeOf(start);
         switch (pattern->frequency) {
         case Frequency::daily:
-            e.eventType = 1;
+            e.eventType = storedValue(RepeatType::daily);
             e.eventDateWhenEveryDayHour = local.hour;
             e.eventDateWhenEveryDayMin = local.minute;
             break;
@@ -468,7 +469,7 @@ private:
                 // Calendar weekday 1 Sunday ... 7 Saturday to week code 1 Monday ... 7 Sunday.
                 codes.push_back(weekday == 1 ? 7 : weekday - 1);
             }
-            e.eventType = 2;
+            e.eventType = storedValue(RepeatType::weekly);
             e.eventDateWhenEveryWeek = encodeDayListArchive(codes);
             break;
         }
@@ -480,12 +481,12 @@ private:
             for (const int day : pattern->monthDays) {
                 codes.push_back(day == -1 ? 99 : day);
             }
-            e.eventType = 3;
+            e.eventType = storedValue(RepeatType::monthly);
             e.eventDateWhenEveryMonth = encodeDayListArchive(codes);
             break;
         }
         case Frequency::yearly:
-            e.eventType = 4;
+            e.eventType = storedValue(RepeatType::yearly);
             break;
         }
         e.eventRepeatOrNot = true;
@@ -792,7 +793,7 @@ ImportPlan readContacts(std::string_view text, const std::vector<eventInfo>& exi
                     }
                 }
                 EventFields& e = imported.event;
-                e.eventType = 4;
+                e.eventType = storedValue(RepeatType::yearly);
                 e.eventRepeatOrNot = true;
                 setStart(e, daysFromCivil(year, date->month, date->day));
                 plan.events.push_back(std::move(imported));

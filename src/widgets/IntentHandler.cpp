@@ -3,6 +3,7 @@
 #include "base/Fatal.h"
 #include "engine/Occurrences.h"
 #include "records/Defaults.h"
+#include "records/EventCodes.h"
 #include "records/EventJson.h"
 #include "records/SettingsKeys.h"
 
@@ -24,7 +25,7 @@ bool widgetListsEvent(const EventFields& event, EventBasicTypeEnum kind) {
     case EventBasicTypeEnum::allEvents:
         return true;
     case EventBasicTypeEnum::oneOffDates:
-        return event.eventType == 0;
+        return repeatTypeOf(event) == RepeatType::none;
     case EventBasicTypeEnum::repeating:
         return event.eventRepeatOrNot;
     case EventBasicTypeEnum::starred:
