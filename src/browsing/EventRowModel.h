@@ -15,6 +15,7 @@
 #include <QObject>
 #include <QString>
 #include <QStringList>
+#include <QtQml/qqmlregistration.h>
 
 namespace tidemark {
 
@@ -54,6 +55,7 @@ QString storedDateText(std::int64_t year, std::int64_t month, std::int64_t day);
 
 class EventRowModel : public QObject {
     Q_OBJECT
+    QML_ELEMENT
     Q_PROPERTY(QString eventId READ eventId WRITE setEventId NOTIFY eventIdChanged)
     Q_PROPERTY(bool exists READ exists NOTIFY changed)
     Q_PROPERTY(QString title READ title NOTIFY changed)

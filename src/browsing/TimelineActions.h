@@ -9,11 +9,13 @@
 #endif
 
 #include <QObject>
+#include <QtQml/qqmlregistration.h>
 
 namespace tidemark {
 
 class TimelineActions : public QObject {
     Q_OBJECT
+    QML_ELEMENT
 public:
     enum ColorScheme { AlwaysLight = 0, AlwaysDark = 1, FollowSystem = 2 };
     Q_ENUM(ColorScheme)

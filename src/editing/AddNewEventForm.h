@@ -20,6 +20,7 @@
 #include <QObject>
 #include <QPointer>
 #include <QString>
+#include <QtQml/qqmlregistration.h>
 #include <optional>
 #include <vector>
 
@@ -73,6 +74,7 @@ inline constexpr const char* kAlertNothingChanged =
 
 class AddNewEventForm : public QObject {
     Q_OBJECT
+    QML_ELEMENT
     Q_PROPERTY(bool editOrAddNewEventCheckValue READ editOrAddNewEventCheckValue WRITE
                    setEditOrAddNewEventCheckValue NOTIFY modeChanged)
     Q_PROPERTY(QString eventId READ eventId WRITE setEventId NOTIFY modeChanged)

@@ -15,6 +15,7 @@
 #include <QObject>
 #include <QString>
 #include <QStringList>
+#include <QtQml/qqmlregistration.h>
 #include <optional>
 
 namespace tidemark {
@@ -35,6 +36,7 @@ QStringList nextDateStrings(const eventInfo& event, Date now, const Calendar& ca
 /// The card: colour, star, the two-step delete and the next dates of one event.
 class CardViewModel : public QObject {
     Q_OBJECT
+    QML_ELEMENT
     Q_PROPERTY(QString eventId READ eventId WRITE setEventId NOTIFY eventIdChanged)
     Q_PROPERTY(bool exists READ exists NOTIFY changed)
     Q_PROPERTY(QString title READ title NOTIFY changed)
@@ -94,6 +96,7 @@ private:
 /// "eventTitle" and then "eventContent", each only if it differs from the record.
 class EditEventTitleContentModel : public QObject {
     Q_OBJECT
+    QML_ELEMENT
     Q_PROPERTY(QString eventId READ eventId WRITE setEventId NOTIFY eventIdChanged)
     Q_PROPERTY(bool exists READ exists NOTIFY existsChanged)
     Q_PROPERTY(QString titleForEvent READ titleForEvent WRITE setTitleForEvent NOTIFY inputChanged)
@@ -138,6 +141,7 @@ private:
 /// and then, with an end date, the three end fields, each even if only another changed.
 class EditEventStartDateModel : public QObject {
     Q_OBJECT
+    QML_ELEMENT
     Q_PROPERTY(QString eventId READ eventId WRITE setEventId NOTIFY eventIdChanged)
     Q_PROPERTY(bool exists READ exists NOTIFY recordChanged)
     Q_PROPERTY(bool hasEndDate READ hasEndDate NOTIFY recordChanged)
@@ -210,6 +214,7 @@ private:
 /// The share page: the event's share switch and the group that its eventShareGroupId names.
 class EditShareSettingModel : public QObject {
     Q_OBJECT
+    QML_ELEMENT
     Q_PROPERTY(QString eventId READ eventId WRITE setEventId NOTIFY eventIdChanged)
     Q_PROPERTY(bool exists READ exists NOTIFY changed)
     Q_PROPERTY(bool shareOn READ shareOn NOTIFY changed)

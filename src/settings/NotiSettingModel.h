@@ -10,6 +10,7 @@
 #include <QObject>
 #include <QString>
 #include <QStringList>
+#include <QtQml/qqmlregistration.h>
 #include <functional>
 
 namespace tidemark {
@@ -22,6 +23,7 @@ QStringList systemNotificationSettingsCommand(const QString& currentDesktop,
 
 class NotiSettingModel : public QObject {
     Q_OBJECT
+    QML_ELEMENT
     /// The master switch. Turning it on without permission to notify turns it back off.
     Q_PROPERTY(bool switchOn READ switchOn WRITE setSwitchOn NOTIFY changed)
     /// The last answer the system gave about notifying (a mirror, refreshed on appearance).

@@ -9,12 +9,14 @@
 #include <QAbstractListModel>
 #include <QDateTime>
 #include <QStringList>
+#include <QtQml/qqmlregistration.h>
 #include <vector>
 
 namespace tidemark {
 
 class MonthModel : public QAbstractListModel {
     Q_OBJECT
+    QML_ELEMENT
     /// Any moment of the month on show; invalid means the month of now.
     Q_PROPERTY(QDateTime monthToShowDate READ monthToShowDate WRITE setMonthToShowDate NOTIFY
                    monthToShowDateChanged)

@@ -88,18 +88,19 @@ import QtQuick
 import QtQuick.Controls
 import QtQuick.Controls.Material
 import TideMark
+import TideMark.Components
 Pane {
     property bool dark: false
     property int underneathTaps: 0
     Material.theme: dark ? Material.Dark : Material.Light
-    Material.accent: NamedColors.color("selectedDateBackground", dark)
+    Material.accent: Theme.named("selectedDateBackground", dark)
     padding: 0
     width: 390; height: 844
     Button { objectName: "underneath"; anchors.fill: parent; onClicked: underneathTaps++ }
     UnlockAppView { anchors.fill: parent }
 }
 )",
-                          QUrl("qrc:/qml/AppLockHost.qml"));
+                          moduleFileUrl(QStringLiteral("AppLockHost.qml")));
         QObject* root = component.create();
         QVERIFY2(root, qPrintable(component.errorString()));
         view.setContent(component.url(), &component, root);

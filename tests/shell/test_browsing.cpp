@@ -92,7 +92,7 @@ Pane {
 }
 )")
                                  .arg(dark ? "true" : "false", item);
-        component.setData(host.toUtf8(), QUrl(QStringLiteral("qrc:/qml/BrowsingTestHost.qml")));
+        component.setData(host.toUtf8(), moduleFileUrl(QStringLiteral("BrowsingTestHost.qml")));
         if (component.isError()) {
             qWarning() << component.errors();
             return nullptr;

@@ -163,7 +163,7 @@ ApplicationWindow {
 }
 )")
                                  .arg(dark ? "true" : "false");
-        component.setData(host.toUtf8(), QUrl(QStringLiteral("qrc:/qml/CardTestHost.qml")));
+        component.setData(host.toUtf8(), moduleFileUrl(QStringLiteral("CardTestHost.qml")));
         host_ = component.create();
         if (!host_) {
             qWarning() << component.errors();

@@ -725,7 +725,7 @@ Pane {
     }
 }
 )",
-                          QUrl("qrc:/qml/DatePickerHost.qml"));
+                          moduleFileUrl(QStringLiteral("DatePickerHost.qml")));
         QObject* root = component.create();
         QVERIFY2(root, qPrintable(component.errorString()));
         view.setContent(component.url(), &component, root);
@@ -828,9 +828,10 @@ Pane {
 
         // Leave a half-filled form by the back button, open it again without a reset: the
         // persisted inputs are there; the typed title is not.
-        QMetaObject::invokeMethod(item("mainView"), "openPage",
-                                  Q_ARG(QVariant, QUrl("qrc:/qml/AddNewEventPage.qml")),
-                                  Q_ARG(QVariant, QVariantMap{}));
+        QMetaObject::invokeMethod(
+            item("mainView"), "openPage",
+            Q_ARG(QVariant, moduleFileUrl(QStringLiteral("AddNewEventPage.qml"))),
+            Q_ARG(QVariant, QVariantMap{}));
         QTRY_COMPARE(topPage()->objectName(), QString("addNewEventPage"));
         QTRY_VERIFY(!stack()->property("busy").toBool());
         clickInPage("repeatSwitch");
@@ -838,9 +839,10 @@ Pane {
         QVERIFY(findChildItem(topPage(), "endDateSwitch")->isVisible());
         clickInPage("formBackButton");
         QTRY_COMPARE(topPage()->objectName(), QString("mainView"));
-        QMetaObject::invokeMethod(item("mainView"), "openPage",
-                                  Q_ARG(QVariant, QUrl("qrc:/qml/AddNewEventPage.qml")),
-                                  Q_ARG(QVariant, QVariantMap{}));
+        QMetaObject::invokeMethod(
+            item("mainView"), "openPage",
+            Q_ARG(QVariant, moduleFileUrl(QStringLiteral("AddNewEventPage.qml"))),
+            Q_ARG(QVariant, QVariantMap{}));
         QTRY_COMPARE(topPage()->objectName(), QString("addNewEventPage"));
         QTRY_VERIFY(!stack()->property("busy").toBool());
         QVERIFY(findChildItem(topPage(), "repeatSwitch")->property("checked").toBool());

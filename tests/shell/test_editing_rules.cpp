@@ -120,12 +120,13 @@ import QtQuick
 import QtQuick.Controls
 import QtQuick.Controls.Material
 import TideMark
+import TideMark.Components
 Pane {
     width: 390
     height: 844
     padding: 0
     Material.theme: %1 ? Material.Dark : Material.Light
-    Material.accent: NamedColors.color("selectedDateBackground", %1)
+    Material.accent: Theme.named("selectedDateBackground", %1)
     function push(file, properties) {
         return stack.push(Qt.resolvedUrl(file), properties, StackView.Immediate)
     }
@@ -138,7 +139,7 @@ Pane {
 }
 )")
                                  .arg(dark ? "true" : "false");
-        component.setData(host.toUtf8(), QUrl(QStringLiteral("qrc:/qml/RulesTestHost.qml")));
+        component.setData(host.toUtf8(), moduleFileUrl(QStringLiteral("RulesTestHost.qml")));
         QObject* root = component.create();
         if (!root) {
             qWarning() << component.errors();

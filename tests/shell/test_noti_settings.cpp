@@ -233,11 +233,11 @@ Pane {
     padding: 0
     width: 390; height: 844
     StackView { id: stack; anchors.fill: parent; initialItem: Item {} }
-    function push() { stack.push("qrc:/qml/SettingViewSubViewForNotiSetting.qml") }
+    function push() { stack.push("SettingViewSubViewForNotiSetting.qml") }
     function depth() { return stack.depth }
 }
 )",
-                           QUrl("qrc:/qml/NotiSettingsHost.qml"));
+                           moduleFileUrl(QStringLiteral("NotiSettingsHost.qml")));
         QObject* root = component->create();
         if (!root) {
             qWarning() << component->errorString();

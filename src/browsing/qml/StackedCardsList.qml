@@ -53,10 +53,16 @@ ListView {
         if (restored || count === 0 || height <= 0)
             return
         restored = true
-        Qt.callLater(() => {
-            const index = Math.max(0, Math.min(currentItemIndexSetting.value, count - 1))
-            contentY = index * (itemHeight + spacing) - topMargin
-        })
+        restoreLater.restart()
+    }
+    // Later, once the list has laid out its cards.
+    Timer {
+        id: restoreLater
+        interval: 0
+        onTriggered: {
+            const index = Math.max(0, Math.min(currentItemIndexSetting.value, stack.count - 1))
+            stack.contentY = index * (stack.itemHeight + stack.spacing) - stack.topMargin
+        }
     }
     Component.onCompleted: restoreFrontCard()
     onCountChanged: restoreFrontCard()

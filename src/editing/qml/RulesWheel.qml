@@ -62,10 +62,15 @@ Tumbler {
         }
     }
     // Later, so that the Tumbler has taken its rows (and reset its own index) first.
-    onValueChanged: Qt.callLater(sync)
-    onFirstChanged: Qt.callLater(sync)
-    onCountChanged: Qt.callLater(sync)
-    Component.onCompleted: Qt.callLater(sync)
+    onValueChanged: syncLater.restart()
+    onFirstChanged: syncLater.restart()
+    onCountChanged: syncLater.restart()
+    Component.onCompleted: syncLater.restart()
+    Timer {
+        id: syncLater
+        interval: 0
+        onTriggered: wheel.sync()
+    }
 
     function report() {
         if (count > 0 && currentIndex >= 0 && first + currentIndex !== value)
