@@ -32,7 +32,9 @@ ColumnLayout {
         color: section.colors.cardBackground
         border.color: section.colors.cardBorder
         border.width: 1
-        clip: true
+        // The card clips its edge-to-edge rows to its round corners. Padded rows stay inside, and
+        // a clip would also cut off the drags of a rule page's wheels that leave the card.
+        clip: !section.padded
         ColumnLayout {
             id: body
             x: section.inset

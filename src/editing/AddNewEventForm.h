@@ -80,7 +80,7 @@ class AddNewEventForm : public QObject {
     Q_PROPERTY(QString eventId READ eventId WRITE setEventId NOTIFY modeChanged)
     Q_PROPERTY(bool resetAllDataWhenEnterFromCardView READ resetAllDataWhenEnterFromCardView WRITE
                    setResetAllDataWhenEnterFromCardView NOTIFY modeChanged)
-    Q_PROPERTY(Haptics* haptics READ haptics WRITE setHaptics NOTIFY modeChanged)
+    Q_PROPERTY(tidemark::Haptics* haptics READ haptics WRITE setHaptics NOTIFY modeChanged)
 
     Q_PROPERTY(QString titleForEventInfo READ titleForEventInfo WRITE setTitleForEventInfo NOTIFY
                    formChanged)

@@ -53,16 +53,13 @@ ListView {
         if (restored || count === 0 || height <= 0)
             return
         restored = true
-        restoreLater.restart()
-    }
-    // Later, once the list has laid out its cards.
-    Timer {
-        id: restoreLater
-        interval: 0
-        onTriggered: {
-            const index = Math.max(0, Math.min(currentItemIndexSetting.value, stack.count - 1))
-            stack.contentY = index * (stack.itemHeight + stack.spacing) - stack.topMargin
-        }
+        // qmllint disable type
+        // (Qt 6.4's type description of the Qt object lists callLater as a property, not a method.)
+        Qt.callLater(() => {
+            const index = Math.max(0, Math.min(currentItemIndexSetting.value, count - 1))
+            contentY = index * (itemHeight + spacing) - topMargin
+        })
+        // qmllint enable type
     }
     Component.onCompleted: restoreFrontCard()
     onCountChanged: restoreFrontCard()
