@@ -2,7 +2,8 @@ pragma Singleton
 import QtQuick
 
 // The app's one theme: the colours of the light and the dark scheme, spacing, radii and type
-// sizes. Pages read it and write no colour or size of their own:
+// sizes. Pages take every colour from it (no colour literal in a page), and the shared
+// components their sizes:
 //     readonly property ThemeColors tone: Theme.colors(page.dark)
 //     color: tone.pageBackground; anchors.margins: Theme.spacing
 // Theme.named(name, dark) gives a named colour: the event colours a user picks
