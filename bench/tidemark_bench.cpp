@@ -742,7 +742,7 @@ void benchmarkStackScroll(const std::vector<eventInfo>& mix, const CalendarEnvir
     component.setData(R"(import QtQuick
 StackedCardsList { width: 390; height: 844; stackedDisplayCount: 2; opacityDisplayCount: 2;
                    itemHeight: 210; spacing: 14 })",
-                      QUrl(QStringLiteral("qrc:/qml/StackScrollBench.qml")));
+                      moduleFileUrl(QStringLiteral("StackScrollBench.qml")));
     auto* list = qobject_cast<QQuickItem*>(component.create());
     if (list == nullptr) {
         std::printf("stack-scroll N=%lld: FAILED (%s)\n", static_cast<long long>(n),

@@ -13,6 +13,7 @@
 #include <QObject>
 #include <QString>
 #include <QStringList>
+#include <QtQml/qqmlregistration.h>
 
 namespace tidemark {
 
@@ -52,6 +53,7 @@ QString storedDateText(std::int64_t year, std::int64_t month, std::int64_t day);
 
 class EventRowModel : public StoredEventModel {
     Q_OBJECT
+    QML_ELEMENT
     Q_PROPERTY(QString title READ title NOTIFY changed)
     Q_PROPERTY(QString colorName READ colorName NOTIFY changed)
     Q_PROPERTY(QStringList symbols READ symbols NOTIFY changed)

@@ -11,6 +11,7 @@
 #include <QString>
 #include <QStringList>
 #include <QVariantList>
+#include <QtQml/qqmlregistration.h>
 #include <cstdint>
 #include <vector>
 
@@ -32,6 +33,7 @@ QString weekdayStringForDayOffset(std::int64_t offset, Date now, const Calendar&
 /// that appears again (after the card it opened closes) holds the texts twice.
 class EventScheduleModel : public QObject {
     Q_OBJECT
+    QML_ELEMENT
     Q_PROPERTY(QString eventId READ eventId WRITE setEventId NOTIFY eventIdChanged)
     Q_PROPERTY(QStringList dateStringInfo READ dateStringInfo NOTIFY dateStringInfoChanged)
 public:
@@ -56,6 +58,7 @@ private:
 /// The day numbers of the next-few-days page and its day texts.
 class NextFewDaysModel : public QObject {
     Q_OBJECT
+    QML_ELEMENT
     Q_PROPERTY(QVariantList numArrayForLoading READ numArrayForLoading WRITE setNumArrayForLoading
                    NOTIFY numArrayForLoadingChanged)
 public:

@@ -8,12 +8,14 @@
 #include <QObject>
 #include <QStringList>
 #include <QVariantList>
+#include <QtQml/qqmlregistration.h>
 #include <vector>
 
 namespace tidemark {
 
 class EventViewModel : public QObject {
     Q_OBJECT
+    QML_ELEMENT
     Q_PROPERTY(QString todayString READ todayString NOTIFY changed)
     Q_PROPERTY(QString todayStringHour READ todayStringHour NOTIFY changed)
     /// The days of the window, "yyyy-MM-dd", in date order.

@@ -11,12 +11,14 @@
 
 #include <QAbstractListModel>
 #include <QString>
+#include <QtQml/qqmlregistration.h>
 #include <vector>
 
 namespace tidemark {
 
 class FilteredEventListModel : public QAbstractListModel {
     Q_OBJECT
+    QML_ELEMENT
     /// The number of rows drawn.
     Q_PROPERTY(int count READ count NOTIFY rowsChanged)
     /// True when the filtered list itself is empty (the "nothing here" box).

@@ -6,17 +6,18 @@
 
 #include <QImage>
 #include <QObject>
+#include <QQuickItem>
 #include <QSize>
 #include <QString>
 #include <QUrl>
+#include <QtQml/qqmlregistration.h>
 #include <functional>
-
-class QQuickItem;
 
 namespace tidemark {
 
 class ShareEventImage : public QObject {
     Q_OBJECT
+    QML_ELEMENT
     /// True while the picture is being made.
     Q_PROPERTY(bool loadingViewToggleForShareButton READ loadingViewToggleForShareButton NOTIFY
                    loadingChanged)

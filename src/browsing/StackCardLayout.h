@@ -5,6 +5,7 @@
 #pragma once
 
 #include <QObject>
+#include <QtQml/qqmlregistration.h>
 
 namespace tidemark {
 
@@ -28,6 +29,7 @@ double stackCardOpacity(double minY, double itemHeight, int opacityDisplayCount,
 /// The three functions for QML, with the stack's shape as properties.
 class StackCardLayout : public QObject {
     Q_OBJECT
+    QML_ELEMENT
     Q_PROPERTY(int stackedDisplayCount MEMBER stackedDisplayCount NOTIFY shapeChanged)
     Q_PROPERTY(int opacityDisplayCount MEMBER opacityDisplayCount NOTIFY shapeChanged)
     Q_PROPERTY(bool disablesOpacityEffect MEMBER disablesOpacityEffect NOTIFY shapeChanged)

@@ -17,6 +17,7 @@
 #include <QString>
 #include <QStringList>
 #include <QVariantList>
+#include <QtQml/qqmlregistration.h>
 #include <cstdint>
 #include <vector>
 
@@ -70,6 +71,7 @@ RuleBoxData ruleBoxData(std::int64_t eventType, const std::vector<std::int64_t>&
 /// archive of the list. Undecodable bytes stop the program as every stored list does.
 class SummaryRuleBoxModel : public QObject {
     Q_OBJECT
+    QML_ELEMENT
     Q_PROPERTY(int eventType READ eventType WRITE setEventType NOTIFY inputChanged)
     Q_PROPERTY(
         QByteArray eventArrayData READ eventArrayData WRITE setEventArrayData NOTIFY inputChanged)
@@ -115,6 +117,7 @@ private:
 /// (exists == false) once the event is deleted.
 class SummaryViewModel : public StoredEventModel {
     Q_OBJECT
+    QML_ELEMENT
     Q_PROPERTY(QString dateLine READ dateLine NOTIFY changed)
     Q_PROPERTY(bool isOver READ isOver NOTIFY changed)
     Q_PROPERTY(int eventType READ eventType NOTIFY changed)

@@ -6,11 +6,13 @@
 #include "records/SettingsKeys.h"
 
 #include <QObject>
+#include <QtQml/qqmlregistration.h>
 
 namespace tidemark {
 
 class TimelineActions : public QObject {
     Q_OBJECT
+    QML_ELEMENT
 public:
     enum ColorScheme { AlwaysLight = 0, AlwaysDark = 1, FollowSystem = 2 };
     Q_ENUM(ColorScheme)

@@ -16,6 +16,7 @@
 #include <QObject>
 #include <QPointer>
 #include <QString>
+#include <QtQml/qqmlregistration.h>
 #include <optional>
 #include <vector>
 
@@ -69,12 +70,13 @@ inline constexpr const char* kAlertNothingChanged =
 
 class AddNewEventForm : public QObject {
     Q_OBJECT
+    QML_ELEMENT
     Q_PROPERTY(bool editOrAddNewEventCheckValue READ editOrAddNewEventCheckValue WRITE
                    setEditOrAddNewEventCheckValue NOTIFY modeChanged)
     Q_PROPERTY(QString eventId READ eventId WRITE setEventId NOTIFY modeChanged)
     Q_PROPERTY(bool resetAllDataWhenEnterFromCardView READ resetAllDataWhenEnterFromCardView WRITE
                    setResetAllDataWhenEnterFromCardView NOTIFY modeChanged)
-    Q_PROPERTY(Haptics* haptics READ haptics WRITE setHaptics NOTIFY modeChanged)
+    Q_PROPERTY(tidemark::Haptics* haptics READ haptics WRITE setHaptics NOTIFY modeChanged)
 
     Q_PROPERTY(QString titleForEventInfo READ titleForEventInfo WRITE setTitleForEventInfo NOTIFY
                    formChanged)

@@ -13,6 +13,7 @@
 #include <QObject>
 #include <QString>
 #include <QStringList>
+#include <QtQml/qqmlregistration.h>
 #include <optional>
 
 namespace tidemark {
@@ -33,6 +34,7 @@ QStringList nextDateStrings(const eventInfo& event, Date now, const Calendar& ca
 /// The card: colour, star, the two-step delete and the next dates of one event.
 class CardViewModel : public StoredEventModel {
     Q_OBJECT
+    QML_ELEMENT
     Q_PROPERTY(QString title READ title NOTIFY changed)
     Q_PROPERTY(QString colorName READ colorName NOTIFY changed)
     Q_PROPERTY(bool starred READ starred NOTIFY changed)
@@ -83,6 +85,7 @@ private:
 /// "eventTitle" and then "eventContent", each only if it differs from the record.
 class EditEventTitleContentModel : public QObject {
     Q_OBJECT
+    QML_ELEMENT
     Q_PROPERTY(QString eventId READ eventId WRITE setEventId NOTIFY eventIdChanged)
     Q_PROPERTY(bool exists READ exists NOTIFY existsChanged)
     Q_PROPERTY(QString titleForEvent READ titleForEvent WRITE setTitleForEvent NOTIFY inputChanged)
@@ -127,6 +130,7 @@ private:
 /// and then, with an end date, the three end fields, each even if only another changed.
 class EditEventStartDateModel : public QObject {
     Q_OBJECT
+    QML_ELEMENT
     Q_PROPERTY(QString eventId READ eventId WRITE setEventId NOTIFY eventIdChanged)
     Q_PROPERTY(bool exists READ exists NOTIFY recordChanged)
     Q_PROPERTY(bool hasEndDate READ hasEndDate NOTIFY recordChanged)
@@ -205,6 +209,7 @@ private:
 /// The share page: the event's share switch and the group that its eventShareGroupId names.
 class EditShareSettingModel : public StoredEventModel {
     Q_OBJECT
+    QML_ELEMENT
     Q_PROPERTY(bool shareOn READ shareOn NOTIFY changed)
     Q_PROPERTY(QString shareGroupId READ shareGroupId NOTIFY changed)
     Q_PROPERTY(bool groupFound READ groupFound NOTIFY changed)

@@ -9,11 +9,13 @@
 #include <QObject>
 #include <QStringList>
 #include <QVariantList>
+#include <QtQml/qqmlregistration.h>
 
 namespace tidemark {
 
 class FormDatePickerModel : public QObject {
     Q_OBJECT
+    QML_ELEMENT
 public:
     enum class Mode { Days, Months, Years };
     Q_ENUM(Mode)

@@ -10,6 +10,7 @@
 #include <QAbstractListModel>
 #include <QObject>
 #include <QString>
+#include <QtQml/qqmlregistration.h>
 #include <optional>
 #include <vector>
 
@@ -24,6 +25,7 @@ std::optional<Date> memoStampDate(const std::string& timeStamp);
 /// committed write to the memos.
 class MemoListModel : public QAbstractListModel {
     Q_OBJECT
+    QML_ELEMENT
     Q_PROPERTY(QString eventId READ eventId WRITE setEventId NOTIFY eventIdChanged)
     Q_PROPERTY(bool ascendingForList READ ascendingForList NOTIFY ascendingForListChanged)
     Q_PROPERTY(int count READ count NOTIFY countChanged)
@@ -72,6 +74,7 @@ private:
 /// The add and edit form of a memo (the half-height sheet and the centred popup share it).
 class MemoEditorModel : public QObject {
     Q_OBJECT
+    QML_ELEMENT
     Q_PROPERTY(QString eventId READ eventId WRITE setEventId NOTIFY changed)
     Q_PROPERTY(QString memoId READ memoId NOTIFY changed)
     Q_PROPERTY(bool editOrAddNewMemoStatu READ editMode NOTIFY changed)

@@ -11,11 +11,13 @@
 #include <QObject>
 #include <QString>
 #include <QVariantList>
+#include <QtQml/qqmlregistration.h>
 
 namespace tidemark {
 
 class NotiRuleModel : public QObject {
     Q_OBJECT
+    QML_ANONYMOUS
     /// The repeat type whose codes are offered (0 for an event that does not repeat).
     Q_PROPERTY(int eventType READ eventType NOTIFY changed)
     /// The offered codes, in display order.
@@ -63,8 +65,10 @@ protected:
 };
 
 /// The add page's model, on the "AE_" settings of the new event form.
-class AddNotiRuleModel : public NotiRuleModel {
+// The base is named with its namespace, as the QML type description matches bases by full name.
+class AddNotiRuleModel : public tidemark::NotiRuleModel {
     Q_OBJECT
+    QML_ELEMENT
     /// The checkmark: a code is chosen.
     Q_PROPERTY(bool canConfirm READ codeChosen NOTIFY changed)
 public:
@@ -90,8 +94,9 @@ private:
 };
 
 /// The card's reminder page over one stored event.
-class EditNotiRuleModel : public NotiRuleModel {
+class EditNotiRuleModel : public tidemark::NotiRuleModel {
     Q_OBJECT
+    QML_ELEMENT
     Q_PROPERTY(QString eventId READ eventId WRITE setEventId NOTIFY eventIdChanged)
     Q_PROPERTY(bool exists READ exists NOTIFY changed)
     /// `setNotiForThisEvent`; turning it off writes "eventNotiOrNot" false at once.

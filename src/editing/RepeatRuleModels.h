@@ -13,12 +13,14 @@
 #include <QObject>
 #include <QString>
 #include <QVariantList>
+#include <QtQml/qqmlregistration.h>
 #include <functional>
 
 namespace tidemark {
 
 class RepeatRuleModel : public QObject {
     Q_OBJECT
+    QML_ANONYMOUS
     /// 0 none chosen, 1 every day, 2 every week, 3 every month, 4 every year.
     Q_PROPERTY(int eventType READ eventType WRITE setEventType NOTIFY changed)
     Q_PROPERTY(QVariantList weekList READ weekList NOTIFY changed)
@@ -82,8 +84,10 @@ protected:
 };
 
 /// The add page's model: the rule lives in the "AE_" settings shared with the new event form.
-class AddRepeatRuleModel : public RepeatRuleModel {
+// The base is named with its namespace, as the QML type description matches bases by full name.
+class AddRepeatRuleModel : public tidemark::RepeatRuleModel {
     Q_OBJECT
+    QML_ELEMENT
 public:
     explicit AddRepeatRuleModel(QObject* parent = nullptr);
 
@@ -118,8 +122,9 @@ private:
 
 /// The card's repeat page: a transient copy of one stored event, a change check against the
 /// live record, restore, and the ordered save.
-class EditRepeatRuleModel : public RepeatRuleModel {
+class EditRepeatRuleModel : public tidemark::RepeatRuleModel {
     Q_OBJECT
+    QML_ELEMENT
     Q_PROPERTY(QString eventId READ eventId WRITE setEventId NOTIFY eventIdChanged)
     Q_PROPERTY(bool exists READ exists NOTIFY changed)
     Q_PROPERTY(bool canSave READ canSave NOTIFY changed)

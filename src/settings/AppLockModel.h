@@ -8,11 +8,13 @@
 
 #include <QObject>
 #include <QString>
+#include <QtQml/qqmlregistration.h>
 
 namespace tidemark {
 
 class AppLockModel : public QObject {
     Q_OBJECT
+    QML_ELEMENT
     /// The lock is in force now (appLockStatu).
     Q_PROPERTY(bool locked READ locked NOTIFY changed)
     /// The user wants the lock at the next launch (appLockSettingFromUser).

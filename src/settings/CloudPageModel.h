@@ -14,6 +14,7 @@
 
 #include <QObject>
 #include <QString>
+#include <QtQml/qqmlregistration.h>
 #include <cstddef>
 
 namespace tidemark {
@@ -55,6 +56,7 @@ private:
 
 class CloudPageModel : public QObject {
     Q_OBJECT
+    QML_ELEMENT
     Q_PROPERTY(bool loadingViewShowUp READ loadingViewShowUp NOTIFY loadingViewShowUpChanged)
     Q_PROPERTY(QString progressText READ progressText NOTIFY progressTextChanged)
     Q_PROPERTY(

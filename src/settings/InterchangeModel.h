@@ -8,11 +8,13 @@
 #include <QString>
 #include <QUrl>
 #include <QVariantList>
+#include <QtQml/qqmlregistration.h>
 
 namespace tidemark {
 
 class InterchangeModel : public QObject {
     Q_OBJECT
+    QML_ELEMENT
     Q_PROPERTY(QString exportPath READ exportPath WRITE setExportPath NOTIFY changed)
     Q_PROPERTY(QString status READ status NOTIFY changed)
     Q_PROPERTY(QString importPath READ importPath NOTIFY changed)

@@ -8,6 +8,7 @@
 #include <QObject>
 #include <QString>
 #include <QStringList>
+#include <QtQml/qqmlregistration.h>
 #include <functional>
 
 namespace tidemark {
@@ -20,6 +21,7 @@ QStringList systemNotificationSettingsCommand(const QString& currentDesktop,
 
 class NotiSettingModel : public QObject {
     Q_OBJECT
+    QML_ELEMENT
     /// The master switch. Turning it on without permission to notify turns it back off.
     Q_PROPERTY(bool switchOn READ switchOn WRITE setSwitchOn NOTIFY changed)
     /// The last answer the system gave about notifying (a mirror, refreshed on appearance).

@@ -6,11 +6,13 @@
 
 #include <QObject>
 #include <QString>
+#include <QtQml/qqmlregistration.h>
 
 namespace tidemark {
 
 class SettingViewModel : public QObject {
     Q_OBJECT
+    QML_ELEMENT
     Q_PROPERTY(QString version READ version CONSTANT)
     Q_PROPERTY(QString buildDate READ buildDate CONSTANT)
     /// The user's region shows the site registration line in the footer.

@@ -16,11 +16,13 @@
 #include <QObject>
 #include <QString>
 #include <QVariant>
+#include <QtQml/qqmlregistration.h>
 
 namespace tidemark {
 
 class AppStorage : public QObject {
     Q_OBJECT
+    QML_ELEMENT
     Q_PROPERTY(QString key READ key WRITE setKey NOTIFY keyChanged)
     Q_PROPERTY(QVariant defaultValue READ defaultValue WRITE setDefaultValue NOTIFY valueChanged)
     Q_PROPERTY(QVariant value READ value WRITE setValue NOTIFY valueChanged)

@@ -1,24 +1,16 @@
 #include "shell/QmlTypes.h"
 
-#include "browsing/BrowsingTypes.h"
-#include "editing/EditingTypes.h"
-#include "settings/SettingsTypes.h"
-#include "shell/AppStorage.h"
-#include "shell/CalendarPage.h"
-#include "toolkit/ToolkitTypes.h"
-
-#include <QtQml>
+// Made by the build (qt_add_qml_module) from the QML_ELEMENT declarations of the module's types.
+void qml_register_types_TideMark();
 
 namespace tidemark {
 
 void registerQmlTypes() {
-    qmlRegisterType<AppStorage>("TideMark", 1, 0, "AppStorage");
-    qmlRegisterUncreatableType<CalendarPage>("TideMark", 1, 0, "CalendarPage",
-                                             "made by the app for its window");
-    registerToolkitTypes();
-    registerBrowsingTypes();
-    registerEditingTypes();
-    registerSettingsTypes();
+    qml_register_types_TideMark();
+}
+
+QUrl moduleFileUrl(const QString& fileName) {
+    return QUrl(QStringLiteral("qrc:/qt-project.org/imports/TideMark/") + fileName);
 }
 
 } // namespace tidemark

@@ -4,6 +4,7 @@
 #include "browsing/ShareEventImage.h"
 #include "records/Defaults.h"
 #include "records/XdgPaths.h"
+#include "shell/QmlTypes.h"
 #include "shell/Tour.h"
 
 #include <QDir>
@@ -71,7 +72,7 @@ void takeSharePicture(const std::shared_ptr<Run>& run) {
         run->done(run->allSaved);
         return;
     }
-    QQmlComponent component(engine, QUrl(QStringLiteral("qrc:/qml/GenImageForEventFromView.qml")));
+    QQmlComponent component(engine, moduleFileUrl(QStringLiteral("GenImageForEventFromView.qml")));
     auto* card = qobject_cast<QQuickItem*>(
         component.createWithInitialProperties({{QStringLiteral("eventId"), eventId}}));
     if (!card) {

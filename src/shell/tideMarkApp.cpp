@@ -9,7 +9,6 @@
 #include "shell/QmlTypes.h"
 #include "widgets/widgetFunc.h"
 
-#include <QFile>
 #include <QQmlApplicationEngine>
 #include <QQmlContext>
 #include <QtQml>
@@ -42,10 +41,6 @@ QString tideMarkApp::preferredColorScheme() const {
     return systemColorScheme_ ? systemColorScheme_->scheme() : QString();
 }
 
-bool tideMarkApp::hasQmlFile(const QString& fileName) const {
-    return QFile::exists(QStringLiteral(":/qml/") + fileName);
-}
-
 QString tideMarkApp::headline(int tabViewSelection) const {
     switch (tabViewSelection) {
     case 0:
@@ -70,7 +65,7 @@ bool tideMarkApp::launch(QQmlApplicationEngine& engine) {
     auto* calendarPage = new CalendarPage(dataStore(), this);
     engine.rootContext()->setContextProperty("calendarPage", calendarPage);
 
-    engine.load(QUrl(QStringLiteral("qrc:/qml/Main.qml")));
+    engine.load(moduleFileUrl(QStringLiteral("Main.qml")));
     return !engine.rootObjects().isEmpty();
 }
 

@@ -52,10 +52,6 @@ public:
     /// date with weekday, month and day in the user's locale; 1 the next-few-days title; else "".
     Q_INVOKABLE QString headline(int tabViewSelection) const;
 
-    /// Whether the window's QML folder holds `fileName` (a page that lands later may be
-    /// missing still).
-    Q_INVOKABLE bool hasQmlFile(const QString& fileName) const;
-
     /// The messages about files found damaged and kept aside since the last call, each handed
     /// out once. Reminders are planned again and the widget data published again when their
     /// file was the one replaced.

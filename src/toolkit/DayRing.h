@@ -8,6 +8,7 @@
 #include <QList>
 #include <QQuickPaintedItem>
 #include <QVariantList>
+#include <QtQml/qqmlregistration.h>
 
 namespace tidemark {
 
@@ -23,6 +24,7 @@ QList<RingSegment> ringSegments(int count);
 
 class DayRing : public QQuickPaintedItem {
     Q_OBJECT
+    QML_ELEMENT
     /// The colours of the arcs, in order (colour values or names QColor understands).
     Q_PROPERTY(QVariantList colors READ colors WRITE setColors NOTIFY colorsChanged)
     Q_PROPERTY(qreal lineWidth READ lineWidth WRITE setLineWidth NOTIFY lineWidthChanged)

@@ -10,6 +10,7 @@
 #include <QAbstractListModel>
 #include <QDateTime>
 #include <QStringList>
+#include <QtQml/qqmlregistration.h>
 #include <memory>
 #include <vector>
 
@@ -20,6 +21,7 @@ struct eventInfo;
 
 class MonthModel : public QAbstractListModel {
     Q_OBJECT
+    QML_ELEMENT
     /// Any moment of the month on show; invalid means the month of now.
     Q_PROPERTY(QDateTime monthToShowDate READ monthToShowDate WRITE setMonthToShowDate NOTIFY
                    monthToShowDateChanged)

@@ -9,12 +9,14 @@
 
 #include <QObject>
 #include <QString>
+#include <QtQml/qqmlregistration.h>
 #include <optional>
 
 namespace tidemark {
 
 class StoredEventModel : public QObject {
     Q_OBJECT
+    QML_ANONYMOUS
     Q_PROPERTY(QString eventId READ eventId WRITE setEventId NOTIFY eventIdChanged)
     Q_PROPERTY(bool exists READ exists NOTIFY changed)
 public:

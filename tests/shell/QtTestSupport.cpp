@@ -4,6 +4,7 @@
 #include "records/DayListArchive.h"
 #include "records/Defaults.h"
 #include "records/Store.h"
+#include "shell/QmlTypes.h"
 
 #include <QQmlComponent>
 #include <QTest>
@@ -300,7 +301,7 @@ ApplicationWindow {
 }
 )")
                              .arg(dark ? "true" : "false", body);
-    component.setData(host.toUtf8(), QUrl(QStringLiteral("qrc:/qml/TestHost.qml")));
+    component.setData(host.toUtf8(), moduleFileUrl(QStringLiteral("TestHost.qml")));
     QObject* root = component.create();
     if (!root) {
         qWarning() << component.errors();

@@ -682,9 +682,10 @@ private slots:
         // Leave a half-filled form by the back button, open it again without a reset: the
         // persisted inputs are there; the typed title is not.
         const auto reopen = [&] {
-            QMetaObject::invokeMethod(app_.item("mainView"), "openPage",
-                                      Q_ARG(QVariant, QUrl("qrc:/qml/AddNewEventPage.qml")),
-                                      Q_ARG(QVariant, QVariantMap{}));
+            QMetaObject::invokeMethod(
+                app_.item("mainView"), "openPage",
+                Q_ARG(QVariant, moduleFileUrl(QStringLiteral("AddNewEventPage.qml"))),
+                Q_ARG(QVariant, QVariantMap{}));
             QVERIFY(app_.reaches("addNewEventPage"));
         };
         reopen();

@@ -204,7 +204,9 @@ private slots:
 
 private:
     QQuickItem* openPage() {
-        return host_.push(engine_, QStringLiteral("qrc:/qml/SettingViewSubViewForNotiSetting.qml"));
+        return host_.push(
+            engine_,
+            moduleFileUrl(QStringLiteral("SettingViewSubViewForNotiSetting.qml")).toString());
     }
     QQmlEngine engine_;
     PageHost host_;

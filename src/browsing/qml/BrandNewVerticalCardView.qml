@@ -3,6 +3,7 @@ import QtQuick.Controls
 import QtQuick.Controls.Material
 import QtQuick.Layouts
 import TideMark
+import TideMark.Components
 
 // The events of the filtered list as a vertical stack of cards (StackedCardsList); a tap on a
 // card opens the event's card page. Without events the "nothing here" box shows.
@@ -14,12 +15,12 @@ Page {
     readonly property alias stack: cards
     readonly property alias items: cards.items
 
-    BrowsingColors { id: tone; dark: page.dark }
+    readonly property ThemeColors tone: Theme.colors(page.dark)
 
     background: PageBackground {}
 
-    header: CardPageHeader {
-        colors: tone
+    header: PageHeader {
+        colors: page.tone
         title: qsTrId("brandNewVerticalCardViewTitle")
         leadingSymbol: "chevron.left"
         onLeadingClicked: page.StackView.view.pop()
@@ -46,8 +47,8 @@ Page {
         width: parent.width - 32
         height: 140
         radius: 16
-        color: tone.cardBackground
-        border.color: tone.cardBorder
+        color: page.tone.cardBackground
+        border.color: page.tone.cardBorder
         Label {
             anchors.centerIn: parent
             width: parent.width - 32
@@ -55,7 +56,7 @@ Page {
             horizontalAlignment: Text.AlignHCenter
             wrapMode: Text.Wrap
             font.pixelSize: 15
-            color: tone.secondaryText
+            color: page.tone.secondaryText
         }
     }
 }

@@ -3,6 +3,7 @@ import QtQuick.Controls
 import QtQuick.Controls.Material
 import QtQuick.Layouts
 import TideMark
+import TideMark.Components
 
 // The filter page: the shared filter choices under the page's navigation title. Pushed onto a
 // StackView, its back button pops it.
@@ -12,7 +13,7 @@ Page {
     title: qsTrId("filterContentPageNavigationTitleStringAtFilterPage")
 
     readonly property bool dark: Material.theme === Material.Dark
-    BrowsingColors { id: colors; dark: page.dark }
+    readonly property ThemeColors colors: Theme.colors(page.dark)
     background: PageBackground {}
 
     header: ToolBar {
@@ -25,7 +26,7 @@ Page {
                 objectName: "backButton"
                 visible: page.StackView.view !== null && page.StackView.index > 0
                 symbol: "chevron.left"
-                tint: colors.primaryText
+                tint: page.colors.primaryText
                 onClicked: page.StackView.view.pop()
             }
             Label {
@@ -33,7 +34,7 @@ Page {
                 text: page.title
                 font.pixelSize: 20
                 font.weight: Font.DemiBold
-                color: colors.primaryText
+                color: page.colors.primaryText
                 Layout.fillWidth: true
                 Layout.leftMargin: 16
             }

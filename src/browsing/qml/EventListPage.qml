@@ -3,6 +3,7 @@ import QtQuick.Controls
 import QtQuick.Controls.Material
 import QtQuick.Layouts
 import TideMark
+import TideMark.Components
 
 // The event list tab: every time it comes on screen the kind filter goes back to all events, then
 // it lists the rows of the filtered list. Its header holds the kind menu under the kind's title,
@@ -20,7 +21,7 @@ Page {
     signal cardRequested(string eventId)
     signal timelineRequested()
 
-    BrowsingColors { id: colors; dark: page.dark }
+    readonly property ThemeColors colors: Theme.colors(page.dark)
     AppStorage { id: kind; key: "TL_UIOptions_showWhichKindEventSelection"; defaultValue: 9 }
 
     function appeared() { kind.value = 9 }
@@ -52,19 +53,19 @@ Page {
                         text: Symbols.glyph("timeline.selection")
                         font.family: Symbols.fontFamily
                         font.pixelSize: 20
-                        color: NamedColors.color("tabBarIconColorForSelected", page.dark)
+                        color: Theme.named("tabBarIconColorForSelected", page.dark)
                     }
                     Label {
                         text: qsTrId("timelineButtonStringAtEventList")
                         font.pixelSize: 15
-                        color: NamedColors.color("tabBarIconColorForSelected", page.dark)
+                        color: Theme.named("tabBarIconColorForSelected", page.dark)
                     }
                 }
             }
             RowButton {
                 objectName: "filterButton"
                 symbol: "line.3.horizontal.decrease.circle"
-                tint: colors.primaryText
+                tint: page.colors.primaryText
                 onClicked: filterPopup.open()
             }
         }

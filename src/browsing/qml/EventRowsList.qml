@@ -3,6 +3,7 @@ import QtQuick.Controls
 import QtQuick.Controls.Material
 import QtQuick.Layouts
 import TideMark
+import TideMark.Components
 
 // The rows of the filtered list, one event row each, with the "nothing here" box when the list is
 // empty. The rows' requests are passed on; with `offersSchedule` each row has a schedule button.
@@ -19,7 +20,7 @@ ListView {
     signal cardRequested(string eventId)
     signal scheduleRequested(string eventId)
 
-    BrowsingColors { id: colors; dark: list.dark }
+    readonly property ThemeColors colors: Theme.colors(list.dark)
 
     spacing: 12
     clip: true
@@ -50,8 +51,8 @@ ListView {
             anchors.fill: parent
             anchors.topMargin: 4
             radius: 16
-            color: colors.cardBackground
-            border.color: colors.cardBorder
+            color: list.colors.cardBackground
+            border.color: list.colors.cardBorder
             Label {
                 anchors.centerIn: parent
                 width: parent.width - 32
@@ -59,7 +60,7 @@ ListView {
                 horizontalAlignment: Text.AlignHCenter
                 wrapMode: Text.Wrap
                 font.pixelSize: 15
-                color: colors.secondaryText
+                color: list.colors.secondaryText
             }
         }
     }

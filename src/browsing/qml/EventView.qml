@@ -3,6 +3,7 @@ import QtQuick.Controls
 import QtQuick.Controls.Material
 import QtQuick.Layouts
 import TideMark
+import TideMark.Components
 
 // The day view with one chosen event: the page's menu (card or details), the date range menu of
 // the day window, today, the chosen event's card and the days of the window. The event stays
@@ -19,7 +20,7 @@ Page {
     readonly property alias eventViewDateRangeSeletedInfoFromUser: dateRange.value
     readonly property alias model: dayModel
 
-    BrowsingColors { id: tone; dark: page.dark }
+    readonly property ThemeColors tone: Theme.colors(page.dark)
     EventViewModel { id: dayModel }
     EventRowModel { id: chosen; eventId: selectedEvent.value }
     AppStorage { id: menuNum; key: "EV_UIOptions_menuNumForEventCardView"; defaultValue: 0 }
@@ -41,15 +42,15 @@ Page {
 
     background: PageBackground {}
 
-    header: CardPageHeader {
-        colors: tone
+    header: PageHeader {
+        colors: page.tone
         title: qsTrId("eventViewTitle")
         leadingSymbol: "chevron.left"
         onLeadingClicked: page.StackView.view.pop()
         RowButton {
             objectName: "chooseEventToolbarButton"
             symbol: "rectangle.stack"
-            tint: tone.symbolTint
+            tint: page.tone.symbolTint
             onClicked: page.goToSelectExactEventPage = true
         }
     }
@@ -90,7 +91,7 @@ Page {
                 text: qsTrId("eventViewTodayLabel").arg(dayModel.todayString).arg(dayModel.todayStringHour)
                 font.pixelSize: 15
                 font.weight: Font.DemiBold
-                color: tone.primaryText
+                color: page.tone.primaryText
             }
 
             VerticalStackCardUnitView {
@@ -107,7 +108,7 @@ Page {
                 objectName: "chosenEventRow"
                 visible: chosen.exists && menuNum.value === 1
                 eventId: selectedEvent.value
-                colors: tone
+                colors: page.tone
                 dark: page.dark
                 Layout.fillWidth: true
             }
@@ -119,8 +120,8 @@ Page {
                 onClicked: page.goToSelectExactEventPage = true
                 background: Rectangle {
                     radius: 16
-                    color: tone.cardBackground
-                    border.color: tone.cardBorder
+                    color: page.tone.cardBackground
+                    border.color: page.tone.cardBorder
                 }
                 contentItem: Label {
                     text: chosen.exists ? qsTrId("eventViewChooseButton") : qsTrId("eventViewNoEventChosen")
@@ -128,7 +129,7 @@ Page {
                     verticalAlignment: Text.AlignVCenter
                     wrapMode: Text.Wrap
                     font.pixelSize: 15
-                    color: NamedColors.color("tabBarIconColorForSelected", page.dark)
+                    color: Theme.named("tabBarIconColorForSelected", page.dark)
                 }
             }
 
@@ -141,27 +142,28 @@ Page {
                 clip: true
                 model: dayModel.dateData
                 delegate: Rectangle {
+                    id: dateCell
                     required property string modelData
                     required property int index
                     width: 96
                     height: 64
                     radius: 14
-                    color: index === 0 ? NamedColors.color("tabBarIconColorForSelected", page.dark) : tone.cardBackground
-                    border.color: tone.cardBorder
+                    color: index === 0 ? Theme.named("tabBarIconColorForSelected", page.dark) : page.tone.cardBackground
+                    border.color: page.tone.cardBorder
                     Column {
                         anchors.centerIn: parent
                         Label {
                             anchors.horizontalCenter: parent.horizontalCenter
-                            text: modelData.slice(8, 10)
+                            text: dateCell.modelData.slice(8, 10)
                             font.pixelSize: 20
                             font.weight: Font.Bold
-                            color: index === 0 ? (page.dark ? "#0B1A1E" : "white") : tone.primaryText
+                            color: dateCell.index === 0 ? page.tone.selectedText : page.tone.primaryText
                         }
                         Label {
                             anchors.horizontalCenter: parent.horizontalCenter
-                            text: modelData.slice(0, 7)
+                            text: dateCell.modelData.slice(0, 7)
                             font.pixelSize: 12
-                            color: index === 0 ? (page.dark ? "#0B1A1E" : "white") : tone.secondaryText
+                            color: dateCell.index === 0 ? page.tone.selectedText : page.tone.secondaryText
                         }
                     }
                 }

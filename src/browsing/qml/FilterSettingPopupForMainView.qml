@@ -3,6 +3,7 @@ import QtQuick.Controls
 import QtQuick.Controls.Material
 import QtQuick.Layouts
 import TideMark
+import TideMark.Components
 
 // The filter choices in a popup from the bottom of the main screen. Closes on a tap outside. The
 // popup lives on the window's overlay, so the opener hands it its theme.
@@ -12,7 +13,7 @@ Popup {
 
     property bool dark: false
     Material.theme: dark ? Material.Dark : Material.Light
-    BrowsingColors { id: colors; dark: popup.dark }
+    readonly property ThemeColors colors: Theme.colors(popup.dark)
 
     parent: Overlay.overlay
     modal: true
@@ -27,7 +28,7 @@ Popup {
     exit: Transition { NumberAnimation { property: "y"; to: popup.parent ? popup.parent.height : 800; duration: 180 } }
 
     background: Rectangle {
-        color: colors.pageBackground
+        color: popup.colors.pageBackground
         radius: 20
         Rectangle { // square off the bottom corners
             anchors.bottom: parent.bottom
@@ -51,13 +52,13 @@ Popup {
                 width: 40
                 height: 5
                 radius: 3
-                color: colors.cardBorder
+                color: popup.colors.cardBorder
             }
             Label {
                 text: qsTrId("filterContentPageNavigationTitleStringAtFilterPage")
                 font.pixelSize: 20
                 font.weight: Font.DemiBold
-                color: colors.primaryText
+                color: popup.colors.primaryText
                 Layout.topMargin: 6
             }
             FilterSettingsContent {

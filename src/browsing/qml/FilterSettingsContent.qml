@@ -3,6 +3,7 @@ import QtQuick.Controls
 import QtQuick.Controls.Material
 import QtQuick.Layouts
 import TideMark
+import TideMark.Components
 
 // The filter choices shared by the filter page and the filter popup: which list, ended events,
 // colour, and the appearance. Every choice is written to its persisted setting at once, so the
@@ -13,7 +14,7 @@ ColumnLayout {
     readonly property bool dark: Material.theme === Material.Dark
     spacing: 8
 
-    BrowsingColors { id: colors; dark: content.dark }
+    readonly property ThemeColors colors: Theme.colors(content.dark)
     TimelineActions { id: actions }
 
     AppStorage { id: kind; key: "TL_UIOptions_showWhichKindEventSelection"; defaultValue: 9 }
@@ -26,7 +27,7 @@ ColumnLayout {
     component SectionTitle: Label {
         font.pixelSize: 13
         font.weight: Font.DemiBold
-        color: colors.secondaryText
+        color: content.colors.secondaryText
         Layout.topMargin: 8
         Layout.leftMargin: 4
     }
@@ -41,7 +42,7 @@ ColumnLayout {
             Label {
                 text: checkRow.text
                 font.pixelSize: 15
-                color: colors.primaryText
+                color: content.colors.primaryText
                 elide: Text.ElideRight
                 Layout.fillWidth: true
             }
@@ -51,7 +52,7 @@ ColumnLayout {
                 text: Symbols.glyph("checkmark")
                 font.family: Symbols.fontFamily
                 font.pixelSize: 20
-                color: NamedColors.color("tabBarIconColorForSelected", content.dark)
+                color: Theme.named("tabBarIconColorForSelected", content.dark)
             }
         }
     }
@@ -61,8 +62,8 @@ ColumnLayout {
         Layout.fillWidth: true
         implicitHeight: groupColumn.implicitHeight
         radius: 12
-        color: colors.cardBackground
-        border.color: colors.cardBorder
+        color: content.colors.cardBackground
+        border.color: content.colors.cardBorder
         clip: true
         ColumnLayout {
             id: groupColumn
@@ -127,17 +128,17 @@ ColumnLayout {
                         width: 36
                         height: 36
                         radius: 18
-                        color: cell.modelData.length > 0 ? NamedColors.color(cell.modelData, content.dark)
-                                                         : colors.chipBackground
+                        color: cell.modelData.length > 0 ? Theme.named(cell.modelData, content.dark)
+                                                         : content.colors.chipBackground
                         border.width: cell.current ? 3 : 0
-                        border.color: colors.primaryText
+                        border.color: content.colors.primaryText
                         Label {
                             anchors.centerIn: parent
                             text: Symbols.glyph(cell.modelData.length > 0 ? "checkmark" : "eraser.line.dashed.fill")
                             visible: cell.modelData.length === 0 || cell.current
                             font.family: Symbols.fontFamily
                             font.pixelSize: 20
-                            color: cell.modelData.length > 0 ? "white" : colors.primaryText
+                            color: cell.modelData.length > 0 ? "white" : content.colors.primaryText
                         }
                     }
                     TapHandler {
@@ -150,7 +151,7 @@ ColumnLayout {
         Label {
             text: qsTrId("allColorsHintStringAtFilterPage")
             font.pixelSize: 12
-            color: colors.secondaryText
+            color: content.colors.secondaryText
             wrapMode: Text.Wrap
             Layout.fillWidth: true
             Layout.leftMargin: 14
@@ -188,7 +189,7 @@ ColumnLayout {
                                 text: Symbols.glyph(schemeCell.modelData.symbol)
                                 font.family: Symbols.fontFamily
                                 font.pixelSize: 24
-                                color: colors.primaryText
+                                color: content.colors.primaryText
                             }
                             Label {
                                 objectName: "checkmark"
@@ -196,13 +197,13 @@ ColumnLayout {
                                 text: Symbols.glyph("checkmark")
                                 font.family: Symbols.fontFamily
                                 font.pixelSize: 18
-                                color: NamedColors.color("tabBarIconColorForSelected", content.dark)
+                                color: Theme.named("tabBarIconColorForSelected", content.dark)
                             }
                         }
                         Label {
                             text: qsTrId(schemeCell.modelData.key)
                             font.pixelSize: 13
-                            color: colors.secondaryText
+                            color: content.colors.secondaryText
                             horizontalAlignment: Text.AlignHCenter
                             elide: Text.ElideRight
                             Layout.fillWidth: true

@@ -1,5 +1,6 @@
 import QtQuick
 import TideMark
+import TideMark.Components
 
 // The view that becomes an event's picture: the card's row in a frame at least 500 points wide,
 // on the page background the user chose. With the plain background nothing is drawn around the
@@ -24,10 +25,7 @@ Item {
         defaultValue: "noneBlankBackgroungImage"
     }
 
-    BrowsingColors {
-        id: tone
-        dark: frame.dark
-    }
+    readonly property ThemeColors tone: Theme.colors(frame.dark)
 
     Rectangle {
         anchors.fill: parent
@@ -50,7 +48,7 @@ Item {
         y: frame.padding
         width: frame.width - 2 * frame.padding
         eventId: frame.eventId
-        colors: tone
+        colors: frame.tone
         dark: frame.dark
     }
 }

@@ -3,6 +3,7 @@ import QtQuick.Controls
 import QtQuick.Controls.Material
 import QtQuick.Layouts
 import TideMark
+import TideMark.Components
 
 // The kind filter's title as a button that opens the menu of the kinds (all, one-off, repeating
 // without and with interval, starred); the current kind is checked. With `offersFilterPage` the
@@ -17,7 +18,7 @@ ToolButton {
 
     signal filterPageRequested()
 
-    BrowsingColors { id: colors; dark: button.dark }
+    readonly property ThemeColors colors: Theme.colors(button.dark)
     AppStorage { id: kind; key: "TL_UIOptions_showWhichKindEventSelection"; defaultValue: 9 }
 
     Layout.fillWidth: true
@@ -31,7 +32,7 @@ ToolButton {
             text: button.title
             font.pixelSize: button.fontSize
             font.weight: Font.DemiBold
-            color: colors.primaryText
+            color: button.colors.primaryText
             elide: Text.ElideRight
             Layout.fillWidth: true
         }
@@ -39,7 +40,7 @@ ToolButton {
             text: Symbols.glyph("chevron.down")
             font.family: Symbols.fontFamily
             font.pixelSize: button.fontSize
-            color: colors.secondaryText
+            color: button.colors.secondaryText
         }
     }
 

@@ -3,6 +3,7 @@ import QtQuick.Controls
 import QtQuick.Controls.Material
 import QtQuick.Layouts
 import TideMark
+import TideMark.Components
 
 // One event row: colour mark, title, state symbols, type text, day count, content, dates, the
 // details disclosure and the row's buttons. Set `eventId`; an event that no longer exists draws
@@ -32,10 +33,7 @@ Item {
         eventId: row.eventId
     }
 
-    BrowsingColors {
-        id: colors
-        dark: row.dark
-    }
+    readonly property ThemeColors colors: Theme.colors(row.dark)
 
     Rectangle {
         id: card
@@ -44,8 +42,8 @@ Item {
         implicitHeight: body.implicitHeight + 28
         visible: rowData.exists
         radius: 16
-        color: colors.cardBackground
-        border.color: colors.cardBorder
+        color: row.colors.cardBackground
+        border.color: row.colors.cardBorder
         border.width: 1
         clip: true
 
@@ -60,7 +58,7 @@ Item {
             x: 0
             width: 6
             height: parent.height
-            color: NamedColors.color(rowData.colorName, row.dark)
+            color: Theme.named(rowData.colorName, row.dark)
         }
 
         ColumnLayout {
@@ -87,7 +85,7 @@ Item {
                             text: rowData.title
                             font.pixelSize: 17
                             font.weight: Font.DemiBold
-                            color: colors.primaryText
+                            color: row.colors.primaryText
                             elide: Text.ElideRight
                             maximumLineCount: 1
                             Layout.fillWidth: true
@@ -100,8 +98,8 @@ Item {
                                 text: Symbols.glyph(modelData)
                                 font.family: Symbols.fontFamily
                                 font.pixelSize: 16
-                                color: modelData === "star.fill" ? colors.starSymbol
-                                                                 : colors.symbolTint
+                                color: modelData === "star.fill" ? row.colors.starSymbol
+                                                                 : row.colors.symbolTint
                             }
                         }
                     }
@@ -112,7 +110,7 @@ Item {
                         text: rowData.typeText
                         font.pixelSize: 13
                         font.weight: Font.Medium
-                        color: colors.symbolTint
+                        color: row.colors.symbolTint
                     }
 
                     Label {
@@ -120,7 +118,7 @@ Item {
                         visible: text.length > 0
                         text: rowData.content
                         font.pixelSize: 14
-                        color: colors.secondaryText
+                        color: row.colors.secondaryText
                         wrapMode: Text.Wrap
                         maximumLineCount: 3
                         elide: Text.ElideRight
@@ -131,7 +129,7 @@ Item {
                         objectName: "dates"
                         text: rowData.datesText
                         font.pixelSize: 13
-                        color: colors.secondaryText
+                        color: row.colors.secondaryText
                     }
                 }
 
@@ -146,7 +144,7 @@ Item {
                         text: rowData.dayCountNumber
                         font.pixelSize: 28
                         font.weight: Font.Bold
-                        color: colors.primaryText
+                        color: row.colors.primaryText
                         Layout.alignment: Qt.AlignRight
                     }
                     Label {
@@ -154,8 +152,8 @@ Item {
                         text: rowData.dayCountUnit.trim()
                         font.pixelSize: rowData.isToday ? 17 : 12
                         font.weight: rowData.isToday ? Font.Bold : Font.Normal
-                        color: rowData.isToday ? NamedColors.color("tabBarIconColorForSelected", row.dark)
-                                             : colors.secondaryText
+                        color: rowData.isToday ? Theme.named("tabBarIconColorForSelected", row.dark)
+                                             : row.colors.secondaryText
                         Layout.alignment: Qt.AlignRight
                     }
                 }
@@ -176,7 +174,7 @@ Item {
                     width: parent.width
                     height: detailsColumn.implicitHeight + 16
                     radius: 10
-                    color: colors.chipBackground
+                    color: row.colors.chipBackground
                     ColumnLayout {
                         id: detailsColumn
                         x: 10
@@ -188,7 +186,7 @@ Item {
                             visible: text.length > 0
                             text: rowData.detailsText
                             font.pixelSize: 13
-                            color: colors.primaryText
+                            color: row.colors.primaryText
                             wrapMode: Text.Wrap
                             Layout.fillWidth: true
                         }
@@ -197,7 +195,7 @@ Item {
                             visible: rowData.nextDateText.length > 0
                             text: qsTrId("nextDateLabelStringForListRowViewForTimeline") + rowData.nextDateText
                             font.pixelSize: 13
-                            color: colors.secondaryText
+                            color: row.colors.secondaryText
                             wrapMode: Text.Wrap
                             Layout.fillWidth: true
                         }
@@ -215,26 +213,26 @@ Item {
                     objectName: "memoButton"
                     visible: rowData.hasMemo
                     symbol: "list.clipboard"
-                    tint: colors.symbolTint
+                    tint: row.colors.symbolTint
                     onClicked: row.memoRequested(row.eventId)
                 }
                 RowButton {
                     objectName: "editButton"
                     symbol: "square.and.pencil"
-                    tint: colors.symbolTint
+                    tint: row.colors.symbolTint
                     onClicked: row.editRequested(row.eventId)
                 }
                 RowButton {
                     objectName: "shareButton"
                     symbol: "square.and.arrow.up"
-                    tint: colors.symbolTint
+                    tint: row.colors.symbolTint
                     onClicked: row.shareRequested(row.eventId)
                 }
                 RowButton {
                     objectName: "scheduleButton"
                     visible: row.offersSchedule
                     symbol: "calendar"
-                    tint: colors.symbolTint
+                    tint: row.colors.symbolTint
                     onClicked: row.scheduleRequested(row.eventId)
                 }
                 Item { Layout.fillWidth: true }
@@ -242,7 +240,7 @@ Item {
                     objectName: "detailsToggle"
                     visible: rowData.detailsText.length > 0 || rowData.nextDateText.length > 0
                     symbol: "chevron.down"
-                    tint: colors.symbolTint
+                    tint: row.colors.symbolTint
                     rotation: row.showMoreDetailToggle ? 180 : 0
                     Behavior on rotation { NumberAnimation { duration: 220 } }
                     onClicked: row.showMoreDetailToggle = !row.showMoreDetailToggle

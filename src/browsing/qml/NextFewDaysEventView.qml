@@ -3,6 +3,7 @@ import QtQuick.Controls
 import QtQuick.Controls.Material
 import QtQuick.Layouts
 import TideMark
+import TideMark.Components
 
 // The next few days: on each appearance a loading spinner for 0.2 s while the day numbers are
 // prepared, then an empty page.
@@ -15,7 +16,7 @@ Page {
     readonly property bool loading: loadingFlag.value
 
     NextFewDaysModel { id: daysModel }
-    BrowsingColors { id: tone; dark: page.dark }
+    readonly property ThemeColors tone: Theme.colors(page.dark)
     AppStorage {
         id: loadingFlag
         key: "ALL_APP_loadingViewCallByNextFewDaysEventViewAtMainView"
@@ -40,8 +41,8 @@ Page {
 
     background: PageBackground {}
 
-    header: CardPageHeader {
-        colors: tone
+    header: PageHeader {
+        colors: page.tone
         title: qsTrId("nextFewDaysEventViewNaviLinkStringBigTitleAtBrandNewMainView")
         leadingSymbol: "chevron.left"
         onLeadingClicked: page.StackView.view.pop()

@@ -3,6 +3,7 @@ import QtQuick.Controls
 import QtQuick.Controls.Material
 import QtQuick.Layouts
 import TideMark
+import TideMark.Components
 
 // Picks the event of the day view: every event, newest first; a tap stores its eventId and goes
 // back. The chosen one is checked.
@@ -12,14 +13,14 @@ Page {
 
     readonly property bool dark: Material.theme === Material.Dark
 
-    BrowsingColors { id: tone; dark: page.dark }
+    readonly property ThemeColors tone: Theme.colors(page.dark)
     AppStorage { id: selectedEvent; key: "EV_UIOptions_selectExactEventIdForEventCardView"; defaultValue: "" }
     EventViewModel { id: events }
 
     background: PageBackground {}
 
-    header: CardPageHeader {
-        colors: tone
+    header: PageHeader {
+        colors: page.tone
         title: qsTrId("selectOneEventForEventViewTitle")
         leadingSymbol: "chevron.left"
         onLeadingClicked: page.StackView.view.pop()
@@ -48,15 +49,15 @@ Page {
             implicitHeight: 54
             background: Rectangle {
                 radius: 14
-                color: tone.cardBackground
-                border.color: tone.cardBorder
+                color: page.tone.cardBackground
+                border.color: page.tone.cardBorder
             }
             contentItem: RowLayout {
                 spacing: 10
                 Label {
                     text: choice.title
                     font.pixelSize: 16
-                    color: tone.primaryText
+                    color: page.tone.primaryText
                     elide: Text.ElideRight
                     Layout.fillWidth: true
                 }
@@ -65,7 +66,7 @@ Page {
                     text: Symbols.glyph("checkmark")
                     font.family: Symbols.fontFamily
                     font.pixelSize: 20
-                    color: NamedColors.color("tabBarIconColorForSelected", page.dark)
+                    color: Theme.named("tabBarIconColorForSelected", page.dark)
                 }
             }
             onClicked: {

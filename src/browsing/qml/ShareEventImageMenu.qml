@@ -4,6 +4,7 @@ import QtQuick.Controls.Material
 import QtQuick.Dialogs
 import QtQuick.Layouts
 import TideMark
+import TideMark.Components
 
 // Sharing one event as a picture: on opening, the event's card is rendered off screen
 // (GenImageForEventFromView) while a loading indicator turns; then the picture shows with the
@@ -19,7 +20,7 @@ Popup {
     readonly property bool loadingViewToggleForShareButton: shareImage.loadingViewToggleForShareButton || renderDelay.running
 
     Material.theme: dark ? Material.Dark : Material.Light
-    BrowsingColors { id: colors; dark: popup.dark }
+    readonly property ThemeColors colors: Theme.colors(popup.dark)
     EventRowModel { id: rowData; eventId: popup.eventId }
 
     parent: Overlay.overlay
@@ -34,7 +35,7 @@ Popup {
     exit: Transition { NumberAnimation { property: "y"; to: popup.parent ? popup.parent.height : 800; duration: 180 } }
 
     background: Rectangle {
-        color: colors.pageBackground
+        color: popup.colors.pageBackground
         radius: 20
         Rectangle {
             anchors.bottom: parent.bottom
@@ -104,7 +105,7 @@ Popup {
             text: qsTrId("shareImageMenuTitle")
             font.pixelSize: 20
             font.weight: Font.Bold
-            color: colors.primaryText
+            color: popup.colors.primaryText
         }
 
         Rectangle {
@@ -114,12 +115,12 @@ Popup {
                                     ? Math.min(260, width * shareImage.imageSize.height / shareImage.imageSize.width)
                                     : 140
             radius: 12
-            color: colors.chipBackground
+            color: popup.colors.chipBackground
 
             Image {
                 anchors.fill: parent
                 anchors.margins: 6
-                visible: !popup.loadingViewToggleForShareButton && shareImage.imageUrl.toString().length > 0
+                visible: !popup.loadingViewToggleForShareButton && String(shareImage.imageUrl).length > 0
                 source: visible ? shareImage.imageUrl : ""
                 cache: false
                 fillMode: Image.PreserveAspectFit
@@ -136,7 +137,7 @@ Popup {
                 }
                 Label {
                     text: qsTrId("shareImageMakingNote")
-                    color: colors.secondaryText
+                    color: popup.colors.secondaryText
                     font.pixelSize: 14
                     Layout.alignment: Qt.AlignHCenter
                 }
@@ -147,7 +148,7 @@ Popup {
             id: status
             objectName: "shareStatus"
             visible: text.length > 0
-            color: colors.secondaryText
+            color: popup.colors.secondaryText
             font.pixelSize: 13
             Layout.fillWidth: true
             wrapMode: Text.Wrap
@@ -168,8 +169,8 @@ Popup {
                 implicitHeight: 52
                 background: Rectangle {
                     radius: 14
-                    color: colors.cardBackground
-                    border.color: colors.cardBorder
+                    color: popup.colors.cardBackground
+                    border.color: popup.colors.cardBorder
                 }
                 contentItem: RowLayout {
                     spacing: 12
@@ -178,12 +179,12 @@ Popup {
                         text: Symbols.glyph(action.modelData.symbol)
                         font.family: Symbols.fontFamily
                         font.pixelSize: 20
-                        color: colors.symbolTint
+                        color: popup.colors.symbolTint
                     }
                     Label {
                         text: qsTrId(action.modelData.key)
                         font.pixelSize: 16
-                        color: colors.primaryText
+                        color: popup.colors.primaryText
                         Layout.fillWidth: true
                     }
                 }

@@ -3,6 +3,7 @@ import QtQuick.Controls
 import QtQuick.Controls.Material
 import QtQuick.Layouts
 import TideMark
+import TideMark.Components
 
 // The events of the filtered list as cards across: one card in the middle, its neighbours
 // smaller, dimmer and, with `isRotationEnabled`, turned by how far they are from the middle; the
@@ -17,12 +18,12 @@ Page {
     property bool showsIndicator: true
     readonly property alias eventItems: eventItemsModel
 
-    BrowsingColors { id: tone; dark: page.dark }
+    readonly property ThemeColors tone: Theme.colors(page.dark)
 
     background: PageBackground {}
 
-    header: CardPageHeader {
-        colors: tone
+    header: PageHeader {
+        colors: page.tone
         title: qsTrId("stackCardViewTitle")
         leadingSymbol: "chevron.left"
         onLeadingClicked: page.StackView.view.pop()
@@ -93,7 +94,7 @@ Page {
             objectName: "stackCardPosition"
             visible: page.showsIndicator && across.count > 12
             text: qsTrId("stackCardPositionText").arg(across.currentIndex + 1).arg(across.count)
-            color: tone.secondaryText
+            color: page.tone.secondaryText
             font.pixelSize: 13
             Layout.alignment: Qt.AlignHCenter
         }
@@ -107,8 +108,8 @@ Page {
         width: parent.width - 32
         height: 140
         radius: 16
-        color: tone.cardBackground
-        border.color: tone.cardBorder
+        color: page.tone.cardBackground
+        border.color: page.tone.cardBorder
         Label {
             anchors.centerIn: parent
             width: parent.width - 32
@@ -116,7 +117,7 @@ Page {
             horizontalAlignment: Text.AlignHCenter
             wrapMode: Text.Wrap
             font.pixelSize: 15
-            color: tone.secondaryText
+            color: page.tone.secondaryText
         }
     }
 }

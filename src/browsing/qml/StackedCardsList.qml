@@ -53,10 +53,13 @@ ListView {
         if (restored || count === 0 || height <= 0)
             return
         restored = true
+        // qmllint disable type
+        // (Qt 6.4's type description of the Qt object lists callLater as a property, not a method.)
         Qt.callLater(() => {
             const index = Math.max(0, Math.min(currentItemIndexSetting.value, count - 1))
             contentY = index * (itemHeight + spacing) - topMargin
         })
+        // qmllint enable type
     }
     Component.onCompleted: restoreFrontCard()
     onCountChanged: restoreFrontCard()

@@ -3,6 +3,7 @@ import QtQuick.Controls
 import QtQuick.Controls.Material
 import QtQuick.Layouts
 import TideMark
+import TideMark.Components
 
 // The read-only summary card of one event: the date line, the title with its colour bar, the over
 // text, the content, the marks with the repeat phrase or day count, and the rule box. Set
@@ -21,13 +22,13 @@ Rectangle {
     implicitWidth: 358
     implicitHeight: summaryModel.exists ? body.implicitHeight + 32 : 0
     radius: 18
-    color: tone.groupBoxBackground
-    border.color: tone.stackCardColorForStrokeBorder
+    color: card.tone.groupBoxBackground
+    border.color: card.tone.stackCardColorForStrokeBorder
     border.width: 1
 
     EventRowModel { id: rowData; eventId: card.eventId }
     SummaryViewModel { id: summaryModel; eventId: card.eventId }
-    BrowsingColors { id: tone; dark: card.dark }
+    readonly property ThemeColors tone: Theme.colors(card.dark)
 
     Rectangle {
         z: -1
@@ -35,7 +36,7 @@ Rectangle {
         anchors.topMargin: 3
         anchors.bottomMargin: -3
         radius: parent.radius
-        color: tone.stackCardColorForShadow
+        color: card.tone.stackCardColorForShadow
     }
 
     ColumnLayout {
@@ -51,7 +52,7 @@ Rectangle {
             text: summaryModel.dateLine
             font.pixelSize: 13
             font.weight: Font.Medium
-            color: tone.secondaryText
+            color: card.tone.secondaryText
         }
 
         RowLayout {
@@ -62,7 +63,7 @@ Rectangle {
                 implicitWidth: 5
                 implicitHeight: 26
                 radius: 2.5
-                color: rowData.colorName === "" ? "gray" : NamedColors.color(rowData.colorName, card.dark)
+                color: rowData.colorName === "" ? "gray" : Theme.named(rowData.colorName, card.dark)
                 Layout.alignment: Qt.AlignTop
             }
             Label {
@@ -70,7 +71,7 @@ Rectangle {
                 text: rowData.title
                 font.pixelSize: 20
                 font.bold: true
-                color: tone.primaryText
+                color: card.tone.primaryText
                 wrapMode: Text.Wrap
                 maximumLineCount: 2
                 elide: Text.ElideRight
@@ -84,7 +85,7 @@ Rectangle {
             text: qsTrId("eventAlreadyEndStringForListRowViewForTimeline")
             font.pixelSize: 13
             font.weight: Font.DemiBold
-            color: NamedColors.color("colorForUserSelection01", card.dark)
+            color: Theme.named("colorForUserSelection01", card.dark)
         }
 
         Label {
@@ -92,7 +93,7 @@ Rectangle {
             visible: text.length > 0
             text: rowData.content
             font.pixelSize: 15
-            color: tone.secondaryText
+            color: card.tone.secondaryText
             wrapMode: Text.Wrap
             Layout.fillWidth: true
         }
@@ -108,7 +109,7 @@ Rectangle {
                     text: Symbols.glyph(modelData)
                     font.family: Symbols.fontFamily
                     font.pixelSize: 17
-                    color: modelData === "star.fill" ? tone.starSymbol : tone.symbolTint
+                    color: modelData === "star.fill" ? card.tone.starSymbol : card.tone.symbolTint
                 }
             }
             Item { Layout.fillWidth: true }
@@ -117,7 +118,7 @@ Rectangle {
                 text: rowData.repeating ? rowData.typeText : rowData.dayCountText
                 font.pixelSize: 15
                 font.weight: Font.DemiBold
-                color: tone.symbolTint
+                color: card.tone.symbolTint
             }
         }
 
@@ -127,7 +128,7 @@ Rectangle {
             Layout.fillWidth: true
             implicitHeight: ruleColumn.implicitHeight + 24
             radius: 12
-            color: tone.groupBoxSecBackground
+            color: card.tone.groupBoxSecBackground
 
             ColumnLayout {
                 id: ruleColumn
@@ -139,7 +140,7 @@ Rectangle {
                     visible: text.length > 0
                     text: summaryModel.ruleText
                     font.pixelSize: 15
-                    color: tone.primaryText
+                    color: card.tone.primaryText
                     Layout.fillWidth: true
                 }
                 SummaryViewSubPageForMonthlyAndWeeklyEvent {

@@ -3,6 +3,7 @@ import QtQuick.Controls
 import QtQuick.Controls.Material
 import QtQuick.Layouts
 import TideMark
+import TideMark.Components
 
 // The rule box of a weekly or monthly list: the week grid (Monday first) or the month grid of the
 // current month, then the rule in words. Set `eventType` (2 week, 3 month) and `eventArrayData`,
@@ -24,7 +25,7 @@ ColumnLayout {
         eventArrayData: box.eventArrayData
     }
 
-    BrowsingColors { id: tone; dark: box.dark }
+    readonly property ThemeColors tone: Theme.colors(box.dark)
 
     component Cell: Rectangle {
         property string label
@@ -34,16 +35,16 @@ ColumnLayout {
         implicitHeight: 34
         radius: 8
         // The selected form: cyan on a deep teal that keeps it legible on a light page too.
-        color: selected ? (box.dark ? Qt.rgba(0, 1, 1, 0.16) : "#17535C") : "transparent"
+        color: selected ? box.tone.summarySelected : "transparent"
         border.width: selected ? 1 : 0
-        border.color: tone.selectedCell
+        border.color: box.tone.selectedCell
         Label {
             anchors.centerIn: parent
             text: parent.label
             font.pixelSize: parent.header ? 12 : 14
             font.weight: parent.selected || parent.header ? Font.DemiBold : Font.Normal
-            color: parent.selected ? tone.selectedCell
-                                   : parent.header ? tone.secondaryText : tone.primaryText
+            color: parent.selected ? box.tone.selectedCell
+                                   : parent.header ? box.tone.secondaryText : box.tone.primaryText
         }
     }
 
@@ -92,7 +93,7 @@ ColumnLayout {
                 required property int index
                 objectName: "dayCell" + (index + 1)
                 label: String(index + 1)
-                selected: ruleBox.selectedDays.indexOf(index + 1) >= 0
+                selected: Array.from(ruleBox.selectedDays).indexOf(index + 1) >= 0
             }
         }
     }
@@ -102,7 +103,7 @@ ColumnLayout {
         visible: text.length > 0
         text: ruleBox.text
         font.pixelSize: 14
-        color: tone.primaryText
+        color: box.tone.primaryText
         wrapMode: Text.Wrap
         Layout.fillWidth: true
     }

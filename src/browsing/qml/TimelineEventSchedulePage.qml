@@ -3,6 +3,7 @@ import QtQuick.Controls
 import QtQuick.Controls.Material
 import QtQuick.Layouts
 import TideMark
+import TideMark.Components
 
 // The schedule page of one event, reached from its timeline row: back, edit (the event card) and
 // share buttons, then the event's summary card while the event exists. Each time the page comes
@@ -19,7 +20,7 @@ Page {
 
     EventScheduleModel { id: scheduleModel; eventId: page.eventId }
     EventRowModel { id: record; eventId: page.eventId }
-    BrowsingColors { id: tone; dark: page.dark }
+    readonly property ThemeColors tone: Theme.colors(page.dark)
     AppStorage { id: editTarget; key: "ALL_APP_editEventIdStringPassFromTL"; defaultValue: "" }
 
     function appeared() { scheduleModel.loadEventSchedule() }
@@ -40,14 +41,14 @@ Page {
             RowButton {
                 objectName: "backButton"
                 symbol: "chevron.left"
-                tint: tone.primaryText
+                tint: page.tone.primaryText
                 onClicked: page.StackView.view.pop()
             }
             Item { Layout.fillWidth: true }
             RowButton {
                 objectName: "scheduleEditButton"
                 symbol: "square.and.pencil"
-                tint: tone.primaryText
+                tint: page.tone.primaryText
                 onClicked: {
                     editTarget.value = page.eventId
                     page.StackView.view.push(Qt.resolvedUrl("CardViewForEventObject.qml"),
@@ -57,9 +58,9 @@ Page {
             RowButton {
                 objectName: "scheduleShareButton"
                 // Shown once sharing an event as a picture is part of the app.
-                visible: TideMarkApp.hasQmlFile("ShareEventImageMenu.qml") && record.exists
+                visible: record.exists
                 symbol: "square.and.arrow.up"
-                tint: tone.primaryText
+                tint: page.tone.primaryText
                 onClicked: {
                     const menu = Qt.createComponent(Qt.resolvedUrl("ShareEventImageMenu.qml"))
                     const shown = menu.status === Component.Ready

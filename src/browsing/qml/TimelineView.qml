@@ -3,6 +3,7 @@ import QtQuick.Controls
 import QtQuick.Controls.Material
 import QtQuick.Layouts
 import TideMark
+import TideMark.Components
 
 // The timeline: the kind menu, the filter button and the rows of the filtered list. Each time it
 // comes on screen it clears the pending reminders and plans them afresh. The stack button leads
@@ -23,7 +24,7 @@ Page {
     signal cardRequested(string eventId)
     signal scheduleRequested(string eventId)
 
-    BrowsingColors { id: colors; dark: page.dark }
+    readonly property ThemeColors colors: Theme.colors(page.dark)
     TimelineActions { id: actions }
 
     function appeared() { actions.timelineAppeared() }
@@ -70,7 +71,7 @@ Page {
                 objectName: "backButton"
                 visible: page.StackView.view !== null && page.StackView.index > 0
                 symbol: "chevron.left"
-                tint: colors.primaryText
+                tint: page.colors.primaryText
                 onClicked: page.StackView.view.pop()
             }
             KindFilterButton {
@@ -83,7 +84,7 @@ Page {
             RowButton {
                 objectName: "stackViewsButton"
                 symbol: "square.stack.3d.up"
-                tint: colors.primaryText
+                tint: page.colors.primaryText
                 Accessible.name: qsTrId("stackViewsMenuTitle")
                 onClicked: stackViewsMenu.open()
                 Menu {
@@ -115,7 +116,7 @@ Page {
             RowButton {
                 objectName: "filterButton"
                 symbol: "line.3.horizontal.decrease.circle"
-                tint: colors.primaryText
+                tint: page.colors.primaryText
                 onClicked: filterPopup.open()
             }
         }
@@ -135,7 +136,7 @@ Page {
             onClicked: page.nextFewDaysRequested()
             background: Rectangle {
                 radius: 16
-                color: NamedColors.color("tabBarIconColorForSelected", page.dark)
+                color: Theme.named("tabBarIconColorForSelected", page.dark)
             }
             contentItem: RowLayout {
                 spacing: 10
@@ -143,13 +144,13 @@ Page {
                     text: Symbols.glyph("calendar.badge.clock")
                     font.family: Symbols.fontFamily
                     font.pixelSize: 22
-                    color: page.dark ? "#0B1A1E" : "white"
+                    color: page.colors.selectedText
                 }
                 Label {
                     text: qsTrId("nextFewDaysEventViewNaviLinkStringBigTitleAtBrandNewMainView")
                     font.pixelSize: 16
                     font.weight: Font.DemiBold
-                    color: page.dark ? "#0B1A1E" : "white"
+                    color: page.colors.selectedText
                     elide: Text.ElideRight
                     Layout.fillWidth: true
                 }
@@ -157,7 +158,7 @@ Page {
                     text: Symbols.glyph("chevron.right")
                     font.family: Symbols.fontFamily
                     font.pixelSize: 22
-                    color: page.dark ? "#0B1A1E" : "white"
+                    color: page.colors.selectedText
                 }
             }
         }

@@ -2,6 +2,7 @@ import QtQuick
 import QtQuick.Controls
 import QtQuick.Layouts
 import TideMark
+import TideMark.Components
 
 // One card of the vertical stacks: the event row's texts on the stack's own card colours, a
 // wide colour band, and the calendar symbols before the dates. A tap asks for the event's card.
@@ -19,15 +20,15 @@ Rectangle {
 
     signal cardRequested(string eventId)
 
-    readonly property color foreground: NamedColors.color("verStackCardsForegroundColorTry", dark)
+    readonly property color foreground: Theme.named("verStackCardsForegroundColorTry", dark)
     readonly property color secondary: Qt.rgba(foreground.r, foreground.g, foreground.b, 0.68)
-    readonly property color accent: rowData.colorName.length > 0 ? NamedColors.color(rowData.colorName, dark)
-                                                                  : NamedColors.color("tabBarIconColorForSelected", dark)
+    readonly property color accent: rowData.colorName.length > 0 ? Theme.named(rowData.colorName, dark)
+                                                                  : Theme.named("tabBarIconColorForSelected", dark)
 
     visible: rowData.exists
     radius: 22
     color: activateGlassMorphism ? Qt.rgba(background.r, background.g, background.b, 0.94) : background
-    readonly property color background: NamedColors.color("verStackCardsBackgroundNewTry", dark)
+    readonly property color background: Theme.named("verStackCardsBackgroundNewTry", dark)
     border.width: 1
     border.color: activateGlassMorphism ? Qt.rgba(1, 1, 1, dark ? 0.22 : 0.9)
                                         : Qt.rgba(foreground.r, foreground.g, foreground.b, 0.14)
@@ -78,7 +79,7 @@ Rectangle {
                     text: Symbols.glyph(modelData)
                     font.family: Symbols.fontFamily
                     font.pixelSize: 18
-                    color: modelData === "star.fill" ? (unit.dark ? "#F2C94C" : "#E0A800") : unit.accent
+                    color: modelData === "star.fill" ? Theme.colors(unit.dark).starSymbol : unit.accent
                 }
             }
         }

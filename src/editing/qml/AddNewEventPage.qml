@@ -3,6 +3,7 @@ import QtQuick.Controls
 import QtQuick.Controls.Material
 import QtQuick.Layouts
 import TideMark
+import TideMark.Components
 
 // The new-event form, in add mode or (editOrAddNewEventCheckValue) in full edit mode of the event
 // eventId. Everything it decides lives in AddNewEventForm; this draws the sections and passes
@@ -16,9 +17,9 @@ Page {
     property bool resetAllDataWhenEnterFromCardView: false
 
     readonly property bool darkScheme: Material.theme === Material.Dark
-    readonly property color groupColor: darkScheme ? "#1E2328" : "#FFFFFF"
-    readonly property color pageColor: darkScheme ? "#101316" : "#F2F3F6"
-    readonly property color accent: NamedColors.color("selectedDateBackground", darkScheme)
+    readonly property color groupColor: Theme.colors(darkScheme).cardBackground
+    readonly property color pageColor: Theme.colors(darkScheme).pageBackground
+    readonly property color accent: Theme.named("selectedDateBackground", darkScheme)
     readonly property bool fieldHasFocus: titleField.activeFocus || contentField.activeFocus
 
     property alias form: form
@@ -49,9 +50,9 @@ Page {
         page.forceActiveFocus()
     }
 
-    // Pushes a page of the window's folder if it is there.
+    // Pushes a page of the window's module.
     function open(fileName, properties) {
-        if (!TideMarkApp.hasQmlFile(fileName) || !page.StackView.view)
+        if (!page.StackView.view)
             return
         clearFocus()
         page.StackView.view.push(Qt.resolvedUrl(fileName), properties || {})
@@ -118,7 +119,7 @@ Page {
                 text: Symbols.glyph("trash")
                 font.family: Symbols.fontFamily
                 font.pixelSize: 26
-                Material.foreground: NamedColors.color("colorForUserSelection01", page.darkScheme)
+                Material.foreground: Theme.named("colorForUserSelection01", page.darkScheme)
                 onClicked: form.deleteAction()
             }
             ToolButton {
@@ -338,7 +339,7 @@ Page {
                             id: swatch
                             required property string modelData
                             readonly property bool chosen: form.eventColorString === modelData
-                            readonly property color fill: NamedColors.color(modelData === "" ? "default" : modelData,
+                            readonly property color fill: Theme.named(modelData === "" ? "default" : modelData,
                                                                             page.darkScheme)
                             objectName: "colorButton_" + (modelData === "" ? "none" : modelData)
                             Layout.fillWidth: true

@@ -3,6 +3,7 @@ import QtQuick.Controls
 import QtQuick.Controls.Material
 import QtQuick.Layouts
 import TideMark
+import TideMark.Components
 
 // A compact date row: the label and the chosen day as a chip; a tap on the chip opens or closes
 // the month grid under the row. The owner decides what a picked day becomes.
@@ -35,7 +36,7 @@ ColumnLayout {
             id: chip
             objectName: "dateChip"
             focusPolicy: Qt.NoFocus
-            implicitWidth: chipText.implicitWidth + 24
+            implicitWidth: chip.contentItem.implicitWidth + 24
             implicitHeight: 34
             onClicked: row.toggled()
             background: Rectangle {
@@ -43,13 +44,12 @@ ColumnLayout {
                 color: row.colors.chipBackground
             }
             contentItem: Label {
-                id: chipText
                 text: row.valueText
                 font.pixelSize: 16
                 font.weight: Font.Medium
                 horizontalAlignment: Text.AlignHCenter
                 verticalAlignment: Text.AlignVCenter
-                color: row.expanded ? NamedColors.color("tabBarIconColorForSelected", row.dark)
+                color: row.expanded ? Theme.named("tabBarIconColorForSelected", row.dark)
                                     : row.colors.primaryText
             }
         }

@@ -2,6 +2,7 @@ import QtQuick
 import QtQuick.Controls
 import QtQuick.Layouts
 import TideMark
+import TideMark.Components
 
 // The event's row at the head of the card and of the memo page: the row's texts without its
 // buttons. An event that no longer exists leaves an empty row with a short note.
@@ -44,7 +45,7 @@ Rectangle {
         visible: rowData.exists && rowData.colorName.length > 0
         width: 6
         height: parent.height
-        color: NamedColors.color(rowData.colorName, row.dark)
+        color: Theme.named(rowData.colorName, row.dark)
     }
 
     RowLayout {
@@ -126,7 +127,7 @@ Rectangle {
                 text: rowData.dayCountUnit.trim()
                 font.pixelSize: rowData.isToday ? 17 : 12
                 font.weight: rowData.isToday ? Font.Bold : Font.Normal
-                color: rowData.isToday ? NamedColors.color("tabBarIconColorForSelected", row.dark)
+                color: rowData.isToday ? Theme.named("tabBarIconColorForSelected", row.dark)
                                        : row.colors.secondaryText
                 Layout.alignment: Qt.AlignRight
             }

@@ -3,6 +3,7 @@ import QtQuick.Controls
 import QtQuick.Controls.Material
 import QtQuick.Layouts
 import TideMark
+import TideMark.Components
 
 // The fields of a memo: title, content and its date and time, bound to a MemoEditorModel.
 // Shared by the half-height sheet and the centred popup.
@@ -16,7 +17,7 @@ ColumnLayout {
     property string focusField: "title"
     spacing: 12
 
-    CardSection {
+    SectionCard {
         colors: form.colors
         Layout.fillWidth: true
         TextField {
@@ -33,7 +34,7 @@ ColumnLayout {
             onActiveFocusChanged: if (activeFocus) form.focusField = "title"
         }
     }
-    CardSection {
+    SectionCard {
         colors: form.colors
         Layout.fillWidth: true
         TextArea {
@@ -53,7 +54,7 @@ ColumnLayout {
             onActiveFocusChanged: if (activeFocus) form.focusField = "content"
         }
     }
-    CardSection {
+    SectionCard {
         colors: form.colors
         Layout.fillWidth: true
         CardDateRow {

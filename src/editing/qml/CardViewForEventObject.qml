@@ -3,6 +3,7 @@ import QtQuick.Controls
 import QtQuick.Controls.Material
 import QtQuick.Layouts
 import TideMark
+import TideMark.Components
 
 // The card of one event: its row, its next dates, the colour row, the rows that open the pages
 // which change one part of it, the star and delete row, and the week or month grid of a weekly or
@@ -19,8 +20,6 @@ Page {
                                           && (ruleOfEvent.eventType === 2 || ruleOfEvent.eventType === 3)
 
     function open(fileName) {
-        if (!TideMarkApp.hasQmlFile(fileName))
-            return
         page.StackView.view.push(Qt.resolvedUrl(fileName), {eventId: page.eventId})
     }
 
@@ -47,15 +46,12 @@ Page {
         eventId: page.eventId
     }
 
-    BrowsingColors {
-        id: tone
-        dark: page.dark
-    }
+    readonly property ThemeColors tone: Theme.colors(page.dark)
 
     background: PageBackground {}
 
-    header: CardPageHeader {
-        colors: tone
+    header: PageHeader {
+        colors: page.tone
         title: qsTrId("navigationTitleStringAtCardViewForEventObject")
         leadingSymbol: "chevron.left"
         onLeadingClicked: page.StackView.view.pop()
@@ -63,7 +59,7 @@ Page {
             objectName: "editTitleContentToolbarButton"
             visible: cardModel.exists
             symbol: "eraser.line.dashed"
-            tint: tone.symbolTint
+            tint: page.tone.symbolTint
             onClicked: page.open("EditEventTitleContentPage.qml")
         }
     }
@@ -83,24 +79,24 @@ Page {
             CardEventRow {
                 objectName: "eventRow"
                 eventId: page.eventId
-                colors: tone
+                colors: page.tone
                 dark: page.dark
                 Layout.fillWidth: true
             }
 
-            CardSection {
+            SectionCard {
                 objectName: "nextDatesSection"
                 visible: cardModel.exists && cardModel.nextDates.length > 0
                 title: qsTrId("nextDatesTitleStringAtCardViewForEventObject")
-                colors: tone
+                colors: page.tone
                 Layout.fillWidth: true
                 Repeater {
                     model: cardModel.nextDates
-                    CardNavigationRow {
+                    ChevronRow {
                         required property string modelData
                         required property int index
                         objectName: "nextDate" + index
-                        colors: tone
+                        colors: page.tone
                         chevron: false
                         label: modelData
                         separator: index < cardModel.nextDates.length - 1
@@ -108,10 +104,10 @@ Page {
                 }
             }
 
-            CardSection {
+            SectionCard {
                 visible: cardModel.exists
                 title: qsTrId("colorTitleStringAtCardViewForEventObject")
-                colors: tone
+                colors: page.tone
                 Layout.fillWidth: true
                 RowLayout {
                     objectName: "colorRow"
@@ -119,7 +115,7 @@ Page {
                     Layout.margins: 10
                     spacing: 0
                     Repeater {
-                        model: [""].concat(cardModel.colorKeys)
+                        model: ["", ...cardModel.colorKeys]
                         AbstractButton {
                             id: swatch
                             required property string modelData
@@ -140,9 +136,9 @@ Page {
                                     height: 34
                                     radius: 17
                                     color: swatch.modelData === "" ? "transparent"
-                                           : NamedColors.color(swatch.modelData, page.dark)
+                                           : Theme.named(swatch.modelData, page.dark)
                                     border.width: swatch.modelData === "" ? 2 : 0
-                                    border.color: tone.secondaryText
+                                    border.color: page.tone.secondaryText
                                     Rectangle {
                                         // The "no colour" swatch is crossed out.
                                         visible: swatch.modelData === ""
@@ -150,7 +146,7 @@ Page {
                                         width: 2
                                         height: parent.height - 6
                                         rotation: 45
-                                        color: tone.secondaryText
+                                        color: page.tone.secondaryText
                                     }
                                 }
                                 Rectangle {
@@ -161,7 +157,7 @@ Page {
                                     visible: swatch.chosen
                                     color: "transparent"
                                     border.width: 2
-                                    border.color: tone.primaryText
+                                    border.color: page.tone.primaryText
                                 }
                             }
                         }
@@ -169,38 +165,38 @@ Page {
                 }
             }
 
-            CardSection {
+            SectionCard {
                 visible: cardModel.exists
                 title: qsTrId("editSectionTitleStringAtCardViewForEventObject")
-                colors: tone
+                colors: page.tone
                 Layout.fillWidth: true
-                CardNavigationRow {
+                ChevronRow {
                     objectName: "titleContentRow"
-                    colors: tone
+                    colors: page.tone
                     label: qsTrId("editTitleContentAtCardViewForEventObjcetTitleString")
                     onClicked: page.open("EditEventTitleContentPage.qml")
                 }
-                CardNavigationRow {
+                ChevronRow {
                     objectName: "startDateRow"
-                    colors: tone
+                    colors: page.tone
                     label: qsTrId("editStartDateAtCardViewForEventObjcetTitleString")
                     onClicked: page.open("EditEventStartDatePage.qml")
                 }
-                CardNavigationRow {
+                ChevronRow {
                     objectName: "repeatRow"
-                    colors: tone
+                    colors: page.tone
                     label: qsTrId("addNewEventPageContentString02")
                     onClicked: page.open("EditRepeatEventSettingPage.qml")
                 }
-                CardNavigationRow {
+                ChevronRow {
                     objectName: "notiRow"
-                    colors: tone
+                    colors: page.tone
                     label: qsTrId("addNewEventPageContentString03")
                     onClicked: page.open("EditNotiSettingPage.qml")
                 }
-                CardNavigationRow {
+                ChevronRow {
                     objectName: "shareRow"
-                    colors: tone
+                    colors: page.tone
                     separator: false
                     label: qsTrId("editShareAtCardViewForEventObjcetTitleString")
                     onClicked: page.open("EditShareSettingPage.qml")
@@ -213,8 +209,8 @@ Page {
                 Layout.fillWidth: true
                 implicitHeight: 60
                 radius: 14
-                color: tone.cardBackground
-                border.color: tone.cardBorder
+                color: page.tone.cardBackground
+                border.color: page.tone.cardBorder
                 border.width: 1
 
                 RowLayout {
@@ -226,7 +222,7 @@ Page {
                     RowButton {
                         objectName: "starButton"
                         symbol: cardModel.starred ? "star.fill" : "star.slash.fill"
-                        tint: cardModel.starred ? tone.starSymbol : tone.secondaryText
+                        tint: cardModel.starred ? page.tone.starSymbol : page.tone.secondaryText
                         SequentialAnimation on scale {
                             id: bounce
                             running: false
@@ -246,7 +242,7 @@ Page {
                         text: cardModel.starred ? qsTrId("starredStringAtCardViewForEventObject")
                                                 : qsTrId("notStarredStringAtCardViewForEventObject")
                         font.pixelSize: 15
-                        color: tone.primaryText
+                        color: page.tone.primaryText
                         elide: Text.ElideRight
                         Layout.fillWidth: true
                     }
@@ -254,7 +250,7 @@ Page {
                         objectName: "trashButton"
                         visible: !cardModel.deleteArmed
                         symbol: "trash"
-                        tint: NamedColors.color("colorForUserSelection01", page.dark)
+                        tint: Theme.named("colorForUserSelection01", page.dark)
                         onClicked: cardModel.armDelete()
                     }
                     AbstractButton {
@@ -262,7 +258,7 @@ Page {
                         objectName: "deleteConfirmButton"
                         visible: cardModel.deleteArmed
                         focusPolicy: Qt.NoFocus
-                        implicitWidth: confirmText.implicitWidth + 28
+                        implicitWidth: confirm.contentItem.implicitWidth + 28
                         implicitHeight: 36
                         onClicked: {
                             if (cardModel.confirmDelete()) {
@@ -272,11 +268,10 @@ Page {
                         }
                         background: Rectangle {
                             radius: 18
-                            color: NamedColors.color("colorForUserSelection01", page.dark)
+                            color: Theme.named("colorForUserSelection01", page.dark)
                             opacity: confirm.pressed ? 0.75 : 1
                         }
                         contentItem: Label {
-                            id: confirmText
                             text: qsTrId("alertButtonStringForForDeleteThisEventAtCardView")
                             font.pixelSize: 15
                             font.weight: Font.DemiBold
@@ -289,17 +284,17 @@ Page {
                         objectName: "deleteCancelButton"
                         visible: cardModel.deleteArmed
                         symbol: "xmark"
-                        tint: tone.secondaryText
+                        tint: page.tone.secondaryText
                         onClicked: cardModel.disarmDelete()
                     }
                 }
             }
 
-            CardSection {
+            SectionCard {
                 objectName: "ruleSection"
                 visible: cardModel.exists && page.showsRuleGrid
                 title: qsTrId("addNewEventPageContentString02")
-                colors: tone
+                colors: page.tone
                 Layout.fillWidth: true
                 SummaryViewSubPageForMonthlyAndWeeklyEvent {
                     eventType: page.showsRuleGrid ? ruleOfEvent.eventType : 0

@@ -3,6 +3,7 @@ import QtQuick.Controls
 import QtQuick.Controls.Material
 import QtQuick.Layouts
 import TideMark
+import TideMark.Components
 
 // The centred popup that edits a memo (or adds one when `memoId` is empty): the same fields and
 // save as the sheet, and an xmark that closes it without writing.
@@ -32,17 +33,14 @@ Page {
 
     MemoEditorModel { id: model }
 
-    BrowsingColors {
-        id: tone
-        dark: page.dark
-    }
+    readonly property ThemeColors tone: Theme.colors(page.dark)
 
-    background: Rectangle { color: tone.pageBackground; radius: 18 }
+    background: Rectangle { color: page.tone.pageBackground; radius: 18 }
     implicitWidth: 340
     implicitHeight: header.implicitHeight + form.implicitHeight + 32
 
-    header: CardPageHeader {
-        colors: tone
+    header: PageHeader {
+        colors: page.tone
         title: model.editOrAddNewMemoStatu ? qsTrId("editMemoTitleStringAtMemoForCardViewPage")
                                            : qsTrId("addMemoTitleStringAtMemoForCardViewPage")
         leadingSymbol: "xmark"
@@ -52,8 +50,8 @@ Page {
         RowButton {
             objectName: "saveButton"
             symbol: model.canSave ? "checkmark" : "keyboard.badge.ellipsis"
-            tint: model.canSave ? NamedColors.color("tabBarIconColorForSelected", page.dark)
-                                : tone.secondaryText
+            tint: model.canSave ? Theme.named("tabBarIconColorForSelected", page.dark)
+                                : page.tone.secondaryText
             onClicked: {
                 Haptics.impact()
                 if (model.save()) {
@@ -75,7 +73,7 @@ Page {
             y: 8
             width: parent.width - 24
             editor: model
-            colors: tone
+            colors: page.tone
             dark: page.dark
         }
     }

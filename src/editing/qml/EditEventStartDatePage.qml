@@ -3,6 +3,7 @@ import QtQuick.Controls
 import QtQuick.Controls.Material
 import QtQuick.Layouts
 import TideMark
+import TideMark.Components
 
 // Changes the start date of an event, and its end date when it has one. The save is offered
 // only while a picker differs from the record; the reset sets both pickers back.
@@ -21,20 +22,17 @@ Page {
         eventId: page.eventId
     }
 
-    BrowsingColors {
-        id: tone
-        dark: page.dark
-    }
+    readonly property ThemeColors tone: Theme.colors(page.dark)
 
     background: PageBackground {}
 
-    header: CardPageHeader {
-        colors: tone
+    header: PageHeader {
+        colors: page.tone
         title: qsTrId("editStartDateAtCardViewForEventObjcetTitleString")
         RowButton {
             objectName: "resetButton"
             symbol: "arrow.uturn.backward"
-            tint: tone.symbolTint
+            tint: page.tone.symbolTint
             onClicked: {
                 Haptics.impact()
                 model.reset()
@@ -43,8 +41,8 @@ Page {
         RowButton {
             objectName: "saveButton"
             symbol: model.differs ? "checkmark" : "keyboard.badge.ellipsis"
-            tint: model.differs ? NamedColors.color("tabBarIconColorForSelected", page.dark)
-                                : tone.secondaryText
+            tint: model.differs ? Theme.named("tabBarIconColorForSelected", page.dark)
+                                : page.tone.secondaryText
             onClicked: {
                 Haptics.impact()
                 if (model.save())
@@ -54,7 +52,7 @@ Page {
         RowButton {
             objectName: "dismissButton"
             symbol: "chevron.down"
-            tint: tone.primaryText
+            tint: page.tone.primaryText
             onClicked: page.StackView.view.pop()
         }
     }
@@ -71,15 +69,15 @@ Page {
             width: parent.width - 32
             spacing: 14
 
-            CardSection {
+            SectionCard {
                 visible: model.exists
-                colors: tone
+                colors: page.tone
                 Layout.fillWidth: true
 
                 CardDateRow {
                     objectName: "startDateRow"
                     Layout.fillWidth: true
-                    colors: tone
+                    colors: page.tone
                     dark: page.dark
                     label: qsTrId("startDateSettingTitleStringAtEditEventStartDatePage")
                     valueText: model.startText
@@ -95,13 +93,13 @@ Page {
                     Layout.fillWidth: true
                     Layout.leftMargin: 16
                     implicitHeight: 1
-                    color: tone.cardBorder
+                    color: page.tone.cardBorder
                 }
                 CardDateRow {
                     objectName: "endDateRow"
                     visible: model.hasEndDate
                     Layout.fillWidth: true
-                    colors: tone
+                    colors: page.tone
                     dark: page.dark
                     label: qsTrId("endDateSettingTitleStringAtEditEventStartDatePage")
                     valueText: model.endText
@@ -124,7 +122,7 @@ Page {
                 objectName: "goneText"
                 visible: !model.exists
                 text: qsTrId("eventGoneStringAtCardViewForEventObject")
-                color: tone.secondaryText
+                color: page.tone.secondaryText
                 font.pixelSize: 14
                 wrapMode: Text.Wrap
                 Layout.fillWidth: true

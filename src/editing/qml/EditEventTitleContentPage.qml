@@ -3,6 +3,7 @@ import QtQuick.Controls
 import QtQuick.Controls.Material
 import QtQuick.Layouts
 import TideMark
+import TideMark.Components
 
 // Changes the title and content of an event. The save is offered only with a title; it writes
 // the title, then the content, each only if it changed, and closes the page.
@@ -21,23 +22,20 @@ Page {
         eventId: page.eventId
     }
 
-    BrowsingColors {
-        id: tone
-        dark: page.dark
-    }
+    readonly property ThemeColors tone: Theme.colors(page.dark)
 
     background: PageBackground {}
 
-    header: CardPageHeader {
-        colors: tone
+    header: PageHeader {
+        colors: page.tone
         title: qsTrId("navigationTitleStringAtEditEventTitleContentPage")
         leadingSymbol: "chevron.down"
         onLeadingClicked: page.StackView.view.pop()
         RowButton {
             objectName: "saveButton"
             symbol: model.canSave ? "checkmark" : "keyboard.badge.ellipsis"
-            tint: model.canSave ? NamedColors.color("tabBarIconColorForSelected", page.dark)
-                                : tone.secondaryText
+            tint: model.canSave ? Theme.named("tabBarIconColorForSelected", page.dark)
+                                : page.tone.secondaryText
             onClicked: {
                 Haptics.impact()
                 if (model.save())
@@ -52,8 +50,8 @@ Page {
         width: parent.width - 32
         spacing: 14
 
-        CardSection {
-            colors: tone
+        SectionCard {
+            colors: page.tone
             Layout.fillWidth: true
             TextField {
                 id: titleField
@@ -64,14 +62,14 @@ Page {
                 placeholderText: qsTrId("addNewEventMemoTitleSpaceholderString")
                 text: model.titleForEvent
                 font.pixelSize: 17
-                color: tone.primaryText
+                color: page.tone.primaryText
                 focus: page.focusField === "title"
                 onTextEdited: model.titleForEvent = text
                 onActiveFocusChanged: if (activeFocus) page.focusField = "title"
             }
         }
-        CardSection {
-            colors: tone
+        SectionCard {
+            colors: page.tone
             Layout.fillWidth: true
             TextArea {
                 id: contentField
@@ -83,7 +81,7 @@ Page {
                 placeholderText: qsTrId("addNewEventMemoContentSpaceholderString")
                 text: model.contentForEvent
                 font.pixelSize: 16
-                color: tone.primaryText
+                color: page.tone.primaryText
                 wrapMode: TextEdit.Wrap
                 focus: page.focusField === "content"
                 onTextChanged: if (text !== model.contentForEvent) model.contentForEvent = text
@@ -94,7 +92,7 @@ Page {
             objectName: "goneText"
             visible: !model.exists
             text: qsTrId("eventGoneStringAtCardViewForEventObject")
-            color: tone.secondaryText
+            color: page.tone.secondaryText
             font.pixelSize: 14
             wrapMode: Text.Wrap
             Layout.fillWidth: true

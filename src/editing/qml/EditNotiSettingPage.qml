@@ -3,6 +3,7 @@ import QtQuick.Controls
 import QtQuick.Controls.Material
 import QtQuick.Layouts
 import TideMark
+import TideMark.Components
 
 // The reminder of a stored event, opened from its card. Turning the switch off is written at
 // once; the checkmark writes the switch, the lead time and the time of day, then leaves.
@@ -21,20 +22,22 @@ Page {
     }
 
     readonly property bool dark: Material.theme === Material.Dark
-    RulesColors { id: colors; dark: page.dark }
+    readonly property ThemeColors colors: Theme.colors(page.dark)
     background: PageBackground {}
 
     EditNotiRuleModel { id: rule; objectName: "model"; eventId: page.eventId }
 
-    header: RulesHeader {
+    header: PageHeader {
+        leadingMargin: 0
+        titleInset: Theme.spacingLarge
         title: page.title
-        colors: colors
+        colors: page.colors
         leadingSymbol: page.StackView.view !== null && page.StackView.index > 0 ? "chevron.left" : ""
         onLeadingClicked: page.StackView.view.pop()
         RowButton {
             objectName: "confirmButton"
             symbol: rule.canConfirm ? "checkmark" : "keyboard.badge.ellipsis"
-            tint: rule.canConfirm ? page.Material.accent : colors.secondaryText
+            tint: rule.canConfirm ? page.Material.accent : page.colors.secondaryText
             onClicked: {
                 if (rule.canConfirm) {
                     rule.confirm()
@@ -58,12 +61,13 @@ Page {
             width: parent.width - 32
             spacing: 18
 
-            RulesSection {
+            SectionCard {
+                padded: true
                 Layout.fillWidth: true
-                colors: colors
-                RulesSwitch {
+                colors: page.colors
+                SwitchRow {
                     objectName: "notiSwitch"
-                    colors: colors
+                    colors: page.colors
                     Layout.fillWidth: true
                     text: qsTrId("addNewEventPagePickerForSetNotiForThisNotReapeatEventTrue")
                     checked: rule.notiOn
@@ -76,7 +80,7 @@ Page {
                 visible: rule.notiOn
                 Layout.fillWidth: true
                 model: rule
-                colors: colors
+                colors: page.colors
             }
         }
     }

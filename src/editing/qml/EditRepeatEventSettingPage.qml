@@ -3,6 +3,7 @@ import QtQuick.Controls
 import QtQuick.Controls.Material
 import QtQuick.Layouts
 import TideMark
+import TideMark.Components
 
 // The repeat rule of a stored event, opened from its card. The page edits a copy; the checkmark
 // (shown only while something differs and the rule is whole) writes each changed field, the
@@ -22,24 +23,26 @@ Page {
     }
 
     readonly property bool dark: Material.theme === Material.Dark
-    RulesColors { id: colors; dark: page.dark }
+    readonly property ThemeColors colors: Theme.colors(page.dark)
     background: PageBackground {}
 
     EditRepeatRuleModel { id: rule; objectName: "model"; eventId: page.eventId }
 
-    header: RulesHeader {
+    header: PageHeader {
+        leadingMargin: 0
+        titleInset: Theme.spacingLarge
         title: page.title
-        colors: colors
+        colors: page.colors
         RowButton {
             objectName: "restoreButton"
             symbol: "arrow.uturn.backward"
-            tint: colors.primaryText
+            tint: page.colors.primaryText
             onClicked: { rule.restore(); Haptics.impact() }
         }
         RowButton {
             objectName: "confirmButton"
             symbol: rule.canSave ? "checkmark" : "keyboard.badge.ellipsis"
-            tint: rule.canSave ? page.Material.accent : colors.secondaryText
+            tint: rule.canSave ? page.Material.accent : page.colors.secondaryText
             onClicked: {
                 if (rule.canSave) {
                     rule.save()
@@ -53,7 +56,7 @@ Page {
         RowButton {
             objectName: "dismissButton"
             symbol: "chevron.down"
-            tint: colors.primaryText
+            tint: page.colors.primaryText
             onClicked: { Haptics.impact(); page.leave() }
         }
     }
@@ -78,12 +81,12 @@ Page {
                     text: Symbols.glyph("exclamationmark.circle")
                     font.family: Symbols.fontFamily
                     font.pixelSize: 18
-                    color: colors.warning
+                    color: page.colors.warning
                     Layout.alignment: Qt.AlignTop
                 }
                 Label {
                     text: qsTrId("changeEventSettingWillCloseNotiSettingStringAtEditEventPage")
-                    color: colors.warning
+                    color: page.colors.warning
                     font.pixelSize: 13
                     wrapMode: Text.WordWrap
                     Layout.fillWidth: true
@@ -93,16 +96,17 @@ Page {
             RulesRepeatEditor {
                 Layout.fillWidth: true
                 model: rule
-                colors: colors
+                colors: page.colors
                 editMode: true
             }
 
-            RulesSection {
+            SectionCard {
+                padded: true
                 Layout.fillWidth: true
-                colors: colors
-                RulesSwitch {
+                colors: page.colors
+                SwitchRow {
                     objectName: "endDateSwitch"
-                    colors: colors
+                    colors: page.colors
                     Layout.fillWidth: true
                     text: qsTrId("addNewEventPageContentString02-endDateString")
                     checked: rule.endDateOn
@@ -114,7 +118,7 @@ Page {
                     text: String(rule.endYear).padStart(4, "0") + "-"
                           + String(rule.endMonth).padStart(2, "0") + "-"
                           + String(rule.endDay).padStart(2, "0")
-                    color: colors.secondaryText
+                    color: page.colors.secondaryText
                     Layout.alignment: Qt.AlignRight
                 }
                 FormDatePicker {

@@ -3,6 +3,7 @@ import QtQuick.Controls
 import QtQuick.Controls.Material
 import QtQuick.Layouts
 import TideMark
+import TideMark.Components
 
 // Shows whether an event is shared and with which group; it changes nothing.
 Page {
@@ -18,15 +19,12 @@ Page {
         eventId: page.eventId
     }
 
-    BrowsingColors {
-        id: tone
-        dark: page.dark
-    }
+    readonly property ThemeColors tone: Theme.colors(page.dark)
 
     background: PageBackground {}
 
-    header: CardPageHeader {
-        colors: tone
+    header: PageHeader {
+        colors: page.tone
         title: qsTrId("editShareAtCardViewForEventObjcetTitleString")
         leadingSymbol: "chevron.left"
         onLeadingClicked: page.StackView.view.pop()
@@ -38,21 +36,21 @@ Page {
         width: parent.width - 32
         spacing: 10
 
-        CardSection {
+        SectionCard {
             visible: model.exists
-            colors: tone
+            colors: page.tone
             Layout.fillWidth: true
-            CardNavigationRow {
+            ChevronRow {
                 objectName: "shareStateRow"
-                colors: tone
+                colors: page.tone
                 chevron: false
                 label: qsTrId("shareStateTitleStringAtEditShareSettingPage")
                 value: model.shareOn ? qsTrId("shareStateOnStringAtEditShareSettingPage")
                                      : qsTrId("shareStateOffStringAtEditShareSettingPage")
             }
-            CardNavigationRow {
+            ChevronRow {
                 objectName: "shareGroupRow"
-                colors: tone
+                colors: page.tone
                 chevron: false
                 separator: false
                 label: qsTrId("shareGroupTitleStringAtEditShareSettingPage")
@@ -64,7 +62,7 @@ Page {
             objectName: "shareNote"
             visible: model.exists
             text: qsTrId("shareExplanationStringAtEditShareSettingPage")
-            color: tone.secondaryText
+            color: page.tone.secondaryText
             font.pixelSize: 13
             wrapMode: Text.Wrap
             Layout.fillWidth: true
@@ -75,7 +73,7 @@ Page {
             objectName: "goneText"
             visible: !model.exists
             text: qsTrId("eventGoneStringAtCardViewForEventObject")
-            color: tone.secondaryText
+            color: page.tone.secondaryText
             font.pixelSize: 14
             wrapMode: Text.Wrap
             Layout.fillWidth: true

@@ -3,6 +3,7 @@ import QtQuick.Controls
 import QtQuick.Controls.Material
 import QtQuick.Layouts
 import TideMark
+import TideMark.Components
 
 // A compact graphical date picker: a month header with arrows and a grid of days. A tap on the
 // title turns the grid into the years (twenty a page), a year into its months, a month into its
@@ -29,8 +30,8 @@ Item {
     property int maximumYear: 0
     property int maximumMonth: 12
     property int maximumDay: 31
-    property color accentColor: NamedColors.color("selectedDateBackground", darkScheme)
-    property color accentTextColor: NamedColors.color("selectedDateTextFroeground", darkScheme)
+    property color accentColor: Theme.named("selectedDateBackground", darkScheme)
+    property color accentTextColor: Theme.named("selectedDateTextFroeground", darkScheme)
     readonly property bool darkScheme: Material.theme === Material.Dark
 
     signal picked(int year, int month, int day)
@@ -90,7 +91,7 @@ Item {
             Layout.leftMargin: 4
             Layout.maximumWidth: header.width - 96
             implicitHeight: 36
-            implicitWidth: titleRow.implicitWidth + 16
+            implicitWidth: titleButton.contentItem.implicitWidth + 16
             focusPolicy: Qt.NoFocus
             onClicked: {
                 picker.tapped()
@@ -102,7 +103,6 @@ Item {
                 opacity: titleButton.pressed ? 0.15 : 0
             }
             contentItem: RowLayout {
-                id: titleRow
                 spacing: 2
                 Label {
                     objectName: "datePickerTitleText"

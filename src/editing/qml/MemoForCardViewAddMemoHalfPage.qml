@@ -3,6 +3,7 @@ import QtQuick.Controls
 import QtQuick.Controls.Material
 import QtQuick.Layouts
 import TideMark
+import TideMark.Components
 
 // The half-height sheet that adds a memo to an event (or edits one, when `memoId` is set).
 // Shown alone it leaves through its StackView; inside an opener's drawer it asks to be closed.
@@ -33,15 +34,12 @@ Page {
 
     MemoEditorModel { id: model }
 
-    BrowsingColors {
-        id: tone
-        dark: page.dark
-    }
+    readonly property ThemeColors tone: Theme.colors(page.dark)
 
     background: PageBackground {}
 
-    header: CardPageHeader {
-        colors: tone
+    header: PageHeader {
+        colors: page.tone
         title: model.editOrAddNewMemoStatu ? qsTrId("editMemoTitleStringAtMemoForCardViewPage")
                                            : qsTrId("addMemoTitleStringAtMemoForCardViewPage")
         leadingSymbol: "chevron.down"
@@ -49,8 +47,8 @@ Page {
         RowButton {
             objectName: "saveButton"
             symbol: model.canSave ? "checkmark" : "keyboard.badge.ellipsis"
-            tint: model.canSave ? NamedColors.color("tabBarIconColorForSelected", page.dark)
-                                : tone.secondaryText
+            tint: model.canSave ? Theme.named("tabBarIconColorForSelected", page.dark)
+                                : page.tone.secondaryText
             onClicked: {
                 Haptics.impact()
                 if (model.save()) {
@@ -71,7 +69,7 @@ Page {
             y: 12
             width: parent.width - 32
             editor: model
-            colors: tone
+            colors: page.tone
             dark: page.dark
         }
     }

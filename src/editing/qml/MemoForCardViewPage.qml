@@ -3,6 +3,7 @@ import QtQuick.Controls
 import QtQuick.Controls.Material
 import QtQuick.Layouts
 import TideMark
+import TideMark.Components
 
 // The memos of one event under its row. The plus button opens the sheet that adds one; a swipe
 // on a memo offers edit (the centred popup) and delete (at once, without confirm). The order
@@ -33,28 +34,25 @@ Page {
         eventId: page.eventId
     }
 
-    BrowsingColors {
-        id: tone
-        dark: page.dark
-    }
+    readonly property ThemeColors tone: Theme.colors(page.dark)
 
     background: PageBackground {}
 
-    header: CardPageHeader {
-        colors: tone
+    header: PageHeader {
+        colors: page.tone
         title: qsTrId("navigationTitleStringAtMemoForCardViewPage")
         leadingSymbol: "chevron.left"
         onLeadingClicked: page.StackView.view.pop()
         RowButton {
             objectName: "orderButton"
             symbol: memoList.ascendingForList ? "arrow.down.to.line" : "arrow.up.to.line"
-            tint: tone.symbolTint
+            tint: page.tone.symbolTint
             onClicked: memoList.toggleOrder()
         }
         RowButton {
             objectName: "plusButton"
             symbol: "plus"
-            tint: tone.symbolTint
+            tint: page.tone.symbolTint
             onClicked: page.openAdd()
         }
     }
@@ -79,7 +77,7 @@ Page {
             CardEventRow {
                 objectName: "eventRow"
                 eventId: page.eventId
-                colors: tone
+                colors: page.tone
                 dark: page.dark
                 Layout.fillWidth: true
                 Layout.topMargin: 8
@@ -88,7 +86,7 @@ Page {
                 objectName: "emptyText"
                 visible: memoList.count === 0
                 text: qsTrId("noMemoStringAtMemoForCardViewPage")
-                color: tone.secondaryText
+                color: page.tone.secondaryText
                 font.pixelSize: 15
                 horizontalAlignment: Text.AlignHCenter
                 wrapMode: Text.Wrap
@@ -115,8 +113,8 @@ Page {
 
             background: Rectangle {
                 radius: 14
-                color: tone.cardBackground
-                border.color: tone.cardBorder
+                color: page.tone.cardBackground
+                border.color: page.tone.cardBorder
                 border.width: 1
             }
             contentItem: ColumnLayout {
@@ -125,7 +123,7 @@ Page {
                     text: memoCard.title
                     font.pixelSize: 17
                     font.weight: Font.DemiBold
-                    color: tone.primaryText
+                    color: page.tone.primaryText
                     elide: Text.ElideRight
                     Layout.fillWidth: true
                 }
@@ -133,7 +131,7 @@ Page {
                     visible: text.length > 0
                     text: memoCard.content
                     font.pixelSize: 14
-                    color: tone.secondaryText
+                    color: page.tone.secondaryText
                     wrapMode: Text.Wrap
                     maximumLineCount: 4
                     elide: Text.ElideRight
@@ -143,7 +141,7 @@ Page {
                     objectName: "memoDate"
                     text: memoCard.dateText
                     font.pixelSize: 12
-                    color: tone.symbolTint
+                    color: page.tone.symbolTint
                 }
             }
 
@@ -158,7 +156,7 @@ Page {
                     width: 68
                     height: parent.height
                     radius: 14
-                    color: tone.symbolTint
+                    color: page.tone.symbolTint
                     opacity: SwipeDelegate.pressed ? 0.75 : 1
                     SwipeDelegate.onClicked: {
                         memoCard.swipe.close()
@@ -177,7 +175,7 @@ Page {
                     width: 68
                     height: parent.height
                     radius: 14
-                    color: NamedColors.color("colorForUserSelection01", page.dark)
+                    color: Theme.named("colorForUserSelection01", page.dark)
                     opacity: SwipeDelegate.pressed ? 0.75 : 1
                     SwipeDelegate.onClicked: {
                         Haptics.impact()

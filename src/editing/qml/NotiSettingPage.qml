@@ -3,6 +3,7 @@ import QtQuick.Controls
 import QtQuick.Controls.Material
 import QtQuick.Layouts
 import TideMark
+import TideMark.Components
 
 // When the new event's reminder fires: works on the form's persisted settings, so every tap is
 // kept at once; the checkmark stands while a lead time is chosen.
@@ -20,21 +21,23 @@ Page {
     }
 
     readonly property bool dark: Material.theme === Material.Dark
-    RulesColors { id: colors; dark: page.dark }
+    readonly property ThemeColors colors: Theme.colors(page.dark)
     background: PageBackground {}
 
     AddNotiRuleModel { id: rule; objectName: "model" }
     Component.onCompleted: rule.appear()
 
-    header: RulesHeader {
+    header: PageHeader {
+        leadingMargin: 0
+        titleInset: Theme.spacingLarge
         title: page.title
-        colors: colors
+        colors: page.colors
         leadingSymbol: page.StackView.view !== null && page.StackView.index > 0 ? "chevron.left" : ""
         onLeadingClicked: page.StackView.view.pop()
         RowButton {
             objectName: "confirmButton"
             symbol: rule.canConfirm ? "checkmark" : "keyboard.badge.ellipsis"
-            tint: rule.canConfirm ? page.Material.accent : colors.secondaryText
+            tint: rule.canConfirm ? page.Material.accent : page.colors.secondaryText
             onClicked: {
                 Haptics.impact()
                 if (rule.canConfirm)
@@ -53,7 +56,7 @@ Page {
             y: 12
             width: parent.width - 32
             model: rule
-            colors: colors
+            colors: page.colors
         }
     }
 }

@@ -3,6 +3,7 @@ import QtQuick.Controls
 import QtQuick.Controls.Material
 import QtQuick.Layouts
 import TideMark
+import TideMark.Components
 
 // The repeat rule of the new event form. Everything is kept in the form's persisted settings as
 // it changes, so going back by the back button keeps it too; the checkmark stands only while the
@@ -22,21 +23,23 @@ Page {
     }
 
     readonly property bool dark: Material.theme === Material.Dark
-    RulesColors { id: colors; dark: page.dark }
+    readonly property ThemeColors colors: Theme.colors(page.dark)
     background: PageBackground {}
 
     AddRepeatRuleModel { id: rule; objectName: "model" }
     Component.onCompleted: rule.appear()
 
-    header: RulesHeader {
+    header: PageHeader {
+        leadingMargin: 0
+        titleInset: Theme.spacingLarge
         title: page.title
-        colors: colors
+        colors: page.colors
         leadingSymbol: page.StackView.view !== null && page.StackView.index > 0 ? "chevron.left" : ""
         onLeadingClicked: page.StackView.view.pop()
         RowButton {
             objectName: "confirmButton"
             symbol: rule.complete ? "checkmark" : "keyboard.badge.ellipsis"
-            tint: rule.complete ? page.Material.accent : colors.secondaryText
+            tint: rule.complete ? page.Material.accent : page.colors.secondaryText
             onClicked: {
                 Haptics.impact()
                 if (rule.complete)
@@ -55,7 +58,7 @@ Page {
             y: 12
             width: parent.width - 32
             model: rule
-            colors: colors
+            colors: page.colors
         }
     }
 }

@@ -3,6 +3,7 @@ import QtQuick.Controls
 import QtQuick.Controls.Material
 import QtQuick.Layouts
 import TideMark
+import TideMark.Components
 
 // The body shared by the two reminder pages: one row per lead time that the event's type offers
 // (the chosen one with a checkmark), and for lead times counted in days a time picker with four
@@ -13,7 +14,8 @@ ColumnLayout {
     property var colors
     spacing: 18
 
-    RulesSection {
+    SectionCard {
+        padded: true
         Layout.fillWidth: true
         colors: editor.colors
 
@@ -66,7 +68,8 @@ ColumnLayout {
         }
     }
 
-    RulesSection {
+    SectionCard {
+        padded: true
         objectName: "timeSection"
         visible: editor.model.needsTime
         Layout.fillWidth: true

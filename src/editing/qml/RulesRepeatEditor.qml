@@ -3,6 +3,7 @@ import QtQuick.Controls
 import QtQuick.Controls.Material
 import QtQuick.Layouts
 import TideMark
+import TideMark.Components
 
 // The body shared by the two repeat pages: the type picker with what the type needs (time wheel,
 // weekday grid, day grid or date picker), then the interval switch and wheel. `model` is an
@@ -17,7 +18,8 @@ ColumnLayout {
 
     function tapped() { Haptics.impact() }
 
-    RulesSection {
+    SectionCard {
+        padded: true
         Layout.fillWidth: true
         colors: editor.colors
 
@@ -154,11 +156,12 @@ ColumnLayout {
         }
     }
 
-    RulesSection {
+    SectionCard {
+        padded: true
         Layout.fillWidth: true
         colors: editor.colors
 
-        RulesSwitch {
+        SwitchRow {
             objectName: "intervalSwitch"
             colors: editor.colors
             Layout.fillWidth: true

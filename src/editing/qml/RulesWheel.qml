@@ -62,10 +62,13 @@ Tumbler {
         }
     }
     // Later, so that the Tumbler has taken its rows (and reset its own index) first.
+    // qmllint disable type
+    // (Qt 6.4's type description of the Qt object lists callLater as a property, not a method.)
     onValueChanged: Qt.callLater(sync)
     onFirstChanged: Qt.callLater(sync)
     onCountChanged: Qt.callLater(sync)
     Component.onCompleted: Qt.callLater(sync)
+    // qmllint enable type
 
     function report() {
         if (count > 0 && currentIndex >= 0 && first + currentIndex !== value)

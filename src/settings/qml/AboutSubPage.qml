@@ -2,6 +2,7 @@ import QtQuick
 import QtQuick.Controls
 import QtQuick.Layouts
 import TideMark
+import TideMark.Components
 
 // About: the version and the day of this build, rating and sharing the app, and the links out.
 SettingsPage {
@@ -23,13 +24,13 @@ SettingsPage {
             implicitWidth: 84
             implicitHeight: 84
             radius: 22
-            color: NamedColors.color("tabBarIconColorForSelected", page.dark)
+            color: Theme.named("tabBarIconColorForSelected", page.dark)
             Label {
                 anchors.centerIn: parent
                 text: Symbols.glyph("calendar")
                 font.family: Symbols.fontFamily
                 font.pixelSize: 50
-                color: page.dark ? "#0B1A1E" : "#FFFFFF"
+                color: Theme.colors(page.dark).selectedText
             }
         }
         Label {

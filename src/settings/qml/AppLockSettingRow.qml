@@ -1,6 +1,7 @@
 import QtQuick
 import QtQuick.Controls
 import TideMark
+import TideMark.Components
 
 // The settings row of the app lock: a switch for the wish to lock the app at its next launch.
 // Dimmed and off limits while the system has no way to authenticate its owner, with a note why.

@@ -3,6 +3,7 @@ import QtQuick.Controls
 import QtQuick.Controls.Material
 import QtQuick.Layouts
 import TideMark
+import TideMark.Components
 
 // The appearance choice from the bottom of the screen: follow the system, always light or always
 // dark. A circle slides between the sun's and the moon's colour to show the choice; the window
@@ -13,13 +14,13 @@ Popup {
 
     required property TimelineActions actions
     readonly property bool dark: Material.theme === Material.Dark
-    BrowsingColors { id: colors; dark: popup.dark }
+    readonly property ThemeColors colors: Theme.colors(popup.dark)
     AppStorage { id: alwaysLight; key: "colorSchemeSetToAlwaysLight"; defaultValue: false }
     AppStorage { id: alwaysDark; key: "colorSchemeSetToAlwaysDark"; defaultValue: false }
     AppStorage { id: followSystem; key: "colorSchemeSetToFollowSystem"; defaultValue: false }
 
-    readonly property color sun: NamedColors.color("Sun", dark)
-    readonly property color moon: NamedColors.color("Moon", dark)
+    readonly property color sun: Theme.named("Sun", dark)
+    readonly property color moon: Theme.named("Moon", dark)
 
     parent: Overlay.overlay
     modal: true
@@ -36,7 +37,7 @@ Popup {
     exit: Transition { NumberAnimation { property: "y"; to: popup.parent ? popup.parent.height : 800; duration: 180 } }
 
     background: Rectangle {
-        color: NamedColors.color("ThemeBG", popup.dark)
+        color: Theme.named("ThemeBG", popup.dark)
         radius: 22
         Rectangle { // square off the bottom corners
             anchors.bottom: parent.bottom
@@ -46,22 +47,21 @@ Popup {
         }
     }
 
-    height: choices.implicitHeight + topPadding + bottomPadding
+    height: popup.contentItem.implicitHeight + topPadding + bottomPadding
     contentItem: ColumnLayout {
-        id: choices
         spacing: 12
         Rectangle {
             Layout.alignment: Qt.AlignHCenter
             width: 40
             height: 5
             radius: 3
-            color: colors.cardBorder
+            color: popup.colors.cardBorder
         }
         Label {
             text: qsTrId("lightAndDarkMode")
             font.pixelSize: 20
             font.weight: Font.DemiBold
-            color: colors.primaryText
+            color: popup.colors.primaryText
         }
         // The sky: the circle stands left as the sun, right as the moon, in the middle for
         // "follow the system".
@@ -70,8 +70,8 @@ Popup {
             Layout.fillWidth: true
             implicitHeight: 64
             radius: 32
-            color: colors.cardBackground
-            border.color: colors.cardBorder
+            color: popup.colors.cardBackground
+            border.color: popup.colors.cardBorder
             readonly property real position: alwaysLight.value ? 0 : alwaysDark.value ? 1 : 0.5
             Rectangle {
                 objectName: "themeCircle"
@@ -88,29 +88,11 @@ Popup {
                 Behavior on color { ColorAnimation { duration: 320 } }
             }
         }
-        Repeater {
-            model: [
-                { scheme: TimelineActions.FollowSystem, symbol: "gearshape", key: "lightAndDarkModeAUTO" },
-                { scheme: TimelineActions.AlwaysLight, symbol: "sun.min", key: "lightAndDarkModeAlwaysLight" },
-                { scheme: TimelineActions.AlwaysDark, symbol: "moon.zzz", key: "lightAndDarkModeAlwaysDark" }
-            ]
-            delegate: SettingsRow {
-                id: choiceRow
-                required property var modelData
-                readonly property bool current: [alwaysLight, alwaysDark, followSystem][modelData.scheme].value === true
-                objectName: "appearanceChoice" + modelData.scheme
-                symbol: current ? "checkmark" : modelData.symbol
-                title: qsTrId(modelData.key)
-                chevron: false
-                background: Rectangle {
-                    radius: 12
-                    color: choiceRow.current ? colors.chipBackground : "transparent"
-                }
-                onClicked: {
-                    Haptics.impact()
-                    popup.actions.chooseColorScheme(modelData.scheme)
-                }
-            }
+        ColorSchemeChoices {
+            actions: popup.actions
+            colors: popup.colors
+            dark: popup.dark
+            chipMark: true
         }
     }
 }

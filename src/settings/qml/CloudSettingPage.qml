@@ -3,6 +3,7 @@ import QtQuick.Controls
 import QtQuick.Controls.Material
 import QtQuick.Layouts
 import TideMark
+import TideMark.Components
 
 // The cloud page: the switch of backup and sync, the row with the code of the last problem, the
 // account on the user's own server, the backup and restore buttons and the two times. With
@@ -232,7 +233,7 @@ SettingsPage {
         parent: page.contentItem
         anchors.fill: parent
         visible: model.loadingViewShowUp
-        color: page.dark ? "#80000000" : "#80FFFFFF"
+        color: Theme.colors(page.dark).scrim
         MouseArea { anchors.fill: parent }
         BusyIndicator {
             anchors.centerIn: parent

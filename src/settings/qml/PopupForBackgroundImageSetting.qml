@@ -3,6 +3,7 @@ import QtQuick.Controls
 import QtQuick.Controls.Material
 import QtQuick.Layouts
 import TideMark
+import TideMark.Components
 
 // The page background choice: the plain page colour or the app's tide picture, each shown as a
 // small preview; the choice holds for every page at once.
@@ -12,7 +13,7 @@ Popup {
 
     readonly property var backgroundImage: ["noneBlankBackgroungImage", "brandNewMainViewBackgroundImage"]
     readonly property bool dark: Material.theme === Material.Dark
-    BrowsingColors { id: colors; dark: popup.dark }
+    readonly property ThemeColors colors: Theme.colors(popup.dark)
     AppStorage {
         id: allAppBackgroundSettingString
         key: "UI_BGIMAGE_allAppBackgroundSettingString"
@@ -28,7 +29,7 @@ Popup {
     padding: 20
     closePolicy: Popup.CloseOnEscape | Popup.CloseOnPressOutside
 
-    background: Rectangle { color: colors.pageBackground; radius: 22 }
+    background: Rectangle { color: popup.colors.pageBackground; radius: 22 }
 
     contentItem: ColumnLayout {
         spacing: 14
@@ -36,7 +37,7 @@ Popup {
             text: qsTrId("changeBackgroundImageMenuAtBrandNewSettingView")
             font.pixelSize: 20
             font.weight: Font.DemiBold
-            color: colors.primaryText
+            color: popup.colors.primaryText
         }
         RowLayout {
             spacing: 14
@@ -61,10 +62,10 @@ Popup {
                             Layout.fillHeight: true
                             radius: 14
                             clip: true
-                            color: popup.dark ? "#101418" : "#F2F4F7"
+                            color: popup.colors.pageBackground
                             border.width: choice.current ? 3 : 1
-                            border.color: choice.current ? NamedColors.color("tabBarIconColorForSelected", popup.dark)
-                                                         : colors.cardBorder
+                            border.color: choice.current ? Theme.named("tabBarIconColorForSelected", popup.dark)
+                                                         : popup.colors.cardBorder
                             Image {
                                 anchors.fill: parent
                                 anchors.margins: parent.border.width
@@ -82,7 +83,7 @@ Popup {
                                 text: Symbols.glyph("checkmark")
                                 font.family: Symbols.fontFamily
                                 font.pixelSize: 22
-                                color: NamedColors.color("tabBarIconColorForSelected", popup.dark)
+                                color: Theme.named("tabBarIconColorForSelected", popup.dark)
                             }
                         }
                         Label {
@@ -90,7 +91,7 @@ Popup {
                             horizontalAlignment: Text.AlignHCenter
                             text: choice.index === 0 ? qsTrId("backgroundPlainStringAtBackgroundPopup")
                                                      : qsTrId("backgroundTideStringAtBackgroundPopup")
-                            color: colors.primaryText
+                            color: popup.colors.primaryText
                             font.pixelSize: 14
                         }
                     }

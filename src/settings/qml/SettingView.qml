@@ -3,6 +3,7 @@ import QtQuick.Controls
 import QtQuick.Controls.Material
 import QtQuick.Layouts
 import TideMark
+import TideMark.Components
 
 // The settings tab: reminders, appearance, background, cloud, app lock, feedback, the app's
 // pages (help, about, sharing, support), its links and a footer with the version.
@@ -16,7 +17,7 @@ Item {
     signal noteRequested(string text)
 
     readonly property bool dark: Material.theme === Material.Dark
-    BrowsingColors { id: colors; dark: view.dark }
+    readonly property ThemeColors colors: Theme.colors(view.dark)
 
     NotiSettingModel { id: noti }
     SettingViewModel { id: settingsModel }
@@ -56,7 +57,7 @@ Item {
                 text: qsTrId("settingVieNaviLinkStringBigTitleAtBrandNewMainView")
                 font.pixelSize: 30
                 font.bold: true
-                color: colors.primaryText
+                color: view.colors.primaryText
                 Layout.topMargin: 8
             }
 
@@ -217,7 +218,7 @@ Item {
                     horizontalAlignment: Text.AlignHCenter
                     text: qsTrId("appDisplayName") + " " + settingsModel.version
                     font.pixelSize: 12
-                    color: colors.secondaryText
+                    color: view.colors.secondaryText
                 }
                 Label {
                     objectName: "registrationLine"
@@ -226,7 +227,7 @@ Item {
                     horizontalAlignment: Text.AlignHCenter
                     text: qsTrId("footerRegistrationLineString")
                     font.pixelSize: 12
-                    color: colors.secondaryText
+                    color: view.colors.secondaryText
                 }
                 Label {
                     objectName: "makerLine"
@@ -235,7 +236,7 @@ Item {
                     horizontalAlignment: Text.AlignHCenter
                     text: qsTrId("footerMakerLineString")
                     font.pixelSize: 12
-                    color: colors.secondaryText
+                    color: view.colors.secondaryText
                 }
             }
         }

@@ -3,6 +3,7 @@ import QtQuick.Controls
 import QtQuick.Controls.Material
 import QtQuick.Layouts
 import TideMark
+import TideMark.Components
 
 // Reminders: the master switch of all reminders (dimmed while the system doesn't let the app
 // notify, but still usable), and the way to the desktop's notification settings, where the
@@ -15,7 +16,7 @@ Page {
     readonly property bool dark: Material.theme === Material.Dark
     property bool loadingViewShowUp: false
 
-    BrowsingColors { id: colors; dark: page.dark }
+    readonly property ThemeColors colors: Theme.colors(page.dark)
     NotiSettingModel { id: model }
     background: PageBackground {}
 
@@ -42,7 +43,7 @@ Page {
                 objectName: "backButton"
                 visible: page.StackView.view !== null && page.StackView.index > 0
                 symbol: "chevron.left"
-                tint: colors.primaryText
+                tint: page.colors.primaryText
                 onClicked: page.dismiss()
             }
             Label {
@@ -50,7 +51,7 @@ Page {
                 text: page.title
                 font.pixelSize: 20
                 font.weight: Font.DemiBold
-                color: colors.primaryText
+                color: page.colors.primaryText
                 Layout.fillWidth: true
                 Layout.leftMargin: 16
             }
@@ -60,8 +61,8 @@ Page {
     component Card: Rectangle {
         Layout.fillWidth: true
         radius: 14
-        color: colors.cardBackground
-        border.color: colors.cardBorder
+        color: page.colors.cardBackground
+        border.color: page.colors.cardBorder
     }
 
     ColumnLayout {
@@ -85,7 +86,7 @@ Page {
                     text: Symbols.glyph(model.switchOn ? "bell.badge" : "bell.slash")
                     font.family: Symbols.fontFamily
                     font.pixelSize: 22
-                    color: colors.symbolTint
+                    color: page.colors.symbolTint
                 }
                 Label {
                     objectName: "masterSwitchLabel"
@@ -94,7 +95,7 @@ Page {
                                          : qsTrId("notiStatusOffTitleStringAtNotiSettingSubViewPage")
                     wrapMode: Text.Wrap
                     font.pixelSize: 16
-                    color: colors.primaryText
+                    color: page.colors.primaryText
                 }
                 TideSwitch {
                     objectName: "masterSwitch"
@@ -115,7 +116,7 @@ Page {
             text: qsTrId("notiNotAuthorizedExplanationString")
             wrapMode: Text.Wrap
             font.pixelSize: 13
-            color: colors.secondaryText
+            color: page.colors.secondaryText
         }
 
         Card {
@@ -133,20 +134,20 @@ Page {
                         text: Symbols.glyph("gearshape")
                         font.family: Symbols.fontFamily
                         font.pixelSize: 22
-                        color: colors.symbolTint
+                        color: page.colors.symbolTint
                     }
                     Label {
                         Layout.fillWidth: true
                         text: qsTrId("requestAuthorizationStringAtNotiSettingSubViewPage")
                         wrapMode: Text.Wrap
                         font.pixelSize: 16
-                        color: colors.primaryText
+                        color: page.colors.primaryText
                     }
                     Label {
                         text: Symbols.glyph("chevron.right")
                         font.family: Symbols.fontFamily
                         font.pixelSize: 20
-                        color: colors.secondaryText
+                        color: page.colors.secondaryText
                     }
                 }
                 onClicked: {
@@ -164,7 +165,7 @@ Page {
             text: qsTrId("notiNoSystemSettingsString")
             wrapMode: Text.Wrap
             font.pixelSize: 13
-            color: colors.secondaryText
+            color: page.colors.secondaryText
         }
     }
 

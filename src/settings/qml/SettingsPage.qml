@@ -3,6 +3,7 @@ import QtQuick.Controls
 import QtQuick.Controls.Material
 import QtQuick.Layouts
 import TideMark
+import TideMark.Components
 
 // A page of the settings pushed onto the app's stack: a back button and the title above a
 // scrolling column on the page background. Children go into the column.
@@ -11,7 +12,7 @@ Page {
 
     default property alias content: column.data
     readonly property bool dark: Material.theme === Material.Dark
-    readonly property BrowsingColors colors: BrowsingColors { dark: page.dark }
+    readonly property ThemeColors colors: Theme.colors(page.dark)
 
     function dismiss() {
         if (page.StackView.view)
@@ -20,30 +21,14 @@ Page {
 
     background: PageBackground {}
 
-    header: ToolBar {
-        Material.elevation: 0
-        background: null
-        RowLayout {
-            anchors.fill: parent
-            spacing: 0
-            RowButton {
-                objectName: "backButton"
-                visible: page.StackView.view !== null && page.StackView.index > 0
-                symbol: "chevron.left"
-                tint: page.colors.primaryText
-                onClicked: page.dismiss()
-            }
-            Label {
-                objectName: "navigationTitle"
-                text: page.title
-                font.pixelSize: 20
-                font.weight: Font.DemiBold
-                color: page.colors.primaryText
-                elide: Text.ElideRight
-                Layout.fillWidth: true
-                Layout.leftMargin: 16
-            }
-        }
+    header: PageHeader {
+        title: page.title
+        colors: page.colors
+        leadingSymbol: page.StackView.view !== null && page.StackView.index > 0 ? "chevron.left" : ""
+        leadingMargin: 0
+        trailingMargin: 0
+        titleMargin: Theme.spacingLarge
+        onLeadingClicked: page.dismiss()
     }
 
     Flickable {

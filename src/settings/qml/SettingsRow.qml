@@ -3,6 +3,7 @@ import QtQuick.Controls
 import QtQuick.Controls.Material
 import QtQuick.Layouts
 import TideMark
+import TideMark.Components
 
 // One row of a settings group: a symbol, a title, an optional second line and, at the end, a
 // chevron (a row that opens something) or whatever `trailing` holds (a switch, a check).
@@ -17,15 +18,14 @@ ItemDelegate {
     /// Drawn faint but still usable (e.g. a setting the system doesn't allow yet).
     property bool dimmed: false
     readonly property bool dark: Material.theme === Material.Dark
-    BrowsingColors { id: colors; dark: row.dark }
+    readonly property ThemeColors colors: Theme.colors(row.dark)
 
     Layout.fillWidth: true
-    implicitHeight: Math.max(56, content.implicitHeight + 20)
+    implicitHeight: Math.max(56, row.contentItem.implicitHeight + 20)
     leftPadding: 16
     rightPadding: 12
 
     contentItem: RowLayout {
-        id: content
         spacing: 14
         opacity: row.dimmed ? 0.28 : 1
         Label {
@@ -33,7 +33,7 @@ ItemDelegate {
             text: Symbols.glyph(row.symbol)
             font.family: Symbols.fontFamily
             font.pixelSize: 22
-            color: colors.symbolTint
+            color: row.colors.symbolTint
             Layout.preferredWidth: 24
             horizontalAlignment: Text.AlignHCenter
         }
@@ -46,7 +46,7 @@ ItemDelegate {
                 text: row.title
                 wrapMode: Text.Wrap
                 font.pixelSize: 16
-                color: colors.primaryText
+                color: row.colors.primaryText
             }
             Label {
                 Layout.fillWidth: true
@@ -54,7 +54,7 @@ ItemDelegate {
                 text: row.detail
                 wrapMode: Text.Wrap
                 font.pixelSize: 13
-                color: colors.secondaryText
+                color: row.colors.secondaryText
             }
         }
         Item {
@@ -68,7 +68,7 @@ ItemDelegate {
             text: Symbols.glyph("chevron.right")
             font.family: Symbols.fontFamily
             font.pixelSize: 20
-            color: colors.secondaryText
+            color: row.colors.secondaryText
         }
     }
 }

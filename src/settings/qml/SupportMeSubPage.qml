@@ -3,6 +3,7 @@ import QtQuick.Controls
 import QtQuick.Controls.Material
 import QtQuick.Layouts
 import TideMark
+import TideMark.Components
 
 // Support: thanks the user and offers a voluntary tip through the project's web page. A tip
 // unlocks nothing.
@@ -19,7 +20,7 @@ SettingsPage {
         text: Symbols.glyph("heart")
         font.family: Symbols.fontFamily
         font.pixelSize: 64
-        color: NamedColors.color("tabBarIconColorForPlusButton", page.dark)
+        color: Theme.named("tabBarIconColorForPlusButton", page.dark)
     }
     Label {
         Layout.fillWidth: true
@@ -43,7 +44,7 @@ SettingsPage {
         Layout.alignment: Qt.AlignHCenter
         Layout.topMargin: 8
         highlighted: true
-        Material.accent: NamedColors.color("tabBarIconColorForSelected", page.dark)
+        Material.accent: Theme.named("tabBarIconColorForSelected", page.dark)
         text: qsTrId("supportMeTipButtonString")
         onClicked: {
             Haptics.impact()

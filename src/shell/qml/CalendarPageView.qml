@@ -3,6 +3,7 @@ import QtQuick.Controls
 import QtQuick.Controls.Material
 import QtQuick.Layouts
 import TideMark
+import TideMark.Components
 
 // The calendar tab: the month header with its arrows, the month grid, and the events of the
 // selected day. Each appearance runs the page's hook (first-launch work, the day's fill).
@@ -18,7 +19,6 @@ Item {
     signal memoRequested(string eventId)
     signal shareRequested(string eventId)
     property alias monthToShowDate: calendar.monthToShowDate
-    readonly property bool hasRowView: TideMarkApp.hasQmlFile("ListRowViewForTimeline.qml")
 
     Component.onCompleted: calendarPage.appeared()
     onVisibleChanged: {
@@ -104,53 +104,14 @@ Item {
             topMargin: 10
             bottomMargin: 10
             model: DataStore.todayDataForUI
-            delegate: Loader {
-                id: row
+            delegate: ListRowViewForTimeline {
                 required property string modelData
                 width: ListView.view.width - ListView.view.leftMargin - ListView.view.rightMargin
-                Component.onCompleted: {
-                    if (page.hasRowView)
-                        setSource("ListRowViewForTimeline.qml", { eventId: modelData })
-                    else
-                        sourceComponent = plainRow
-                }
-                Connections {
-                    target: row.item
-                    ignoreUnknownSignals: true
-                    function onEditRequested(id) { page.editRequested(id) }
-                    function onCardRequested(id) { page.cardRequested(id) }
-                    function onMemoRequested(id) { page.memoRequested(id) }
-                    function onShareRequested(id) { page.shareRequested(id) }
-                }
-                // Until the event row lands: colour mark and title.
-                Component {
-                    id: plainRow
-                    Pane {
-                        objectName: "plainDayRow"
-                        padding: 14
-                        leftPadding: 20
-                        rightPadding: 20
-                        background: null
-                        EventRowModel { id: rowModel; eventId: row.modelData }
-                        RowLayout {
-                            anchors.fill: parent
-                            spacing: 12
-                            Rectangle {
-                                implicitWidth: 6
-                                implicitHeight: 22
-                                radius: 3
-                                color: NamedColors.color(rowModel.colorName === "" || rowModel.colorName === "-"
-                                                         ? "default" : rowModel.colorName, page.darkScheme)
-                            }
-                            Label {
-                                Layout.fillWidth: true
-                                text: rowModel.title
-                                font.pixelSize: 17
-                                elide: Text.ElideRight
-                            }
-                        }
-                    }
-                }
+                eventId: modelData
+                onEditRequested: id => page.editRequested(id)
+                onCardRequested: id => page.cardRequested(id)
+                onMemoRequested: id => page.memoRequested(id)
+                onShareRequested: id => page.shareRequested(id)
             }
 
             Label {

@@ -2,6 +2,7 @@ import QtQuick
 import QtQuick.Controls
 import QtQuick.Controls.Material
 import TideMark
+import TideMark.Components
 
 // The one window: a stack of pages with the main screen at its bottom, the popup presenter above
 // it.
@@ -23,7 +24,7 @@ ApplicationWindow {
     Material.theme: scheme === "light" ? Material.Light
                   : scheme === "dark" ? Material.Dark
                   : Material.System
-    Material.accent: NamedColors.color("selectedDateBackground", darkScheme)
+    Material.accent: Theme.named("selectedDateBackground", darkScheme)
 
     /// Leaves every page above the main screen at once.
     function returnToMainScreen() {

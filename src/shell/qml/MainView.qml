@@ -3,6 +3,7 @@ import QtQuick.Controls
 import QtQuick.Controls.Material
 import QtQuick.Layouts
 import TideMark
+import TideMark.Components
 
 // The main screen: the page of the selected tab above a bar of four items of its own. The
 // selected tab survives a restart; the plus item opens the new-event form and never becomes the
@@ -44,28 +45,22 @@ Item {
             mainView.StackView.view.push(Qt.resolvedUrl(url), properties || {})
     }
 
-    // Opens a page of the window's folder if it is there yet.
-    function openFile(fileName, properties) {
-        if (TideMarkApp.hasQmlFile(fileName))
-            openPage(Qt.resolvedUrl(fileName), properties)
-    }
-
     function openNewEventForm() {
         Haptics.impact()
-        openFile("AddNewEventPage.qml", { editOrAddNewEventCheckValue: false, eventId: "",
+        openPage("AddNewEventPage.qml", { editOrAddNewEventCheckValue: false, eventId: "",
                                           resetAllDataWhenEnterFromCardView: true })
     }
 
     // What the rows of the calendar and list pages ask for.
     function openEditForm(eventId) {
-        openFile("AddNewEventPage.qml", { editOrAddNewEventCheckValue: true, eventId: eventId,
+        openPage("AddNewEventPage.qml", { editOrAddNewEventCheckValue: true, eventId: eventId,
                                           resetAllDataWhenEnterFromCardView: true })
     }
     function openCard(eventId) {
-        openFile("CardViewForEventObject.qml", { eventId: eventId })
+        openPage("CardViewForEventObject.qml", { eventId: eventId })
     }
     function openMemos(eventId) {
-        openFile("MemoForCardViewPage.qml", { eventId: eventId })
+        openPage("MemoForCardViewPage.qml", { eventId: eventId })
     }
 
     function openShareMenu(eventId) {
@@ -75,11 +70,11 @@ Item {
 
     function openTimeline() {
         Haptics.impact()
-        openFile("TimelineView.qml", {})
+        openPage("TimelineView.qml", {})
     }
     function openDisplayModePage() {
         Haptics.impact()
-        openFile("DisplayModeSettingPageAtMainView.qml", {})
+        openPage("DisplayModeSettingPageAtMainView.qml", {})
     }
 
     AppStorage { id: alwaysLight; key: "colorSchemeSetToAlwaysLight"; defaultValue: false }
@@ -120,7 +115,7 @@ Item {
             objectName: "displayModeButton"
             Layout.topMargin: 10
             symbol: alwaysLight.value ? "sun.min" : alwaysDark.value ? "moon.zzz" : "light.max"
-            tint: NamedColors.color("tabBarIconColorForSelected", mainView.darkScheme)
+            tint: Theme.named("tabBarIconColorForSelected", mainView.darkScheme)
             Accessible.name: qsTrId("lightAndDarkMode")
             onClicked: mainView.openDisplayModePage()
         }
@@ -235,7 +230,7 @@ Item {
                             height: 36
                             radius: 18
                             visible: tabButton.isPlus
-                            color: NamedColors.color(tabButton.colorName, mainView.darkScheme)
+                            color: Theme.named(tabButton.colorName, mainView.darkScheme)
                             opacity: 0.16
                         }
                         Label {
@@ -244,7 +239,7 @@ Item {
                             text: Symbols.glyph(tabButton.modelData.symbol)
                             font.family: Symbols.fontFamily
                             font.pixelSize: 28
-                            color: NamedColors.color(tabButton.colorName, mainView.darkScheme)
+                            color: Theme.named(tabButton.colorName, mainView.darkScheme)
                             scale: tabButton.pressed ? 0.88 : 1
                             Behavior on scale { NumberAnimation { duration: 90 } }
                             Behavior on color { ColorAnimation { duration: 160 } }

@@ -1,6 +1,7 @@
 import QtQuick
 import QtQuick.Controls.Material
 import TideMark
+import TideMark.Components
 
 // The background of every page: the plain page colour, or the app's background picture when the
 // user chose it ("brandNewMainViewBackgroundImage"; "noneBlankBackgroungImage" is the plain one).
@@ -11,7 +12,7 @@ Rectangle {
     readonly property bool dark: Material.theme === Material.Dark
     readonly property bool showsImage: choice.value === "brandNewMainViewBackgroundImage"
 
-    color: dark ? "#101418" : "#F2F4F7"
+    color: Theme.colors(dark).pageBackground
 
     AppStorage {
         id: choice

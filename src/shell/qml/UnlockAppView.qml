@@ -3,6 +3,7 @@ import QtQuick.Controls
 import QtQuick.Controls.Material
 import QtQuick.Layouts
 import TideMark
+import TideMark.Components
 
 // The lock over the main screen: while the app lock is in force it covers everything under it
 // and takes every tap, key and scroll. It asks for the device owner's authentication when it
@@ -18,7 +19,7 @@ FocusScope {
     visible: lock.locked
     focus: lock.locked
 
-    BrowsingColors { id: colors; dark: view.dark }
+    readonly property ThemeColors colors: Theme.colors(view.dark)
     AppLockModel { id: lock }
 
     function unlock() {
@@ -30,7 +31,7 @@ FocusScope {
 
     Rectangle {
         anchors.fill: parent
-        color: colors.pageBackground
+        color: view.colors.pageBackground
     }
 
     // Takes every pointer event, so nothing reaches the screen underneath.
@@ -64,7 +65,7 @@ FocusScope {
             font.family: Symbols.fontFamily
             font.pixelSize: 88
             // The icon font has one weight: a light symbol is drawn in a lighter tint.
-            color: colors.symbolTint
+            color: view.colors.symbolTint
             opacity: 0.7
         }
         Label {
@@ -74,7 +75,7 @@ FocusScope {
             wrapMode: Text.Wrap
             horizontalAlignment: Text.AlignHCenter
             font.pixelSize: 17
-            color: colors.primaryText
+            color: view.colors.primaryText
         }
         Rectangle {
             Layout.fillWidth: true
@@ -82,8 +83,8 @@ FocusScope {
             visible: lock.prompt !== ""
             implicitHeight: question.implicitHeight + 20
             radius: 14
-            color: colors.cardBackground
-            border.color: colors.cardBorder
+            color: view.colors.cardBackground
+            border.color: view.colors.cardBorder
             ColumnLayout {
                 id: question
                 anchors.fill: parent
@@ -98,7 +99,7 @@ FocusScope {
                     text: lock.prompt
                     wrapMode: Text.Wrap
                     font.pixelSize: 13
-                    color: colors.secondaryText
+                    color: view.colors.secondaryText
                 }
                 TextField {
                     id: answerField
@@ -109,7 +110,7 @@ FocusScope {
                     inputMethodHints: Qt.ImhSensitiveData | Qt.ImhNoPredictiveText
                                       | Qt.ImhNoAutoUppercase
                     font.pixelSize: 17
-                    color: colors.primaryText
+                    color: view.colors.primaryText
                     onVisibleChanged: {
                         if (visible)
                             forceActiveFocus()
@@ -131,7 +132,7 @@ FocusScope {
             wrapMode: Text.Wrap
             horizontalAlignment: Text.AlignHCenter
             font.pixelSize: 14
-            color: colors.secondaryText
+            color: view.colors.secondaryText
         }
         Label {
             objectName: "unlockError"
@@ -141,7 +142,7 @@ FocusScope {
             wrapMode: Text.Wrap
             horizontalAlignment: Text.AlignHCenter
             font.pixelSize: 14
-            color: view.dark ? "#FF8A80" : "#C62828"
+            color: view.colors.error
         }
         Label {
             objectName: "unlockHint"
@@ -153,7 +154,7 @@ FocusScope {
             wrapMode: Text.Wrap
             horizontalAlignment: Text.AlignHCenter
             font.pixelSize: 13
-            color: colors.secondaryText
+            color: view.colors.secondaryText
         }
         Button {
             objectName: "unlockCancelButton"

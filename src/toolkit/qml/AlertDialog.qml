@@ -1,6 +1,7 @@
 import QtQuick
 import QtQuick.Controls
 import QtQuick.Controls.Material
+import TideMark.Components
 
 // A centred alert over the whole window: a bold title, a message, the button that confirms
 // (accepted) and, when `cancelText` is given, one that cancels (rejected).
@@ -11,11 +12,11 @@ Dialog {
     property bool darkScheme: false
     property color accent: Material.accent
     property alias titleText: titleLabel.text
-    property alias message: messageLabel.text
+    property string message
     property alias buttonText: button.text
     property string cancelText: ""
     property alias titleName: titleLabel.objectName
-    property alias messageName: messageLabel.objectName
+    property string messageName
     property alias buttonName: button.objectName
 
     parent: Overlay.overlay
@@ -29,7 +30,7 @@ Dialog {
     bottomPadding: 4
     background: Rectangle {
         radius: 16
-        color: dialog.darkScheme ? "#2A3036" : "#FFFFFF"
+        color: Theme.colors(dialog.darkScheme).dialogBackground
     }
     header: Label {
         id: titleLabel
@@ -40,7 +41,8 @@ Dialog {
         font.bold: true
     }
     contentItem: Label {
-        id: messageLabel
+        objectName: dialog.messageName
+        text: dialog.message
         wrapMode: Text.Wrap
         font.pixelSize: 15
         opacity: 0.85
@@ -53,7 +55,7 @@ Dialog {
             text: dialog.cancelText
             flat: true
             font.capitalization: Font.MixedCase
-            DialogButtonBox.buttonRole: DialogButtonBox.RejectRole
+            DialogButtonBox.buttonRole: Dialog.RejectRole
         }
         Button {
             id: button
@@ -61,7 +63,7 @@ Dialog {
             font.capitalization: Font.MixedCase
             font.bold: true
             Material.foreground: dialog.accent
-            DialogButtonBox.buttonRole: DialogButtonBox.AcceptRole
+            DialogButtonBox.buttonRole: Dialog.AcceptRole
         }
     }
 }

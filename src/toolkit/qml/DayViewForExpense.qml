@@ -2,6 +2,7 @@ import QtQuick
 import QtQuick.Controls
 import QtQuick.Controls.Material
 import TideMark
+import TideMark.Components
 
 // One day of the month control. The day number stands inside a ring cut into one arc per event,
 // in the sorted colour names of the day's events; the selected day is a filled circle without a
@@ -33,7 +34,7 @@ Item {
         height: cell.side
         radius: width / 2
         visible: cell.selected
-        color: NamedColors.color("selectedDateBackground", cell.darkScheme)
+        color: Theme.named("selectedDateBackground", cell.darkScheme)
     }
 
     DayRing {
@@ -45,7 +46,7 @@ Item {
         visible: !cell.selected
         opacity: 0.723
         lineWidth: 2
-        colors: cell.eventColorNames.map(name => NamedColors.color(name, cell.darkScheme))
+        colors: cell.eventColorNames.map(name => Theme.named(name, cell.darkScheme))
     }
 
     Label {
@@ -54,8 +55,8 @@ Item {
         text: cell.text
         font.bold: true
         font.pixelSize: 15
-        color: cell.selected ? NamedColors.color("selectedDateTextFroeground", cell.darkScheme)
-             : cell.today ? NamedColors.color("selectedDateBackground", cell.darkScheme)
+        color: cell.selected ? Theme.named("selectedDateTextFroeground", cell.darkScheme)
+             : cell.today ? Theme.named("selectedDateBackground", cell.darkScheme)
              : cell.Material.foreground
         // Days of the neighbouring months are drawn lighter.
         opacity: cell.currentMonth || cell.selected ? 1.0 : 0.45

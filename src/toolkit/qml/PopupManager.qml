@@ -14,11 +14,9 @@ Item {
     property int noteDuration: 2200
 
     function show(component, position) {
-        const popup = frame.createObject(manager, { position: position || "center" })
-        const content = component.createObject(popup.contentItem)
-        popup.content = content
+        const popup = frame.createObject(manager, { position: position || "center",
+                                                    contentComponent: component, visible: true })
         stack = stack.concat([popup])
-        popup.open()
         return popup
     }
 
@@ -38,7 +36,9 @@ Item {
         Popup {
             id: popup
             property string position: "center"
+            property Component contentComponent: null
             property Item content: null
+            Component.onCompleted: content = contentComponent.createObject(contentItem)
             parent: Overlay.overlay
             modal: position !== "top"
             dim: position === "center"

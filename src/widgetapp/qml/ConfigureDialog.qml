@@ -1,7 +1,7 @@
 import QtQuick
 import QtQuick.Controls.Material
 import QtQuick.Layouts
-import "qrc:/qml"
+import TideMark.Components
 
 // The widget's settings: its size, and the event it shows (small, medium, lock) or the kind it
 // lists (large), from the events the configuration side offers. Done keeps the choice for this
@@ -22,7 +22,7 @@ Window {
     title: qsTrId("widgetConfigureTitle")
     color: colors.pageBackground
     Material.theme: model.dark ? Material.Dark : Material.Light
-    Material.accent: NamedColors.color("selectedDateBackground", model.dark)
+    Material.accent: Theme.named("selectedDateBackground", model.dark)
 
     signal sizeChosen()
 

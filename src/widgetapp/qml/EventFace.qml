@@ -1,6 +1,6 @@
 import QtQuick
 import QtQuick.Layouts
-import "qrc:/qml"
+import TideMark.Components
 
 // One event: its colour, title, day count (or the next date of a repeating event) and rule.
 // The lock-screen form is one compact line pair in a single colour.
@@ -13,7 +13,7 @@ Item {
     readonly property bool lock: model.size === "lock"
     readonly property bool medium: model.size === "medium"
     readonly property color tint: lock ? colors.primaryText
-                                       : NamedColors.color(event.colorName || "default", model.dark)
+                                       : Theme.named(event.colorName || "default", model.dark)
     // The count of a one-off date, else the next date of a repeating one.
     readonly property string bigText: event.isToday ? event.dayCountUnit
                                     : event.dayCountNumber !== "" ? event.dayCountNumber

@@ -1,6 +1,6 @@
 import QtQuick
 import QtQuick.Layouts
-import "qrc:/qml"
+import TideMark.Components
 
 // The large widget: the events of the chosen kind, nearest first, one line each.
 Item {
@@ -46,7 +46,7 @@ Item {
                     width: 8
                     height: 8
                     radius: 4
-                    color: NamedColors.color(modelData.colorName || "default", list.model.dark)
+                    color: Theme.named(modelData.colorName || "default", list.model.dark)
                 }
                 Text {
                     Layout.fillWidth: true

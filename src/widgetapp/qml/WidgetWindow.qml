@@ -1,7 +1,7 @@
 import QtQuick
 import QtQuick.Controls.Material
 import TideMark.Widget
-import "qrc:/qml"
+import TideMark.Components
 
 // One widget on the desktop: a frameless window that a drag moves and the corner grip resizes.
 // A tap opens the app; a right click opens the widget's settings.
@@ -13,7 +13,7 @@ Window {
     property rect keptGeometry: Qt.rect(0, 0, 0, 0)
     property alias configureDialog: dialog
     readonly property bool lock: model.size === "lock"
-    readonly property BrowsingColors colors: BrowsingColors { dark: window.model.dark }
+    readonly property ThemeColors colors: Theme.colors(window.model.dark)
 
     readonly property size baseSize: model.size === "medium" ? Qt.size(340, 160)
                                    : model.size === "large" ? Qt.size(340, 360)
@@ -30,7 +30,7 @@ Window {
     visible: true
 
     Material.theme: model.dark ? Material.Dark : Material.Light
-    Material.accent: NamedColors.color("selectedDateBackground", model.dark)
+    Material.accent: Theme.named("selectedDateBackground", model.dark)
 
     Rectangle {
         id: card

@@ -3,13 +3,19 @@ import QtQuick.Controls
 import QtQuick.Controls.Material
 import QtQuick.Layouts
 
-// The header of a rule page: an optional leading button, the title, and the page's buttons at
-// the trailing end (put them in as children).
+// The header of a pushed page: an optional leading button (its symbol in `leadingSymbol`), the
+// title, and the page's own buttons at the trailing end (put them in as children).
 ToolBar {
     id: header
     property string title
     property string leadingSymbol: ""
-    property var colors
+    property ThemeColors colors
+    // Room at the bar's ends, and before the title: `titleInset` without a leading button,
+    // less after one.
+    property int leadingMargin: Theme.spacingSmall
+    property int trailingMargin: Theme.spacingSmall
+    property int titleInset: Theme.spacingMedium
+    property int titleMargin: header.leadingSymbol !== "" ? Theme.spacingSmall : header.titleInset
     default property alias trailing: buttons.data
     signal leadingClicked()
 
@@ -19,10 +25,11 @@ ToolBar {
 
     RowLayout {
         anchors.fill: parent
-        anchors.rightMargin: 4
+        anchors.leftMargin: header.leadingMargin
+        anchors.rightMargin: header.trailingMargin
         spacing: 0
         RowButton {
-            objectName: "leadingButton"
+            objectName: "backButton"
             visible: header.leadingSymbol !== ""
             symbol: header.leadingSymbol
             tint: header.colors.primaryText
@@ -31,12 +38,12 @@ ToolBar {
         Label {
             objectName: "navigationTitle"
             text: header.title
-            font.pixelSize: 20
+            font.pixelSize: Theme.fontHeader
             font.weight: Font.DemiBold
             color: header.colors.primaryText
             elide: Text.ElideRight
             Layout.fillWidth: true
-            Layout.leftMargin: header.leadingSymbol !== "" ? 4 : 16
+            Layout.leftMargin: header.titleMargin
         }
         RowLayout {
             id: buttons

@@ -1,9 +1,8 @@
 import QtQuick
 import QtQuick.Controls
 import QtQuick.Layouts
-import TideMark
 
-// One row of a card section: a label, an optional value and a chevron.right; a tap emits
+// One row of a section card: a label, an optional value and a chevron.right; a tap emits
 // clicked(). A row without chevron shows a value only.
 ItemDelegate {
     id: row
@@ -11,14 +10,13 @@ ItemDelegate {
     property string value
     property bool chevron: true
     property bool separator: true
-    property var colors
+    property ThemeColors colors
     Layout.fillWidth: true
-    implicitHeight: Math.max(50, content.implicitHeight + 20)
+    implicitHeight: Math.max(50, row.contentItem.implicitHeight + 20)
     hoverEnabled: chevron
     focusPolicy: Qt.NoFocus
 
     contentItem: RowLayout {
-        id: content
         spacing: 8
         Label {
             text: row.label

@@ -17,7 +17,7 @@ Switch {
         y: control.topPadding + (control.availableHeight - height) / 2
         radius: height / 2
         color: control.checked ? control.Material.accent
-                               : (control.darkScheme ? "#3A4148" : "#D5D9DE")
+                               : Theme.colors(control.darkScheme).switchTrack
         Behavior on color { ColorAnimation { duration: 120 } }
         Rectangle {
             width: parent.height - 4
@@ -25,9 +25,9 @@ Switch {
             radius: width / 2
             y: 2
             x: control.checked ? parent.width - width - 2 : 2
-            color: "#FFFFFF"
+            color: Theme.colors(control.darkScheme).switchThumb
             border.width: 1
-            border.color: control.darkScheme ? "transparent" : "#1F000000"
+            border.color: Theme.colors(control.darkScheme).switchThumbBorder
             Behavior on x { NumberAnimation { duration: 120; easing.type: Easing.OutCubic } }
         }
     }

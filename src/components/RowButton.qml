@@ -1,7 +1,6 @@
 import QtQuick
 import QtQuick.Controls
 import QtQuick.Controls.Material
-import TideMark
 
 // A flat round button that shows one symbol.
 ToolButton {

@@ -2,11 +2,11 @@ import QtQuick
 import QtQuick.Controls
 import QtQuick.Controls.Material
 
-// A switch row of the rule pages: the label at the leading side, the app's switch at the
+// A switch row (the rule pages, the card): the label at the leading side, the app's switch at the
 // trailing side.
 TideSwitch {
     id: control
-    property var colors
+    property ThemeColors colors
     padding: 4
     spacing: 12
 
