@@ -51,7 +51,7 @@ EventRowData eventRowData(const eventInfo& event, Date now, const Calendar& cale
 /// "%04d-%02d-%02d" of three stored numbers.
 QString storedDateText(std::int64_t year, std::int64_t month, std::int64_t day);
 
-class EventRowModel : public StoredEventModel {
+class EventRowModel : public tidemark::StoredEventModel {
     Q_OBJECT
     QML_ELEMENT
     Q_PROPERTY(QString title READ title NOTIFY changed)

@@ -115,7 +115,7 @@ private:
 
 /// The summary card of one stored event; follows store commits, and reads as gone
 /// (exists == false) once the event is deleted.
-class SummaryViewModel : public StoredEventModel {
+class SummaryViewModel : public tidemark::StoredEventModel {
     Q_OBJECT
     QML_ELEMENT
     Q_PROPERTY(QString dateLine READ dateLine NOTIFY changed)

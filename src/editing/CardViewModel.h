@@ -32,7 +32,7 @@ QStringList nextDateStrings(const eventInfo& event, Date now, const Calendar& ca
                             int limit = 3);
 
 /// The card: colour, star, the two-step delete and the next dates of one event.
-class CardViewModel : public StoredEventModel {
+class CardViewModel : public tidemark::StoredEventModel {
     Q_OBJECT
     QML_ELEMENT
     Q_PROPERTY(QString title READ title NOTIFY changed)
@@ -207,7 +207,7 @@ private:
 };
 
 /// The share page: the event's share switch and the group that its eventShareGroupId names.
-class EditShareSettingModel : public StoredEventModel {
+class EditShareSettingModel : public tidemark::StoredEventModel {
     Q_OBJECT
     QML_ELEMENT
     Q_PROPERTY(bool shareOn READ shareOn NOTIFY changed)

@@ -80,6 +80,39 @@ eventObject newEvent(const std::string& uid, const std::string& title, Date now,
     return e;
 }
 
+/// What makes an imported event the same as a stored one when the file's identifier is gone from
+/// the stored copy (a full edit clears the reserve field that keeps it): its title and start day.
+std::string shapeOf(const std::string& title, std::int64_t year, std::int64_t month,
+                    std::int64_t day) {
+    return title + '\n' + std::to_string(year) + '-' + std::to_string(month) + '-' +
+           std::to_string(day);
+}
+
+/// The identifiers and shapes of the stored events, so that an import never adds one twice.
+struct KnownEvents {
+    explicit KnownEvents(const std::vector<eventInfo>& existing) {
+        for (const auto& e : existing) {
+            ids.insert(e.eventId);
+            if (!e.backupDataType02.empty()) {
+                ids.insert(e.backupDataType02);
+            }
+            shapes.insert(shapeOf(e.eventTitle, e.eventStartDateYear, e.eventStartDateMonth,
+                                  e.eventStartDateDay));
+        }
+    }
+    /// False when the identifier or the title on that start day is already there; otherwise
+    /// records the identifier (two items of one file with one identifier come in once).
+    bool admit(const std::string& id, const std::string& title, std::int64_t startDay) {
+        const CivilDate date = civilFromDays(startDay);
+        if (shapes.count(shapeOf(title, date.year, date.month, date.day)) != 0) {
+            return false;
+        }
+        return ids.insert(id).second;
+    }
+    std::unordered_set<std::string> ids;
+    std::unordered_set<std::string> shapes;
+};
+
 void setStart(EventFields& e, std::int64_t day) {
     const CivilDate date = civilFromDays(day);
     e.eventStartDateYear = date.year;
@@ -120,14 +153,7 @@ public:
     CalendarReader(const std::vector<eventInfo>& existing, const ImportTexts& texts, Date now,
                    const Calendar& calendar)
         : texts_(texts), now_(now), calendar_(calendar), window_(DayWindow::from(now, calendar)),
-          userZoneId_(calendar.timeZoneId()) {
-        for (const auto& e : existing) {
-            known_.insert(e.eventId);
-            if (!e.backupDataType02.empty()) {
-                known_.insert(e.backupDataType02);
-            }
-        }
-    }
+          userZoneId_(calendar.timeZoneId()), known_(existing) {}
 
     ImportPlan read(std::string_view text) {
         ImportPlan plan;
@@ -227,7 +253,7 @@ private:
         const std::string uid = uidText != nullptr && *uidText != '\0'
                                     ? uidText
                                     : title + "@" + icaltime_as_ical_string(start);
-        if (!known_.insert(uid).second) {
+        if (!known_.admit(uid, title, localTimeOf(start).day)) {
             plan.skipped.push_back({title, Reason::alreadyThere});
             return;
         }
@@ -631,7 +657,7 @@ private:
     const Calendar& calendar_;
     DayWindow window_;
     std::string userZoneId_;
-    std::unordered_set<std::string> known_;
+    KnownEvents known_;
     std::vector<std::int64_t> changeDays_ = clockChangeDays(window_, calendar_);
     std::vector<Pending> pending_;
 };
@@ -713,13 +739,7 @@ std::optional<CivilDate> cardDate(const std::string& value) {
 ImportPlan readContacts(std::string_view text, const std::vector<eventInfo>& existing,
                         const ImportTexts& texts, Date now, const Calendar& calendar) {
     ImportPlan plan;
-    std::unordered_set<std::string> known;
-    for (const auto& e : existing) {
-        known.insert(e.eventId);
-        if (!e.backupDataType02.empty()) {
-            known.insert(e.backupDataType02);
-        }
-    }
+    KnownEvents known(existing);
     const std::int64_t thisYear = unwrap(calendar.dateComponents(kYear, now).year);
     std::vector<CardLine> card;
     bool inCard = false;
@@ -774,16 +794,6 @@ ImportPlan readContacts(std::string_view text, const std::vector<eventInfo>& exi
                     plan.skipped.push_back({name, Reason::unreadableDate});
                     continue;
                 }
-                if (!known.insert(sourceId).second) {
-                    plan.skipped.push_back({name, Reason::alreadyThere});
-                    continue;
-                }
-                ImportedEvent imported{
-                    newEvent(
-                        sourceId,
-                        replaced(birthday ? texts.birthdayTitle : texts.anniversaryTitle, name),
-                        now, calendar),
-                    birthday ? Kind::birthday : Kind::anniversary};
                 // Without a year: this year, or for 29 February the last leap year.
                 std::int64_t year = date->year;
                 if (year == 0) {
@@ -792,6 +802,14 @@ ImportPlan readContacts(std::string_view text, const std::vector<eventInfo>& exi
                         --year;
                     }
                 }
+                const std::string title =
+                    replaced(birthday ? texts.birthdayTitle : texts.anniversaryTitle, name);
+                if (!known.admit(sourceId, title, daysFromCivil(year, date->month, date->day))) {
+                    plan.skipped.push_back({name, Reason::alreadyThere});
+                    continue;
+                }
+                ImportedEvent imported{newEvent(sourceId, title, now, calendar),
+                                       birthday ? Kind::birthday : Kind::anniversary};
                 EventFields& e = imported.event;
                 e.eventType = storedValue(RepeatType::yearly);
                 e.eventRepeatOrNot = true;

@@ -2,7 +2,7 @@
 // qmllint check the pages that use them. Nothing here is creatable from QML.
 #pragma once
 
-#include "shell/Haptics.h"
+#include "platform/linux/Haptics.h"
 
 #include <QAbstractItemModel>
 #include <QtQml/qqmlregistration.h>

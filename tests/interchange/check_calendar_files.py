@@ -12,6 +12,7 @@ python3-dateutil to expand the rules):
 import datetime as dt
 import json
 import os
+import sqlite3
 import subprocess
 import sys
 import tempfile
@@ -240,6 +241,18 @@ def check_app(app, folder):
         failures.append(f'the card without dates is not reported: {contacts.stdout}')
     if again.returncode != 0 or 'already' not in again.stdout:
         failures.append(f'a second import does not say it skipped what is there: {again.stdout}')
+    # A full edit of an event clears the reserve field that keeps the file's identifier: the same
+    # files still add nothing, by title and start day.
+    store = sqlite3.connect(os.path.join(folder, 'data', 'tidemark', 'default.sqlite'))
+    with store:
+        store.execute('UPDATE eventInfo SET backupDataType02 = \'\'')
+    store.close()
+    before = run('--export-ics', '-').stdout.count('BEGIN:VEVENT')
+    run('--import-ics', files['other.ics'], '--yes')
+    run('--import-ics', files['people.vcf'], '--yes')
+    after = run('--export-ics', '-').stdout.count('BEGIN:VEVENT')
+    if after != before:
+        failures.append(f'events whose identifier an edit cleared came in again: {before} -> {after}')
     return failures
 
 

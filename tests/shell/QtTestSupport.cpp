@@ -288,6 +288,7 @@ import QtQuick
 import QtQuick.Controls
 import QtQuick.Controls.Material
 import TideMark
+import TideMark.Components
 ApplicationWindow {
     width: 390
     height: 844

@@ -68,8 +68,9 @@ private slots:
         QVERIFY(lock_.appLockStatu.get());
         QVERIFY(!lock_.appLockSettingFromUser.get());
 
-        PageHost host;
+        // The window goes before the engine: its bindings must not outlive the theme.
         QQmlEngine engine;
+        PageHost host;
         QQuickItem* root = host.show(engine, R"(Item {
             objectName: "page"
             anchors.fill: parent
