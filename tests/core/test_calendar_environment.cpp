@@ -18,7 +18,6 @@
 
 using namespace tidemark;
 using tidemark::testing::fixedEnvironment;
-using tidemark::testing::localDate;
 using tidemark::testing::zoneEnvironment;
 
 namespace {
@@ -165,31 +164,6 @@ TEST(CalendarEnvironment, MovedCalendarsKeepWorking) {
     EXPECT_EQ(moved.format(kSample, "HH:mm"), "09:05");
     moved = Calendar(zoneEnvironment("America/New_York", "en_US"));
     EXPECT_EQ(moved.format(kSample, "HH:mm"), "21:05");
-}
-
-TEST(CalendarOverTest, TodaysMidnightIsOpenThroughTodayAndOverFromTheNextMidnight) {
-    // "Over" is an interval since now of -86400 or less.
-    struct Case {
-        const char* label;
-        int month, day, nowDay, nowHour, nowMinute;
-        double expectedInterval;
-    };
-    const Case cases[] = {
-        {"ordinary day, 23:59", 3, 10, 10, 23, 59, -86340},
-        {"ordinary day, next midnight", 3, 10, 11, 0, 0, -86400},
-        // A 23-hour day: still open at the next midnight, over an hour later.
-        {"spring forward, next midnight", 3, 29, 30, 0, 0, -82800},
-        {"spring forward, 01:00 after", 3, 29, 30, 1, 0, -86400},
-        // A 25-hour day: over an hour before the next midnight.
-        {"fall back, 23:00", 10, 25, 25, 23, 0, -86400},
-        {"fall back, 22:59", 10, 25, 25, 22, 59, -86340},
-    };
-    for (const auto& c : cases) {
-        SCOPED_TRACE(c.label);
-        ScopedCalendarEnvironment scope(fixedEnvironment("Europe/Berlin", "de_DE", 2026, c.month,
-                                                         c.nowDay, c.nowHour, c.nowMinute));
-        EXPECT_EQ(localDate(2026, c.month, c.day).timeIntervalSinceNow(), c.expectedInterval);
-    }
 }
 
 TEST(CalendarFormat, FixedPatternsInTheCalendarsZone) {

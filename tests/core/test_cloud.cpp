@@ -1,277 +1,101 @@
-// The cloud logic against an in-memory cloud that answers on a thread of its own, with a main
-// queue whose timed steps run when the test says: the account check's decisions, the record
-// format, per-record sync, backup batches, and downloads merging into the store.
+// The cloud logic that only a fake cloud can drive: the account check's decisions, taken on a
+// main queue whose timed steps run when the test says, and the record format. Backup, restore
+// and per-change sync run against a real server in the window-side loopback tests.
+#include "QuietCloudService.h"
 #include "RecordSupport.h"
 #include "base/Fatal.h"
 #include "cloud/CloudRecordMapping.h"
-#include "cloud/addEditAndDelDataAtCloud.h"
 #include "cloud/cloudKitFunc.h"
 
-#include <algorithm>
-#include <chrono>
-#include <condition_variable>
 #include <deque>
-#include <future>
 #include <gtest/gtest.h>
 #include <map>
-#include <mutex>
 #include <ostream>
 #include <set>
-#include <thread>
 
 using namespace tidemark;
 using namespace tidemark::testing;
 
 namespace {
 
-/// Records per zone in listing order; every answer comes later on the cloud's own thread.
-class MemoryCloud final : public CloudService {
+/// An account and its zones whose answers wait until the test lets the cloud answer, as a
+/// real cloud answers later on a thread of its own.
+class AccountCloud final : public QuietCloudService {
 public:
     struct Failures {
-        bool accountStatus = false, zoneFetch = false, recordFetch = false, recordSave = false;
-        bool modify = false;
+        bool accountStatus = false, zoneFetch = false;
     };
-
-    MemoryCloud() : worker_([this] { work(); }) {}
-    ~MemoryCloud() override {
-        {
-            std::lock_guard lock(mutex_);
-            stopping_ = true;
-            held_ = false;
-        }
-        wake_.notify_all();
-        worker_.join();
-    }
-
-    // What the cloud is and what fails; set while it is idle.
     CloudAccountStatus status = CloudAccountStatus::available;
     std::string user = "alice";
     std::set<std::string> zones;
-    std::map<std::string, std::vector<CloudRecord>> records; ///< by zone
     Failures fail;
-    /// Every call as it was made, in words.
-    std::vector<std::string> calls;
-    // Read the above only while the cloud is idle or held.
-
-    /// Answers nothing until released (a backup must not wait for its answers).
-    void hold() { setHeld(true); }
-    void release() { setHeld(false); }
-    /// Returns once every answer asked for so far, and all that those asked for, has come.
-    void waitIdle() {
-        std::unique_lock lock(mutex_);
-        idle_.wait(lock, [&] { return jobs_.empty() && !busy_; });
-    }
 
     void accountStatus(
         std::function<void(CloudAccountStatus, std::optional<CloudError>)> done) override {
-        later("accountStatus", [this, done] { done(status, failure(fail.accountStatus)); });
+        later([this, done] {
+            done(status,
+                 fail.accountStatus ? std::optional(CloudError{"refused", false}) : std::nullopt);
+        });
     }
     void fetchUserRecordId(
         std::function<void(std::optional<std::string>, std::optional<CloudError>)> done) override {
-        later("fetchUserRecordId", [this, done] { done(user, std::nullopt); });
+        later([this, done] { done(user, std::nullopt); });
     }
     void fetchZone(
         const std::string& zone,
         std::function<void(std::optional<std::string>, std::optional<CloudError>)> done) override {
-        later("fetchZone " + zone, [this, zone, done] {
+        later([this, zone, done] {
             if (fail.zoneFetch) {
                 return done(std::nullopt, CloudError{"the server did not answer", false});
             }
-            bool exists = false;
-            {
-                std::lock_guard lock(mutex_);
-                exists = zones.count(zone) > 0;
-            }
-            exists ? done(zone, std::nullopt) : done(std::nullopt, CloudError{"no zone", true});
+            zones.count(zone) ? done(zone, std::nullopt)
+                              : done(std::nullopt, CloudError{"no zone", true});
         });
     }
     void saveZone(const std::string& zone,
                   std::function<void(std::optional<CloudError>)> done) override {
-        later("saveZone " + zone, [this, zone, done] {
-            {
-                std::lock_guard lock(mutex_);
-                zones.insert(zone);
-            }
+        later([this, zone, done] {
+            zones.insert(zone);
             done(std::nullopt);
         });
     }
-    void fetchRecord(
-        const CloudRecordId& id,
-        std::function<void(std::optional<CloudRecord>, std::optional<CloudError>)> done) override {
-        later("fetch " + id.zoneName + "/" + id.recordName, [this, id, done] {
-            std::optional<CloudRecord> held;
-            if (!fail.recordFetch) {
-                std::lock_guard lock(mutex_);
-                if (auto* r = find(id)) {
-                    held = *r;
-                }
-            }
-            held ? done(held, std::nullopt)
-                 : done(std::nullopt, CloudError{"no record", !fail.recordFetch});
-        });
-    }
-    void saveRecord(const CloudRecord& record,
-                    std::function<void(std::optional<CloudError>)> done) override {
-        later("save " + record.id.zoneName + "/" + record.id.recordName, [this, record, done] {
-            if (!fail.recordSave) {
-                std::lock_guard lock(mutex_);
-                put(record);
-            }
-            done(failure(fail.recordSave));
-        });
-    }
-    void modifyRecords(std::vector<CloudRecord> toSave, std::vector<CloudRecordId> toDelete,
-                       std::function<void(std::optional<CloudError>)> done) override {
-        std::string call = "modify " + std::to_string(toSave.size());
-        if (!toSave.empty()) {
-            call += " " + toSave.front().id.zoneName;
+    /// Gives every answer asked for so far, and those the answers ask for.
+    void answerAll() {
+        while (!pending_.empty()) {
+            auto job = std::move(pending_.front());
+            pending_.pop_front();
+            job();
         }
-        for (const auto& id : toDelete) {
-            call += " delete " + id.zoneName + "/" + id.recordName;
-        }
-        later(call, [this, toSave, toDelete, done] {
-            if (!fail.modify) {
-                std::lock_guard lock(mutex_);
-                for (const auto& r : toSave) {
-                    put(r);
-                }
-                for (const auto& id : toDelete) {
-                    std::erase_if(records[id.zoneName],
-                                  [&](const CloudRecord& r) { return r.id == id; });
-                }
-            }
-            done(failure(fail.modify));
-        });
-    }
-    void queryRecords(const std::string& type, std::optional<CloudQueryCursor> cursor,
-                      std::size_t limit,
-                      std::function<void(std::vector<CloudRecord>, std::optional<CloudQueryCursor>,
-                                         std::optional<CloudError>)>
-                          done) override {
-        const std::size_t from = cursor ? cursor->position : 0;
-        later("query " + type + " from " + std::to_string(from), [this, type, from, limit, done] {
-            std::vector<CloudRecord> all;
-            {
-                std::lock_guard lock(mutex_);
-                for (const auto& [zone, list] : records) {
-                    for (const auto& r : list) {
-                        if (r.recordType == type) {
-                            all.push_back(r);
-                        }
-                    }
-                }
-            }
-            const std::size_t to = std::min(all.size(), from + limit);
-            std::vector<CloudRecord> page(all.begin() + static_cast<std::ptrdiff_t>(from),
-                                          all.begin() + static_cast<std::ptrdiff_t>(to));
-            std::optional<CloudQueryCursor> next;
-            if (to < all.size()) {
-                next = CloudQueryCursor{type, to};
-            }
-            done(std::move(page), next, std::nullopt);
-        });
     }
 
 private:
-    static std::optional<CloudError> failure(bool failing) {
-        return failing ? std::optional(CloudError{"refused", false}) : std::nullopt;
-    }
-    CloudRecord* find(const CloudRecordId& id) {
-        for (auto& r : records[id.zoneName]) {
-            if (r.id == id) {
-                return &r;
-            }
-        }
-        return nullptr;
-    }
-    void put(const CloudRecord& record) {
-        if (auto* held = find(record.id)) {
-            *held = record;
-        } else {
-            records[record.id.zoneName].push_back(record);
-        }
-    }
-    void setHeld(bool held) {
-        {
-            std::lock_guard lock(mutex_);
-            held_ = held;
-        }
-        wake_.notify_all();
-    }
-    void later(std::string call, std::function<void()> job) {
-        {
-            std::lock_guard lock(mutex_);
-            calls.push_back(std::move(call));
-            jobs_.push_back(std::move(job));
-        }
-        wake_.notify_all();
-    }
-    void work() {
-        std::unique_lock lock(mutex_);
-        for (;;) {
-            wake_.wait(lock, [&] { return stopping_ || (!held_ && !jobs_.empty()); });
-            if (stopping_ && jobs_.empty()) {
-                return;
-            }
-            auto job = std::move(jobs_.front());
-            jobs_.pop_front();
-            busy_ = true;
-            lock.unlock();
-            job();
-            lock.lock();
-            busy_ = false;
-            idle_.notify_all();
-        }
-    }
-
-    std::mutex mutex_;
-    std::condition_variable wake_, idle_;
-    std::deque<std::function<void()>> jobs_;
-    bool busy_ = false, held_ = false, stopping_ = false;
-    std::thread worker_;
+    void later(std::function<void()> job) { pending_.push_back(std::move(job)); }
+    std::deque<std::function<void()>> pending_;
 };
 
 /// A main queue on a pretend clock: work waits until the test runs the clock forward.
 class ManualQueue final : public MainQueue {
 public:
-    void async(std::function<void()> work) override { add(0, std::move(work)); }
+    void async(std::function<void()> work) override { due_.emplace(clock_, std::move(work)); }
     void asyncAfter(double seconds, std::function<void()> work) override {
-        {
-            std::lock_guard lock(mutex_);
-            delays.push_back(seconds);
-        }
-        add(seconds, std::move(work));
+        delays.push_back(seconds);
+        due_.emplace(clock_ + seconds, std::move(work));
     }
     /// Moves the clock on by `seconds`, running what falls due in time order and letting the
     /// cloud answer everything before each step.
-    void advance(double seconds, MemoryCloud& cloud) {
-        double until = 0;
-        {
-            std::lock_guard lock(mutex_);
-            until = clock_ + seconds;
-        }
-        for (;;) {
-            cloud.waitIdle();
-            std::unique_lock lock(mutex_);
-            if (due_.empty() || due_.begin()->first > until) {
-                clock_ = until;
-                return;
-            }
+    void advance(double seconds, AccountCloud& cloud) {
+        const double until = clock_ + seconds;
+        for (cloud.answerAll(); !due_.empty() && due_.begin()->first <= until; cloud.answerAll()) {
             auto work = std::move(due_.begin()->second);
             clock_ = due_.begin()->first;
             due_.erase(due_.begin());
-            lock.unlock();
             work();
         }
+        clock_ = until;
     }
     std::vector<double> delays;
 
 private:
-    void add(double seconds, std::function<void()> work) {
-        std::lock_guard lock(mutex_);
-        due_.emplace(clock_ + seconds, std::move(work));
-    }
-    std::mutex mutex_;
     double clock_ = 0;
     std::multimap<double, std::function<void()>> due_;
 };
@@ -283,30 +107,17 @@ protected:
         setMainQueue(queue);
     }
     void TearDown() override {
-        cloud->release();
-        cloud->waitIdle();
         setCloudService(nullptr);
         setMainQueue(nullptr);
     }
 
     IsolatedStorage storage;
     ScopedCalendarEnvironment env{fixedEnvironment("Europe/Berlin", "en_US", 2026, 3, 10, 8)};
-    std::shared_ptr<MemoryCloud> cloud = std::make_shared<MemoryCloud>();
+    std::shared_ptr<AccountCloud> cloud = std::make_shared<AccountCloud>();
     std::shared_ptr<ManualQueue> queue = std::make_shared<ManualQueue>();
 };
 
 using cloudKitFuncTest = CloudTest;
-using cloudSyncTest = CloudTest;
-
-constexpr const char* kNow = "2026-03-10 08:00:00";
-
-std::vector<eventInfo> manyEvents(std::size_t n) {
-    std::vector<eventInfo> events;
-    for (std::size_t i = 0; i < n; ++i) {
-        events.push_back(eventAs<eventInfo>(sampleEvent("E" + std::to_string(1000 + i))));
-    }
-    return events;
-}
 
 // ---------------------------------------------------------------------------------------------
 // The account check
@@ -340,7 +151,7 @@ struct CheckCase {
     CloudAccountStatus status;
     std::string user;
     bool zonesExist;
-    MemoryCloud::Failures fail;
+    AccountCloud::Failures fail;
     CheckState before;
     std::vector<std::pair<bool, CheckState>> rounds; ///< the switch at the start, the state after
 };
@@ -488,187 +299,6 @@ TEST(cloudRecordMappingDeathTest, AMissingOrIllKindedKeyStops) {
     illKinded.fields[7].second = std::string("3"); // eventType
     EXPECT_DEATH(eventObjectFromCloudRecord(missing), std::string(kNilMessage));
     EXPECT_DEATH(eventObjectFromCloudRecord(illKinded), std::string(kNilMessage));
-}
-
-// ---------------------------------------------------------------------------------------------
-// Per-record sync
-
-TEST_F(cloudSyncTest, OneRecordIsSavedNewOrMergedAndDeletionsCountAsSyncedAtOnce) {
-    const auto event = eventAs<eventInfo>(sampleEvent("A", "New title"));
-    const auto save = [&] { addEditAndDelDataAtCloud().saveEventRecordAtCloud(event); };
-    struct Case {
-        std::string name;
-        bool held;
-        MemoryCloud::Failures fail;
-        std::function<void()> act;
-        std::vector<std::string> calls;
-        std::string lastSync;
-        std::string titleInCloud; ///< "" for no record
-    };
-    const auto remove = [&] { addEditAndDelDataAtCloud().deleteEventRecordAtCloud("A"); };
-    const std::vector<std::string> saved{"fetch eventZone/A", "save eventZone/A"};
-    // clang-format off
-    const std::vector<Case> cases = {
-        {"new record", false, {}, save, saved, kNow, "New title"},
-        {"new record whose save fails", false, {.recordSave = true}, save, saved, "", ""},
-        {"held record: its keys are replaced", true, {}, save,
-         {"fetch eventZone/A", "modify 1 eventZone"}, kNow, "New title"},
-        {"fetch failing for another reason saves", true, {.recordFetch = true}, save, saved, kNow,
-         "New title"},
-        {"failing delete", true, {.modify = true}, remove, {"modify 0 delete eventZone/A"}, kNow,
-         "Old title"},
-    };
-    // clang-format on
-    for (const auto& c : cases) {
-        SCOPED_TRACE(c.name);
-        IsolatedStorage fresh;
-        cloud->records.clear();
-        cloud->calls.clear();
-        cloud->fail = c.fail;
-        if (c.held) {
-            cloud->records["eventZone"] = {cloudRecordOf(sampleEvent("A", "Old title"))};
-        }
-        c.act();
-        cloud->waitIdle();
-        EXPECT_EQ(cloud->calls, c.calls);
-        EXPECT_EQ(addEditAndDelDataAtCloud().lastSyncTimeStringForiCloudDataTask.get(), c.lastSync);
-        ASSERT_EQ(cloud->records["eventZone"].size(), c.titleInCloud.empty() ? 0u : 1u);
-        if (!c.titleInCloud.empty()) {
-            const auto& inCloud = cloud->records["eventZone"][0];
-            EXPECT_EQ(eventObjectFromCloudRecord(inCloud).eventTitle, c.titleInCloud);
-        }
-    }
-}
-
-// ---------------------------------------------------------------------------------------------
-// Backup
-
-TEST_F(cloudSyncTest, BackupSendsBatchesOf390WithoutWaitingForThem) {
-    struct Case {
-        std::size_t events, memos;
-        bool failing;
-        std::vector<std::string> batches;
-        std::size_t pauses;
-    };
-    // clang-format off
-    const std::vector<Case> cases = {
-        {0, 0, false, {}, 0},
-        {390, 0, false, {"modify 390 eventZone", "modify 0"}, 1},
-        {391, 2, false, {"modify 390 eventZone", "modify 1 eventZone", "modify 2 memoZone"}, 1},
-        {780, 1, true, {"modify 390 eventZone", "modify 390 eventZone", "modify 0",
-                        "modify 1 memoZone"}, 2},
-    };
-    // clang-format on
-    for (const auto& c : cases) {
-        SCOPED_TRACE(std::to_string(c.events) + " events, " + std::to_string(c.memos) + " memos");
-        IsolatedStorage fresh;
-        cloud->records.clear();
-        cloud->calls.clear();
-        cloud->fail = {.modify = c.failing};
-        storeAll(manyEvents(c.events));
-        std::vector<memoDataForNotiObject> memos;
-        for (std::size_t i = 0; i < c.memos; ++i) {
-            memos.push_back(sampleMemo("M" + std::to_string(i), "memo"));
-        }
-        storeAll(memos);
-
-        addEditAndDelDataAtCloud cloudSync;
-        cloudSync.loadingViewToggleForCloudkitPageBackupButton.set(true);
-        std::vector<std::chrono::milliseconds> pauses;
-        cloudSync.pauseAfterFullBatch = [&](std::chrono::milliseconds p) { pauses.push_back(p); };
-        std::vector<CloudProgress> reports;
-        cloud->hold();
-        const auto upload =
-            cloudSync.uploadAllDataToCloud([&](const CloudProgress& p) { reports.push_back(p); });
-
-        // Everything is handed out and the page's state is final before any answer.
-        EXPECT_EQ(cloud->calls, c.batches);
-        EXPECT_EQ(pauses,
-                  std::vector<std::chrono::milliseconds>(c.pauses, kCloudPauseAfterFullBatch));
-        EXPECT_EQ(cloudSync.lastSyncTimeStringForiCloudDataTask.get(), kNow);
-        EXPECT_FALSE(cloudSync.loadingViewToggleForCloudkitPageBackupButton.get());
-        const std::size_t total = c.events + c.memos;
-        ASSERT_EQ(reports.size(), c.batches.size() + 1);
-        EXPECT_TRUE(reports.back().finished);
-        EXPECT_EQ(reports.back().done, total);
-        EXPECT_EQ(reports.back().total, total);
-
-        auto outcome = std::async(std::launch::async, [&] { return upload.wait(); });
-        if (!c.batches.empty()) {
-            EXPECT_EQ(outcome.wait_for(std::chrono::milliseconds(20)), std::future_status::timeout);
-        }
-        cloud->release();
-        const auto answered = outcome.get();
-        EXPECT_EQ(answered.recordsWritten, c.failing ? 0 : total);
-        EXPECT_EQ(answered.firstError.has_value(), c.failing);
-        EXPECT_EQ(cloud->records["eventZone"].size(), c.failing ? 0 : c.events);
-    }
-}
-
-// ---------------------------------------------------------------------------------------------
-// Download
-
-TEST_F(cloudSyncTest, EventDownloadPagesThroughTheCloudAndUpsertsThroughTheStore) {
-    std::vector<CloudRecord> inCloud;
-    for (const auto& e : manyEvents(450)) {
-        inCloud.push_back(cloudRecordOf(e));
-    }
-    cloud->records["eventZone"] = inCloud;
-    storeAll(std::vector<eventInfo>{eventAs<eventInfo>(sampleEvent("E1007", "Local title")),
-                                    eventAs<eventInfo>(sampleEvent("Local only"))});
-    addEditAndDelDataAtCloud cloudSync;
-    cloudSync.loadingViewToggleForCloudkitPageDownloadButton.set(true);
-    Setting<bool>("ALL_APP_cloudkitFuncStatus", false).set(true);
-
-    std::vector<CloudProgress> reports;
-    std::mutex reportsLock;
-    cloudSync.downloadAllEventsFromCloud([&](const CloudProgress& p) {
-        std::lock_guard lock(reportsLock);
-        reports.push_back(p);
-    });
-    cloud->waitIdle();
-
-    std::vector<std::string> queries, fetches;
-    for (const auto& call : cloud->calls) {
-        (call.starts_with("query") ? queries : fetches).push_back(call);
-    }
-    EXPECT_EQ(queries,
-              (std::vector<std::string>{"query eventInfo from 0", "query eventInfo from 200",
-                                        "query eventInfo from 400"}));
-    // With the function on, every downloaded event goes back up.
-    EXPECT_EQ(std::count_if(fetches.begin(), fetches.end(),
-                            [](const std::string& c) { return c.starts_with("fetch eventZone/"); }),
-              450);
-
-    const auto events = Store::open().objects<eventInfo>();
-    ASSERT_EQ(events.size(), 451u);
-    EXPECT_EQ(events[0].eventId, "E1007");
-    EXPECT_EQ(events[0].eventTitle, "Title");
-    EXPECT_EQ(events[1].eventId, "Local only");
-    EXPECT_FALSE(cloudSync.loadingViewToggleForCloudkitPageDownloadButton.get());
-    ASSERT_FALSE(reports.empty());
-    EXPECT_TRUE(reports.back().finished);
-    EXPECT_EQ(reports.back().done, 450u);
-}
-
-TEST_F(cloudSyncTest, MemoDownloadWritesStraightIntoTheStoreAndTheLaterCopyWins) {
-    cloud->records["memoZone"] = {cloudRecordOf(sampleMemo("M1", "first")),
-                                  cloudRecordOf(sampleMemo("M2", "other")),
-                                  cloudRecordOf(sampleMemo("M1", "second"))};
-    storeAll(std::vector<memoDataForNotiObject>{sampleMemo("Local", "kept")});
-    addEditAndDelDataAtCloud cloudSync;
-    cloudSync.loadingViewToggleForCloudkitPageDownloadButton.set(true);
-    Setting<bool>("ALL_APP_cloudkitFuncStatus", false).set(true);
-
-    cloudSync.downloadAllMemosFromCloud();
-    cloud->waitIdle();
-
-    EXPECT_EQ(cloud->calls, (std::vector<std::string>{"query memoDataForNotiObject from 0"}));
-    const auto memos = Store::open().objects<memoDataForNotiObject>();
-    ASSERT_EQ(memos.size(), 3u);
-    EXPECT_EQ(memos[1], sampleMemo("M1", "second"));
-    // The event download ends the loading state, not this one.
-    EXPECT_TRUE(cloudSync.loadingViewToggleForCloudkitPageDownloadButton.get());
 }
 
 } // namespace

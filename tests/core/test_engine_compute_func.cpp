@@ -368,16 +368,20 @@ TEST_F(ComputeFuncStore, NearestAndOnDateComponentsReadTheStore) {
               (std::vector<std::string>{"b", "daily", "a"}));
 }
 
-TEST_F(ComputeFuncStore, LookupsGiveBlanksForUnknownIds) {
+TEST_F(ComputeFuncStore, CountsAndLookupsGiveBlanksForUnknownIds) {
     eventInfo full = oneOff("e1", 2026, 3, 20);
     full.eventTitle = "Title";
     full.eventDateWhenEveryWeek = encodeDayListArchive({1, 7});
     full.eventStarOrNot = true;
     full.backupDataType03 = "b3";
-    storeAll({full});
+    computeFunc f;
+    EXPECT_EQ(f.eventCountString(), "0");
+    EXPECT_EQ(f.starredEventCountString(), "0");
+    storeAll({full, oneOff("plain", 2026, 1, 1)});
+    EXPECT_EQ(f.eventCountString(), "2");
+    EXPECT_EQ(f.starredEventCountString(), "1");
     storeAll({sampleMemo("m1", "title " + std::string("m1"), "e1", "2026-03-10 / 09:00")});
 
-    computeFunc f;
     EXPECT_EQ(f.eventForId("e1"), full);
     EXPECT_EQ(static_cast<const EventFields&>(f.eventObjectForId("e1")),
               static_cast<const EventFields&>(full));
@@ -399,17 +403,6 @@ TEST_F(ComputeFuncStore, LookupsGiveBlanksForUnknownIds) {
     EXPECT_FALSE(f.eventExists("e1"));
     EXPECT_FALSE(f.memoExists("m1"));
     EXPECT_EQ(f.eventForId("e1"), eventInfo{});
-}
-
-TEST_F(ComputeFuncStore, Counts) {
-    computeFunc f;
-    EXPECT_EQ(f.eventCountString(), "0");
-    EXPECT_EQ(f.starredEventCountString(), "0");
-    eventInfo starred = oneOff("s1", 2026, 1, 1);
-    starred.eventStarOrNot = true;
-    storeAll({starred, oneOff("plain", 2026, 1, 1)});
-    EXPECT_EQ(f.eventCountString(), "2");
-    EXPECT_EQ(f.starredEventCountString(), "1");
 }
 
 TEST_F(ComputeFuncStore, MemoOrderFollowsTheReversedSettingWithFreshItemIds) {

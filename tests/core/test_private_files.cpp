@@ -143,9 +143,7 @@ TEST_P(DamagedFileTest, IsKeptAsideReplacedAndReportedOnce) {
 INSTANTIATE_TEST_SUITE_P(
     SettingsAndReminders, DamagedFileTest,
     ::testing::Values(
-        DamagedCase{"settingsGarbage", Damage::garbage, DamagedFileKind::settings},
         DamagedCase{"settingsTruncated", Damage::truncated, DamagedFileKind::settings},
-        DamagedCase{"settingsFolder", Damage::folder, DamagedFileKind::settings},
         DamagedCase{"settingsEmpty", Damage::emptyFile, DamagedFileKind::settings},
         DamagedCase{"sharedTruncated", Damage::truncated, DamagedFileKind::sharedSettings},
         DamagedCase{"remindersGarbage", Damage::garbage, DamagedFileKind::reminders},

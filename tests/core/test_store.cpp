@@ -348,6 +348,18 @@ TEST_F(StoreTest, ObserversRunAfterTheCommitAndOnlyForTheirTable) {
     auto elsewhere = Store::open(dir.path() / "other.sqlite");
     elsewhere.write([&] { elsewhere.add(memo("X", "x", 1)); });
     EXPECT_EQ(seenCounts.size(), 4u);
+
+    // A callback may write to the store; that write is told after the one that caused it.
+    memos.cancel();
+    std::vector<std::string> order;
+    auto writer = Store::observeTable(file(), "memoDataForNotiObject", [&] {
+        order.push_back("memo");
+        auto inner = Store::open(file());
+        inner.write([&] { inner.add(g); });
+    });
+    groups = Store::observeTable(file(), "shareGroup", [&] { order.push_back("group"); });
+    storeAll(std::vector{memo("D", "d", 4)}, store);
+    EXPECT_EQ(order, (Ids{"memo", "group"}));
 }
 
 TEST_F(StoreTest, ObserversHearWritesFromOtherThreads) {
@@ -417,22 +429,6 @@ TEST_F(StoreTest, CancelledObserversAreNotCalledNorQueuedOnes) {
     }
     EXPECT_EQ(late, 2);
     EXPECT_EQ(cancelledLate, 0);
-}
-
-TEST_F(StoreTest, ACallbackMayWriteToTheStore) {
-    auto store = open();
-    std::vector<std::string> order;
-    auto groups = Store::observeTable(file(), "shareGroup", [&] { order.push_back("group"); });
-    auto memos = Store::observeTable(file(), "memoDataForNotiObject", [&] {
-        order.push_back("memo");
-        auto inner = Store::open(file());
-        shareGroup g;
-        g.shareGroupId = "G";
-        inner.write([&] { inner.add(g); });
-    });
-    storeAll(std::vector{memo("A", "a", 1)}, store);
-    EXPECT_EQ(order, (Ids{"memo", "group"}));
-    EXPECT_EQ(store.count<shareGroup>(), 1);
 }
 
 TEST_F(StoreTest, LiveResultsReadTheLatestStateAndObserveTheirTable) {

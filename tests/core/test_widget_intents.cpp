@@ -75,12 +75,9 @@ TEST(EventOptions, EveryPublishedEventIsOfferedInPublishedOrderUnfiltered) {
         Items expected;
     } cases[] = {
         {"empty array", {}, {}},
-        {"published order, not sorted by id or title",
-         {event("Z", "b"), event("A", "a"), event("M", "c")},
-         {{"Z", "b"}, {"A", "a"}, {"M", "c"}}},
-        {"empty title and equal titles and ended events are kept",
-         {event("1", ""), event("2", "Same"), event("3", "Same"), over},
-         {{"1", ""}, {"2", "Same"}, {"3", "Same"}, {"ended", "Over"}}},
+        {"published order; empty and equal titles and ended events are kept",
+         {event("Z", "Same"), event("A", ""), event("M", "Same"), over},
+         {{"Z", "Same"}, {"A", ""}, {"M", "Same"}, {"ended", "Over"}}},
     };
     IsolatedStorage storage;
     for (const auto& c : cases) {
@@ -104,9 +101,7 @@ TEST(EventOptionsDeathTest, DataThatIsMissingOrNotAnArrayOfEventsStopsTheProcess
         std::optional<DefaultsValue> value;
         std::string message;
     } cases[] = {
-        {"no key", std::nullopt, nil},
         {"a string, not bytes", DefaultsValue(std::string("[]")), nil},
-        {"cut off", bytesOf(encodeEventArray({event("A", "a")}).substr(0, 40)), cantDecode},
         {"an object, not an array", bytesOf(encodeEvent(event("A", "a"))), cantDecode},
         {"an element without one member", bytesOf(missingMember.dump()), cantDecode},
     };
