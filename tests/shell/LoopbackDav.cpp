@@ -15,8 +15,6 @@
 
 namespace tidemark::testing {
 
-namespace {
-
 QByteArray readAll(const QString& path) {
     QFile file(path);
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
@@ -28,6 +26,8 @@ void writeFile(const QString& path, const QByteArray& data) {
         qFatal("Can't write %s", qPrintable(path));
     }
 }
+
+namespace {
 
 quint16 freeLoopbackPort() {
     QTcpServer probe;
@@ -198,7 +198,9 @@ QString RcloneDav::log() const {
 
 // ---- a session bus ---------------------------------------------------------------------------
 
-QByteArray startBareSessionBus(QProcess& bus, const QString& folder) {
+bool isolateCloudSession(QProcess& bus, const QString& folder) {
+    qputenv("XDG_CACHE_HOME", QDir(folder).filePath(QStringLiteral("cache")).toUtf8());
+    qputenv("XDG_STATE_HOME", QDir(folder).filePath(QStringLiteral("state")).toUtf8());
     const QString conf = QDir(folder).filePath(QStringLiteral("bus.conf"));
     writeFile(conf, QStringLiteral("<busconfig><type>session</type><listen>unix:tmpdir=%1"
                                    "</listen><policy context=\"default\"><allow "
@@ -210,9 +212,10 @@ QByteArray startBareSessionBus(QProcess& bus, const QString& folder) {
     bus.setChildProcessModifier([] { prctl(PR_SET_PDEATHSIG, SIGKILL); });
     bus.start("dbus-daemon", {"--config-file", conf, "--nofork", "--print-address=1"});
     if (!bus.waitForStarted() || !bus.waitForReadyRead(10000)) {
-        return {};
+        return false;
     }
-    return bus.readLine().trimmed();
+    qputenv("DBUS_SESSION_BUS_ADDRESS", bus.readLine().trimmed());
+    return true;
 }
 
 } // namespace tidemark::testing

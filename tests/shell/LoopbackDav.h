@@ -91,8 +91,11 @@ private:
     DavUser user_;
 };
 
-/// Starts a session bus with nothing on it, so that no Secret Service answers; returns its
-/// address, empty when dbus-daemon can't be started.
-QByteArray startBareSessionBus(QProcess& bus, const QString& folder);
+/// Points this process's cache, state and session bus into `folder`: a session bus with nothing
+/// on it, so that no Secret Service answers. False when dbus-daemon can't be started.
+bool isolateCloudSession(QProcess& bus, const QString& folder);
+
+QByteArray readAll(const QString& path);
+void writeFile(const QString& path, const QByteArray& data);
 
 } // namespace tidemark::testing

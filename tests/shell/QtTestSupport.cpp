@@ -237,11 +237,6 @@ void typeText(QQuickWindow* window, const QString& text) {
     }
 }
 
-QImage grab(QQuickWindow* window) {
-    QTest::qWait(450); // let animations settle
-    return window->grabWindow();
-}
-
 bool LaunchedApp::launch() {
     engine.reset();
     if (!app) {

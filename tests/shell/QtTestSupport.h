@@ -154,8 +154,6 @@ void tap(QQuickWindow* window, QQuickItem* item);
 void tapIn(QQuickWindow* window, QQuickItem* page, const QString& name);
 /// Types `text` key by key into the focused field.
 void typeText(QQuickWindow* window, const QString& text);
-/// The window's picture once animations have settled.
-QImage grab(QQuickWindow* window);
 
 /// The whole app launched in-process with the first start already done, its window shown.
 class LaunchedApp {

@@ -133,13 +133,6 @@ private slots:
         QCOMPARE(aside, 1);
     }
 
-    void theLockWishIsTakenAtLaunchAndCleared() {
-        Setting<bool>("APP_FUNC_appLockSettingFromUser", false).set(true);
-        QCOMPARE(startApp(), 0);
-        QCOMPARE(Setting<bool>("APP_FUNC_appLockStatu", false).get(), true);
-        QCOMPARE(Setting<bool>("APP_FUNC_appLockSettingFromUser", true).get(), false);
-    }
-
     void badOptionsAreExplained_data() {
         QTest::addColumn<QStringList>("arguments");
         QTest::addColumn<QString>("message");

@@ -33,11 +33,6 @@ const DavUser kAlice{"alice", "s3cret-Tide-Pass"};
 const DavUser kBob{"bob", "another-Tide-Pass"};
 constexpr const char* kAliceAtServer = "alice@127.0.0.1";
 
-QByteArray readAll(const QString& path) {
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-}
-
 /// An event with every field set, most of them differing from event to event.
 eventInfo sampleEvent(int i) {
     eventInfo e;
@@ -197,12 +192,8 @@ class CloudBackupTest : public QObject {
 private slots:
     void initTestCase() {
         storage_ = std::make_unique<IsolatedStorage>();
-        qputenv("XDG_CACHE_HOME", QByteArray::fromStdString((storage_->root() / "cache").string()));
-        qputenv("XDG_STATE_HOME", QByteArray::fromStdString((storage_->root() / "state").string()));
-        const QByteArray bus =
-            startBareSessionBus(bus_, QString::fromStdString(storage_->root().string()));
-        QVERIFY2(!bus.isEmpty(), "dbus-daemon is not installed");
-        qputenv("DBUS_SESSION_BUS_ADDRESS", bus);
+        QVERIFY2(isolateCloudSession(bus_, QString::fromStdString(storage_->root().string())),
+                 "dbus-daemon is not installed");
         apache_ = std::make_unique<ApacheDav>(std::vector<DavUser>{kAlice, kBob});
         rclone_ = std::make_unique<RcloneDav>(kAlice);
         QVERIFY(apache_->start());
@@ -454,10 +445,14 @@ private slots:
             const QByteArray content = readAll(files.next());
             ++read;
             for (const auto& user : {kAlice, kBob}) {
-                QVERIFY2(!content.contains(user.password), qPrintable(files.filePath()));
+                for (const auto& secret : {user.password, user.password.toBase64(),
+                                           (user.name + ":" + user.password).toBase64()}) {
+                    QVERIFY2(!content.contains(secret), qPrintable(files.filePath()));
+                }
             }
         }
         QVERIFY(read > 10);
+        QVERIFY(!apache_->errorLog().contains(QString::fromUtf8(kAlice.password)));
     }
 };
 

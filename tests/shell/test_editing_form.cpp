@@ -103,106 +103,77 @@ private slots:
 
     // ---- the view model ---------------------------------------------------------------------
 
-    void checksFailInTheirOrder() {
-        {
-            auto s = Store::open();
-            s.write([&] { s.add(shareGroup{"G1", "Family", 0, "", ""}); });
-        }
-        struct Case {
-            const char* name;
-            std::function<void(AddNewEventInputs&)> inputs;
-            QString title;
-            QString expected; // "" when every check passes
-        };
-        const Bytes noDays = encodeDayListArchive({});
-        const std::vector<Case> cases = {
-            {"repeat on without a type, and no title: the repeat speaks first",
-             [](auto& i) { i.eventRepeatOrNot = true; }, "", kAlertRepeat},
-            {"weekly with an empty week list",
-             [&](auto& i) {
-                 i.eventRepeatOrNot = true;
-                 i.newEventType = 2;
-                 i.weekArrayForAppStorageList = noDays;
-             },
-             "t", kAlertRepeat},
-            {"monthly with no list at all",
-             [](auto& i) {
-                 i.eventRepeatOrNot = true;
-                 i.newEventType = 3;
-             },
-             "t", kAlertRepeat},
-            {"an unknown type",
-             [](auto& i) {
-                 i.eventRepeatOrNot = true;
-                 i.newEventType = 9;
-             },
-             "t", kAlertRepeat},
-            {"a type beyond yearly that still passes",
-             [](auto& i) {
-                 i.eventRepeatOrNot = true;
-                 i.newEventType = 8;
-             },
-             "t", ""},
-            {"weekly with days, but no title",
-             [](auto& i) {
-                 i.eventRepeatOrNot = true;
-                 i.newEventType = 2;
-                 i.weekArrayForAppStorageList = encodeDayListArchive({3});
-             },
-             "", kAlertTitle},
-            {"repeat switched off needs no type", [](auto& i) { i.newEventType = 0; }, "x", ""},
-            {"a title of blanks passes; a reminder without lead time fails",
-             [](auto& i) { i.setNotiForThisEvent = true; }, "  ", kAlertNoti},
-            {"lead time 0 is a choice",
-             [](auto& i) {
-                 i.setNotiForThisEvent = true;
-                 i.notiFuncSelectedType = 0;
-             },
-             "x", ""},
-            {"sharing without a group, after a failing reminder",
-             [](auto& i) {
-                 i.setNotiForThisEvent = true;
-                 i.shareToOtherPeople = true;
-             },
-             "x", kAlertNoti},
-            {"sharing without a group", [](auto& i) { i.shareToOtherPeople = true; }, "x",
-             kAlertShare},
-            {"sharing with a group that is not stored",
-             [](auto& i) {
-                 i.shareToOtherPeople = true;
-                 i.eventShareGroupId = std::string("G2");
-                 i.GroupIdForThisEvent = std::string("G1");
-             },
-             "x", kAlertShare},
-            {"sharing with a stored group",
-             [](auto& i) {
-                 i.shareToOtherPeople = true;
-                 i.eventShareGroupId = std::string("G1");
-             },
-             "x", ""},
-        };
-        for (const auto& c : cases) {
-            AddNewEventForm form;
-            form.resetAllData();
-            c.inputs(inputs_);
-            form.setTitleForEventInfo(c.title);
-            const QString expected = c.expected.isEmpty() ? kAlertNothingChanged : c.expected;
-            QVERIFY2(form.alertMessageKey() == expected, c.name);
-            QCOMPARE(form.confirmAction(), c.expected.isEmpty() ? Action::Add : Action::Alert);
-            form.setEditOrAddNewEventCheckValue(true);
-            QCOMPARE(form.confirmAction(), c.expected.isEmpty() ? Action::Save : Action::Alert);
-        }
+    void checksFailInTheirOrder_data() {
+        QTest::addColumn<int>("type");      // -1: repeat off, else repeat on with this type
+        QTest::addColumn<QString>("week");  // "-": no list at all
+        QTest::addColumn<int>("notiType");  // -1: reminder off; 10 is no lead time chosen
+        QTest::addColumn<QString>("share"); // "-": sharing off, else "picked group/event's group"
+        QTest::addColumn<QString>("title");
+        QTest::addColumn<QString>("alert"); // "" when every check passes
+        QTest::newRow("repeat without type, no title: the repeat speaks first")
+            << 0 << "-" << -1 << "-"
+            << "" << kAlertRepeat;
+        QTest::newRow("weekly, empty week") << 2 << "" << -1 << "-"
+                                            << "t" << kAlertRepeat;
+        QTest::newRow("monthly, no list") << 3 << "-" << -1 << "-"
+                                          << "t" << kAlertRepeat;
+        QTest::newRow("unknown type") << 9 << "-" << -1 << "-"
+                                      << "t" << kAlertRepeat;
+        QTest::newRow("a type beyond yearly that passes") << 8 << "-" << -1 << "-"
+                                                          << "t"
+                                                          << "";
+        QTest::newRow("weekly with days, no title") << 2 << "3" << -1 << "-"
+                                                    << "" << kAlertTitle;
+        QTest::newRow("repeat off needs no type") << -1 << "-" << -1 << "-"
+                                                  << "x"
+                                                  << "";
+        QTest::newRow("a title of blanks passes; no lead time fails") << -1 << "-" << 10 << "-"
+                                                                      << "  " << kAlertNoti;
+        QTest::newRow("lead time 0 is a choice") << -1 << "-" << 0 << "-"
+                                                 << "x"
+                                                 << "";
+        QTest::newRow("sharing without group, after a failing reminder") << -1 << "-" << 10 << "/"
+                                                                         << "x" << kAlertNoti;
+        QTest::newRow("sharing without group") << -1 << "-" << -1 << "/"
+                                               << "x" << kAlertShare;
+        QTest::newRow("sharing with a group not stored") << -1 << "-" << -1 << "G2/G1"
+                                                         << "x" << kAlertShare;
+        QTest::newRow("sharing with a stored group") << -1 << "-" << -1 << "G1/"
+                                                     << "x"
+                                                     << "";
     }
-
-    void alertActionTogglesTheAlertAndWritesNothing() {
+    void checksFailInTheirOrder() {
+        QFETCH(int, type);
+        QFETCH(QString, week);
+        QFETCH(int, notiType);
+        QFETCH(QString, share);
+        QFETCH(QString, title);
+        QFETCH(QString, alert);
+        auto s = Store::open();
+        s.write([&] { s.add(shareGroup{"G1", "Family", 0, "", ""}); });
         AddNewEventForm form;
-        form.appeared();
-        QSignalSpy dismissed(&form, &AddNewEventForm::dismissRequested);
-        form.confirm();
-        QVERIFY(form.alertForRequiredMoreInfo());
-        QCOMPARE(form.alertMessageKey(), QString(kAlertTitle));
-        QCOMPARE(Store::open().count<eventInfo>(), 0);
-        QCOMPARE(dismissed.count(), 0);
+        form.resetAllData();
+        inputs_.eventRepeatOrNot = type >= 0;
+        inputs_.newEventType = std::max(type, 0);
+        if (week != "-") {
+            inputs_.weekArrayForAppStorageList =
+                encodeDayListArchive(week.isEmpty() ? std::vector<std::int64_t>{}
+                                                    : std::vector<std::int64_t>{week.toLongLong()});
+        }
+        inputs_.setNotiForThisEvent = notiType >= 0;
+        if (notiType >= 0) {
+            inputs_.notiFuncSelectedType = notiType;
+        }
+        inputs_.shareToOtherPeople = share != "-";
+        if (share != "-") {
+            inputs_.eventShareGroupId = share.section('/', 0, 0).toStdString();
+            inputs_.GroupIdForThisEvent = share.section('/', 1, 1).toStdString();
+        }
+        form.setTitleForEventInfo(title);
+        QCOMPARE(form.alertMessageKey(), alert.isEmpty() ? QString(kAlertNothingChanged) : alert);
+        QCOMPARE(form.confirmAction(), alert.isEmpty() ? Action::Add : Action::Alert);
+        form.setEditOrAddNewEventCheckValue(true);
+        QCOMPARE(form.confirmAction(), alert.isEmpty() ? Action::Save : Action::Alert);
     }
 
     void resetClearsTheInputsAndAFreshFormFillsTheDates() {

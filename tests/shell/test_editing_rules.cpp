@@ -340,43 +340,6 @@ private slots:
             std::int64_t(0));
     }
 
-    void editRepeatPageWritesFieldByFieldInOrder() {
-        storeEvents({weeklyEvent()});
-        Setting<bool>("ALL_APP_cloudkitFuncStatus", false).set(true);
-        EditRepeatRuleModel model;
-        model.setEventId("W");
-        QVERIFY(model.exists());
-        QVERIFY(!model.canSave());
-        QCOMPARE(model.intervalValue(), 2);
-        QCOMPARE(model.weekList(), (QVariantList{1, 3}));
-
-        model.setEventType(1);
-        model.setTime(7, 30);
-        model.setIntervalValue(4);
-        model.setEndDate(2026, 7, 1);
-        QVERIFY(model.canSave());
-
-        fixture_.log()->clear();
-        FieldWriteRecorder recorder("W");
-        QVERIFY(model.save());
-        // The end date's year is written too, unchanged ("-").
-        QCOMPARE(recorder.commits(),
-                 (QStringList{"eventType", "eventDateWhenEveryDayHour", "eventDateWhenEveryDayMin",
-                              "eventNotiOrNot", "eventDateWhenCustomizeRepeatTimes", "-",
-                              "eventEndDateMonth", "eventEndDateDay"}));
-        const eventInfo after = stored("W");
-        QCOMPARE(after.eventType, std::int64_t(1));
-        QCOMPARE(after.eventDateWhenEveryDayHour, std::int64_t(7));
-        QCOMPARE(after.eventDateWhenCustomizeRepeatTimes, std::int64_t(5));
-        QVERIFY(!after.eventNotiOrNot);
-        QCOMPARE(after.eventNotiType, std::int64_t(5)); // only the switch goes off
-        // Eight writes: eight uploads and eight publications, alternating.
-        QCOMPARE(fixture_.log()->size(), std::size_t(16));
-        QCOMPARE(fixture_.log()->at(0), std::string("cloud save Choir"));
-        QCOMPARE(fixture_.log()->at(1), std::string("widgets reload"));
-        QTRY_VERIFY(!model.canSave());
-    }
-
     void editRepeatPageWithoutEndDateOffersTenDaysAhead() {
         storeEvents({makeEvent("D", "1", [](eventInfo& e) { e.eventType = 1; })});
         EditRepeatRuleModel model;
@@ -389,34 +352,6 @@ private slots:
         QVERIFY(model.save());
         QCOMPARE(recorder.commits(), (QStringList{"eventHaveEndDateOrNot", "eventEndDateYear",
                                                   "eventEndDateMonth", "eventEndDateDay"}));
-    }
-
-    void editNotiPageWritesOffAtOnceAndConfirmsInOrder() {
-        storeEvents({weeklyEvent()});
-        EditNotiRuleModel model;
-        model.setEventId("W");
-        QCOMPARE(model.codes(), (QVariantList{4, 5}));
-        QVERIFY(model.notiOn());
-        QCOMPARE(model.selectedCode(), 5);
-        QVERIFY(model.needsTime());
-        QVERIFY(model.canConfirm());
-
-        FieldWriteRecorder recorder("W");
-        model.setNotiOn(false);
-        QCOMPARE(recorder.commits(), QStringList{"eventNotiOrNot"});
-        QVERIFY(!stored("W").eventNotiOrNot);
-        model.setNotiOn(true);
-        QCOMPARE(recorder.commits().size(), 1); // turning it on waits for the confirm
-
-        model.selectCode(4);
-        model.setTime(21, 0);
-        QVERIFY(model.confirm());
-        QCOMPARE(recorder.commits(), (QStringList{"eventNotiOrNot", "eventNotiOrNot",
-                                                  "eventNotiType", "eventNotiDateDayHour", "-"}));
-        const eventInfo after = stored("W");
-        QVERIFY(after.eventNotiOrNot);
-        QCOMPARE(after.eventNotiType, std::int64_t(4));
-        QCOMPARE(after.eventNotiDateDayHour, std::int64_t(21));
     }
 
     // --- add pages: the form's settings ------------------------------------------------------
@@ -637,6 +572,7 @@ private slots:
         QVERIFY(findChildItem(findChildItem(page, "notiCode5"), "checkmark")->isVisible());
         QTRY_COMPARE(findChildItem(page, "hourWheel")->property("currentIndex").toInt(), 9);
 
+        FieldWriteRecorder recorder("W");
         tap(page, "notiSwitch");
         QVERIFY(!stored("W").eventNotiOrNot); // written without a confirm
         QVERIFY(!findChildItem(page, "notiEditor")->isVisible());
@@ -646,6 +582,9 @@ private slots:
         tap(page, "shortcut1200");
         tap(page, "confirmButton");
         QCOMPARE(depth(), 1);
+        // The minute is written too, unchanged ("-").
+        QCOMPARE(recorder.commits(), (QStringList{"eventNotiOrNot", "eventNotiOrNot",
+                                                  "eventNotiType", "eventNotiDateDayHour", "-"}));
         const eventInfo after = stored("W");
         QVERIFY(after.eventNotiOrNot);
         QCOMPARE(after.eventNotiType, std::int64_t(4));

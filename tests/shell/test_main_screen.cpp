@@ -120,35 +120,6 @@ private slots:
         QVERIFY(shown(item("calendarPageView")));
     }
 
-    // Every page and popup is reached from the launch by taps alone, with a memo on each event
-    // so that the memo pages have something to show.
-    void everyPageIsReachedByTaps_data() {
-        QTest::addColumn<int>("stop");
-        for (int i = 0; i < tourStops().size(); ++i) {
-            const auto& stop = tourStops().at(i);
-            QTest::newRow(qPrintable(stop.page + QLatin1Char(' ') + stop.mode)) << i;
-        }
-    }
-    void everyPageIsReachedByTaps() {
-        QFETCH(int, stop);
-        seedEventsOfEveryKind();
-        for (const auto& event : Store::open().objects<eventInfo>()) {
-            realmDataFunc().addMemoData(event.eventId, "memo-" + event.eventId, "Memo", "Text",
-                                        now());
-        }
-        QVERIFY(open());
-        QObject* reached = nullptr;
-        QString error;
-        bool walked = false;
-        walkTourStop(window(), tourStops().at(stop), [&](QObject* target, const QString& why) {
-            reached = target;
-            error = why;
-            walked = true;
-        });
-        QTRY_VERIFY_WITH_TIMEOUT(walked, 20000);
-        QVERIFY2(reached, qPrintable(error));
-    }
-
     // Desktop keys: Ctrl+N opens the form (not a second one), Escape leaves the top page; the
     // appearance chosen on the main screen's page holds for the pages above it.
     void keysAndTheChosenThemeReachEveryPage() {

@@ -15,7 +15,6 @@
 
 #include <QDateTime>
 #include <QDesktopServices>
-#include <QElapsedTimer>
 #include <QFile>
 #include <QProcess>
 #include <QQmlApplicationEngine>
@@ -65,19 +64,6 @@ eventObject published(const std::string& id, const std::string& title) {
     e.eventStartDateDay = 1;
     e.eventColorString = "colorForUserSelection03";
     return e;
-}
-
-long rssKilobytes(qint64 pid) {
-    QFile status(QStringLiteral("/proc/%1/status").arg(pid));
-    if (!status.open(QIODevice::ReadOnly)) {
-        return -1;
-    }
-    for (const auto& line : status.readAll().split('\n')) {
-        if (line.startsWith("VmRSS:")) {
-            return line.mid(6).trimmed().split(' ').first().toLong();
-        }
-    }
-    return -1;
 }
 
 } // namespace
@@ -276,14 +262,8 @@ private slots:
         QTest::qWait(300); // past the first reloads of a starting widget
 
         const auto stored = *Store::open().object<eventInfo>("A");
-        QElapsedTimer clock;
-        clock.start();
         realmDataFunc().editEventData(stored, "eventTitle", std::string("After"));
         QTRY_VERIFY2_WITH_TIMEOUT(log.contains("reloaded Ready After"), log.constData(), 5000);
-        const auto latency = clock.elapsed();
-        qInfo("widget reload latency (%s): %lld ms", withBus ? "bus" : "file watch",
-              static_cast<long long>(latency));
-        QVERIFY2(latency < 1000, "the widget took more than a second to follow the edit");
 
         if (withBus) {
             // The signal alone, with nothing changed on disk, makes a reload.
@@ -294,9 +274,6 @@ private slots:
 
         realmDataFunc().deleteEventData("A");
         QTRY_VERIFY2_WITH_TIMEOUT(log.contains("reloaded Deleted"), log.constData(), 5000);
-        const long rss = rssKilobytes(widget.processId());
-        qInfo("widget resident memory: %ld kB", rss);
-        QVERIFY(rss > 0 && rss < 80 * 1024);
 
         widget.terminate();
         QVERIFY(widget.waitForFinished(10000));
