@@ -15,6 +15,7 @@
 #include <iterator>
 #include <libical/ical.h>
 #include <map>
+#include <memory>
 #include <mutex>
 #include <nlohmann/json.hpp>
 #include <unordered_map>
@@ -30,11 +31,15 @@ icaltimezone* zoneFor(const std::string& zoneId) {
     if (zoneId == "UTC" || zoneId == "Etc/UTC" || zoneId == "GMT" || zoneId == "Etc/GMT") {
         return icaltimezone_get_utc_timezone();
     }
+    // Made once per zone and kept for the process; freed with it (with their descriptions).
+    struct ZoneFree {
+        void operator()(icaltimezone* zone) const { icaltimezone_free(zone, 1); }
+    };
     static std::mutex mutex;
-    static std::map<std::string, icaltimezone*> zones;
+    static std::map<std::string, std::unique_ptr<icaltimezone, ZoneFree>> zones;
     std::lock_guard lock(mutex);
     if (const auto known = zones.find(zoneId); known != zones.end()) {
-        return known->second;
+        return known->second.get();
     }
     icaltimezone* zone = nullptr;
     if (icaltimezone* builtin = icaltimezone_get_builtin_timezone(zoneId.c_str())) {
@@ -44,7 +49,7 @@ icaltimezone* zoneFor(const std::string& zoneId) {
         zone = icaltimezone_new();
         icaltimezone_set_component(zone, description);
     }
-    zones[zoneId] = zone;
+    zones[zoneId].reset(zone);
     return zone;
 }
 
