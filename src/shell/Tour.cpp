@@ -280,6 +280,10 @@ struct Walk {
     int patienceMs;
     int next = 0;
     int waitedMs = 0;
+    /// Where the item to tap was at the last poll: a tap waits until it stands still, so that a
+    /// page still sliding in (slow on a busy machine) isn't tapped beside its target.
+    QPointer<QQuickItem> lastItem = nullptr;
+    QRectF lastRect = {};
 };
 
 constexpr int kPollMs = 50;
@@ -318,9 +322,18 @@ void step(const std::shared_ptr<Walk>& walk) {
     }
     auto* item = visualOf(found);
     bringIntoView(item);
+    const QRectF rect = item->mapRectToScene(item->boundingRect());
+    if ((item != walk->lastItem || rect != walk->lastRect) && walk->waitedMs < walk->patienceMs) {
+        walk->lastItem = item;
+        walk->lastRect = rect;
+        walk->waitedMs += kPollMs;
+        QTimer::singleShot(kPollMs, walk->window, [walk] { step(walk); });
+        return;
+    }
     swipe ? swipeLeft(walk->window, item) : tap(walk->window, item);
     ++walk->next;
     walk->waitedMs = 0;
+    walk->lastItem = nullptr;
     QTimer::singleShot(kSettleMs, walk->window, [walk] { step(walk); });
 }
 
