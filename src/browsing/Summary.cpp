@@ -1,10 +1,10 @@
 #include "browsing/Summary.h"
 
-#include "browsing/EventRowModel.h"
 #include "engine/computeFunc.h"
 #include "engine/eventDateCompute.h"
 #include "platform/linux/QtDispatcher.h"
 #include "records/EventCodes.h"
+#include "toolkit/EventRowModel.h"
 
 #include <algorithm>
 

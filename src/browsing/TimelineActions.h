@@ -13,11 +13,16 @@ namespace tidemark {
 class TimelineActions : public QObject {
     Q_OBJECT
     QML_ELEMENT
+    /// The chosen scheme (ColorScheme): the first of the three flags that is set, in the order of
+    /// the enumeration; -1 while none is.
+    Q_PROPERTY(int colorScheme READ colorScheme NOTIFY colorSchemeChanged)
 public:
     enum ColorScheme { AlwaysLight = 0, AlwaysDark = 1, FollowSystem = 2 };
     Q_ENUM(ColorScheme)
 
-    using QObject::QObject;
+    explicit TimelineActions(QObject* parent = nullptr);
+
+    int colorScheme() const;
 
     /// On each appearance of the timeline: drops every pending reminder request and plans them
     /// afresh from the store.
@@ -27,11 +32,15 @@ public:
     /// to "Light", "Dark" or "Default".
     Q_INVOKABLE void chooseColorScheme(int scheme);
 
+signals:
+    void colorSchemeChanged();
+
 private:
     Setting<bool> colorSchemeSetToAlwaysLight_{"colorSchemeSetToAlwaysLight", false};
     Setting<bool> colorSchemeSetToAlwaysDark_{"colorSchemeSetToAlwaysDark", false};
     Setting<bool> colorSchemeSetToFollowSystem_{"colorSchemeSetToFollowSystem", false};
     Setting<Theme> userTheme_{"APP_UI_systemColorTheme", Theme::systemDefault};
+    ObservationToken schemeObservations_[3];
 };
 
 } // namespace tidemark

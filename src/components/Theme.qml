@@ -22,9 +22,11 @@ QtObject {
     readonly property int radiusLarge: 16
     readonly property int fontCaption: 12
     readonly property int fontSmall: 13
+    readonly property int fontSubhead: 14
     readonly property int fontBody: 15
     readonly property int fontBodyLarge: 16
     readonly property int fontTitle: 17
+    readonly property int fontEmphasis: 18
     readonly property int fontHeader: 20
     readonly property int fontHeadline: 22
     readonly property int fontLargeTitle: 28

@@ -7,14 +7,11 @@
 #include <QDateTime>
 #include <QObject>
 #include <QPointer>
-#include <QtQml/qqmlregistration.h>
 
 namespace tidemark {
 
 class CalendarPage : public QObject {
     Q_OBJECT
-    QML_ELEMENT
-    QML_UNCREATABLE("made by the app for its window")
     /// The selected day; invalid means "now".
     Q_PROPERTY(QDateTime todayDateForDatePickerDefault READ todayDateForDatePickerDefault WRITE
                    setTodayDateForDatePickerDefault NOTIFY todayDateForDatePickerDefaultChanged)

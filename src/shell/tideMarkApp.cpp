@@ -14,13 +14,25 @@
 #include <QtQml>
 
 namespace tidemark {
+namespace {
+tideMarkApp* currentApp = nullptr;
+} // namespace
 
 tideMarkApp::tideMarkApp(QObject* parent) : QObject(parent) {
     themeObservation_ =
         userTheme.observe([this] { emit preferredColorSchemeChanged(); }, queuedOn(this));
+    currentApp = this;
 }
 
-tideMarkApp::~tideMarkApp() = default;
+tideMarkApp::~tideMarkApp() {
+    if (currentApp == this) {
+        currentApp = nullptr;
+    }
+}
+
+tideMarkApp* tideMarkApp::current() {
+    return currentApp;
+}
 
 DataStore* tideMarkApp::dataStore() {
     if (!dataStore_) {
@@ -58,12 +70,8 @@ bool tideMarkApp::launch(QQmlApplicationEngine& engine) {
     connect(systemColorScheme_.get(), &SystemColorScheme::darkChanged, this,
             &tideMarkApp::preferredColorSchemeChanged);
 
-    qmlRegisterSingletonInstance("TideMark", 1, 0, "DataStore", dataStore());
-    qmlRegisterSingletonInstance("TideMark", 1, 0, "TideMarkApp", this);
-    qmlRegisterSingletonInstance("TideMark", 1, 0, "Haptics", &haptics_);
     registerQmlTypes();
-    auto* calendarPage = new CalendarPage(dataStore(), this);
-    engine.rootContext()->setContextProperty("calendarPage", calendarPage);
+    calendarPage_ = new CalendarPage(dataStore(), this);
 
     engine.load(moduleFileUrl(QStringLiteral("Main.qml")));
     return !engine.rootObjects().isEmpty();

@@ -16,8 +16,9 @@
 class QQmlApplicationEngine;
 
 namespace tidemark {
+class CalendarPage;
 class SystemColorScheme;
-}
+} // namespace tidemark
 
 namespace tidemark {
 
@@ -44,7 +45,13 @@ public:
     /// The one DataStore of the process, made on first use.
     DataStore* dataStore();
     /// The haptic feedback of the window (QML singleton "Haptics").
-    Haptics* haptics() { return &haptics_; }
+    Haptics* haptics() { return Haptics::instance(); }
+    /// The calendar page's C++ side, made by launch().
+    CalendarPage* calendarPage() { return calendarPage_; }
+
+    /// The app of this process (the last one made and not yet gone), which the window's
+    /// singletons "TideMarkApp", "DataStore" and "CalendarPage" are taken from.
+    static tideMarkApp* current();
 
     QString preferredColorScheme() const;
 
@@ -69,7 +76,7 @@ signals:
 private:
     AppDelegate appDelegate_;
     std::unique_ptr<DataStore> dataStore_;
-    Haptics haptics_;
+    CalendarPage* calendarPage_ = nullptr;
     ObservationToken themeObservation_;
     std::unique_ptr<SystemColorScheme> systemColorScheme_;
 };

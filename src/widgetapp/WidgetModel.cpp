@@ -1,11 +1,11 @@
 #include "widgetapp/WidgetModel.h"
 
-#include "browsing/EventRowModel.h"
 #include "calendar/Calendar.h"
 #include "engine/Occurrences.h"
 #include "platform/linux/DBusWidgetCenter.h"
 #include "records/Defaults.h"
 #include "records/SettingsKeys.h"
+#include "toolkit/EventRowModel.h"
 #include "widgets/IntentHandler.h"
 
 #include <QCoreApplication>

@@ -290,14 +290,14 @@ ApplicationWindow {
     visible: true
     Material.theme: %1 ? Material.Dark : Material.Light
     Material.accent: Material.Teal
-    function pushPage(file, properties) {
-        return stack.push(Qt.resolvedUrl(file), properties, StackView.Immediate)
+    function pushPage(url, properties) {
+        return stack.push(url, properties, StackView.Immediate)
     }
     %2
 }
 )")
                              .arg(dark ? "true" : "false", body);
-    component.setData(host.toUtf8(), moduleFileUrl(QStringLiteral("TestHost.qml")));
+    component.setData(host.toUtf8(), QUrl(QStringLiteral("qrc:/TestHost.qml")));
     QObject* root = component.create();
     if (!root) {
         qWarning() << component.errors();
@@ -320,8 +320,8 @@ QQuickItem* PageHost::push(QQmlEngine& engine, const QString& file, const QVaria
         return nullptr;
     }
     QVariant page;
-    QMetaObject::invokeMethod(root, "pushPage", Q_RETURN_ARG(QVariant, page), Q_ARG(QVariant, file),
-                              Q_ARG(QVariant, properties));
+    QMetaObject::invokeMethod(root, "pushPage", Q_RETURN_ARG(QVariant, page),
+                              Q_ARG(QVariant, moduleFileUrl(file)), Q_ARG(QVariant, properties));
     if (!QTest::qWaitFor([&] { return settled(); })) {
         return nullptr;
     }

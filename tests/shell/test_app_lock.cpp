@@ -47,7 +47,6 @@ private slots:
     void initTestCase() {
         installTranslations(*QCoreApplication::instance(), "en_US");
         registerQmlTypes();
-        qmlRegisterSingletonInstance("TideMark", 1, 0, "Haptics", new Haptics(this));
         trapWarnings();
     }
     void init() {

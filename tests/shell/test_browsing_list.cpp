@@ -2,10 +2,10 @@
 // a fixed clock (10:00 on Tuesday 10 March 2026 in Berlin).
 #include "QtTestSupport.h"
 #include "base/Localize.h"
-#include "browsing/EventRowModel.h"
 #include "browsing/TimelineList.h"
 #include "records/DayListArchive.h"
 #include "shell/Translations.h"
+#include "toolkit/EventRowModel.h"
 
 #include <QCoreApplication>
 #include <QTest>

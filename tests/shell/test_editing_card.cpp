@@ -147,9 +147,6 @@ private slots:
         installTranslations(*QCoreApplication::instance(), "en_US");
         registerQmlTypes();
         app_ = std::make_unique<tideMarkApp>();
-        qmlRegisterSingletonInstance("TideMark", 1, 0, "TideMarkApp", app_.get());
-        qmlRegisterSingletonInstance("TideMark", 1, 0, "Haptics", app_->haptics());
-        // One engine for all: the singletons above belong to the first engine that uses them.
         engine_ = std::make_unique<QQmlEngine>();
     }
 

@@ -32,11 +32,6 @@ Q_DECLARE_METATYPE(DraftEdit)
 
 namespace {
 
-Haptics* testHaptics() {
-    static auto* haptics = new Haptics;
-    return haptics;
-}
-
 using Codes = std::vector<std::int64_t>;
 
 QString listText(const Codes& list) {
@@ -127,12 +122,6 @@ private slots:
         environment_ = std::make_unique<ScopedCalendarEnvironment>(
             fixedEnvironment("Europe/Berlin", "en_US", 2026, 3, 10, 10, 0));
         installTranslations(*QCoreApplication::instance(), "en_US");
-        // One Haptics for every window's engine, so that the test can count the feedbacks.
-        qmlRegisterSingletonType<Haptics>(
-            "TideMark", 1, 0, "Haptics", [](QQmlEngine*, QJSEngine*) -> QObject* {
-                QQmlEngine::setObjectOwnership(testHaptics(), QQmlEngine::CppOwnership);
-                return testHaptics();
-            });
         registerQmlTypes();
         engine_ = std::make_unique<QQmlEngine>();
     }
@@ -448,10 +437,10 @@ private slots:
         QCOMPARE(depth(), 2);
         QVERIFY(findChildItem(page, "noTypeText")->isVisible());
         QCOMPARE(symbolOf(page, "confirmButton"), QString("keyboard.badge.ellipsis"));
-        const int haptics = testHaptics()->requestCount();
+        const int haptics = Haptics::instance()->requestCount();
         tap(page, "confirmButton");
         QCOMPARE(depth(), 2); // an incomplete rule can't be confirmed
-        QCOMPARE(testHaptics()->requestCount(), haptics + 1);
+        QCOMPARE(Haptics::instance()->requestCount(), haptics + 1);
 
         tap(page, "typeSegment2");
         QVERIFY(findChildItem(page, "weekdayGrid")->isVisible());
@@ -464,7 +453,7 @@ private slots:
         tap(page, "weekdayShortcut");
         QVERIFY(findChildItem(page, "weekdayShortcut")->property("selected").toBool());
         QCOMPARE(listText(decodeDayListArchive(week.get())), QString("1,2,3,4,5"));
-        QCOMPARE(testHaptics()->requestCount(), haptics + 7);
+        QCOMPARE(Haptics::instance()->requestCount(), haptics + 7);
         QCOMPARE(symbolOf(page, "confirmButton"), QString("checkmark"));
 
         tap(page, "typeSegment3");

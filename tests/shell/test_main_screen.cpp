@@ -39,10 +39,7 @@ private:
 
     QQuickWindow* window() const { return app_.window(); }
     QQuickItem* item(const QString& name) const { return app_.item(name); }
-    CalendarPage* calendarPage() const {
-        return qobject_cast<CalendarPage*>(
-            app_.engine->rootContext()->contextProperty("calendarPage").value<QObject*>());
-    }
+    CalendarPage* calendarPage() const { return app_.app->calendarPage(); }
     MonthModel* monthModel() const {
         auto* calendar = item("calendar");
         return calendar ? calendar->property("model").value<MonthModel*>() : nullptr;

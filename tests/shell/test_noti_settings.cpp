@@ -73,7 +73,6 @@ private slots:
     void initTestCase() {
         installTranslations(*QCoreApplication::instance(), "en_US");
         registerQmlTypes();
-        qmlRegisterSingletonInstance("TideMark", 1, 0, "Haptics", new Haptics(this));
     }
     void init() { storage_ = std::make_unique<IsolatedStorage>(); }
     void cleanup() {
@@ -204,9 +203,7 @@ private slots:
 
 private:
     QQuickItem* openPage() {
-        return host_.push(
-            engine_,
-            moduleFileUrl(QStringLiteral("SettingViewSubViewForNotiSetting.qml")).toString());
+        return host_.push(engine_, QStringLiteral("SettingViewSubViewForNotiSetting.qml"));
     }
     QQmlEngine engine_;
     PageHost host_;

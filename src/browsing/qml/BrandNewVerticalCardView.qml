@@ -2,7 +2,8 @@ import QtQuick
 import QtQuick.Controls
 import QtQuick.Controls.Material
 import QtQuick.Layouts
-import TideMark
+import TideMark.Toolkit
+import TideMark.Browsing
 import TideMark.Components
 
 // The events of the filtered list as a vertical stack of cards (StackedCardsList); a tap on a
@@ -36,7 +37,7 @@ Page {
         anchors.fill: parent
         dark: page.dark
         stackedDisplayCount: 3; opacityDisplayCount: 3; disablesOpacityEffect: true; itemHeight: 250; spacing: 20
-        onCardRequested: id => page.StackView.view.push(Qt.resolvedUrl("CardViewForEventObject.qml"), { eventId: id })
+        onCardRequested: id => page.StackView.view.push(cardViewForEventObject, { eventId: id })
     }
 
     Rectangle {
@@ -46,7 +47,7 @@ Page {
         y: 12
         width: parent.width - 32
         height: 140
-        radius: 16
+        radius: Theme.radiusLarge
         color: page.tone.cardBackground
         border.color: page.tone.cardBorder
         Label {
@@ -55,8 +56,11 @@ Page {
             text: qsTrId("notiObjectsCountZero")
             horizontalAlignment: Text.AlignHCenter
             wrapMode: Text.Wrap
-            font.pixelSize: 15
+            font.pixelSize: Theme.fontBody
             color: page.tone.secondaryText
         }
     }
+
+    // The pages and popups this one opens.
+    Component { id: cardViewForEventObject; CardViewForEventObject {} }
 }

@@ -2,7 +2,8 @@ import QtQuick
 import QtQuick.Controls
 import QtQuick.Controls.Material
 import QtQuick.Layouts
-import TideMark
+import TideMark.Toolkit
+import TideMark.Browsing
 import TideMark.Components
 
 // The filter page: the shared filter choices under the page's navigation title. Pushed onto a
@@ -32,7 +33,7 @@ Page {
             Label {
                 objectName: "navigationTitle"
                 text: page.title
-                font.pixelSize: 20
+                font.pixelSize: Theme.fontHeader
                 font.weight: Font.DemiBold
                 color: page.colors.primaryText
                 Layout.fillWidth: true

@@ -2,7 +2,8 @@ import QtQuick
 import QtQuick.Controls
 import QtQuick.Controls.Material
 import QtQuick.Layouts
-import TideMark
+import TideMark.Toolkit
+import TideMark.Browsing
 import TideMark.Components
 
 // The event list tab: every time it comes on screen the kind filter goes back to all events, then
@@ -36,8 +37,8 @@ Page {
         implicitHeight: 48
         RowLayout {
             anchors.fill: parent
-            anchors.leftMargin: 8
-            anchors.rightMargin: 8
+            anchors.leftMargin: Theme.spacing
+            anchors.rightMargin: Theme.spacing
             KindFilterButton {
                 objectName: "kindTitle"
                 title: rowsList.listModel.kindMenuTitle
@@ -52,12 +53,12 @@ Page {
                     Label {
                         text: Symbols.glyph("timeline.selection")
                         font.family: Symbols.fontFamily
-                        font.pixelSize: 20
+                        font.pixelSize: Theme.fontHeader
                         color: Theme.named("tabBarIconColorForSelected", page.dark)
                     }
                     Label {
                         text: qsTrId("timelineButtonStringAtEventList")
-                        font.pixelSize: 15
+                        font.pixelSize: Theme.fontBody
                         color: Theme.named("tabBarIconColorForSelected", page.dark)
                     }
                 }

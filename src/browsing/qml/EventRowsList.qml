@@ -2,7 +2,7 @@ import QtQuick
 import QtQuick.Controls
 import QtQuick.Controls.Material
 import QtQuick.Layouts
-import TideMark
+import TideMark.Browsing
 import TideMark.Components
 
 // The rows of the filtered list, one event row each, with the "nothing here" box when the list is
@@ -22,12 +22,12 @@ ListView {
 
     readonly property ThemeColors colors: Theme.colors(list.dark)
 
-    spacing: 12
+    spacing: Theme.spacingMedium
     clip: true
-    topMargin: 8
+    topMargin: Theme.spacing
     bottomMargin: 24
-    leftMargin: 16
-    rightMargin: 16
+    leftMargin: Theme.spacingLarge
+    rightMargin: Theme.spacingLarge
     boundsBehavior: Flickable.StopAtBounds
     model: FilteredEventListModel { id: rows }
 
@@ -49,8 +49,8 @@ ListView {
             objectName: "emptyBox"
             visible: rows.showEmptyBox
             anchors.fill: parent
-            anchors.topMargin: 4
-            radius: 16
+            anchors.topMargin: Theme.spacingSmall
+            radius: Theme.radiusLarge
             color: list.colors.cardBackground
             border.color: list.colors.cardBorder
             Label {
@@ -59,7 +59,7 @@ ListView {
                 text: qsTrId("notiObjectsCountZero")
                 horizontalAlignment: Text.AlignHCenter
                 wrapMode: Text.Wrap
-                font.pixelSize: 15
+                font.pixelSize: Theme.fontBody
                 color: list.colors.secondaryText
             }
         }

@@ -2,7 +2,8 @@ import QtQuick
 import QtQuick.Controls
 import QtQuick.Controls.Material
 import QtQuick.Layouts
-import TideMark
+import TideMark.Toolkit
+import TideMark.Browsing
 import TideMark.Components
 
 // The day view with one chosen event: the page's menu (card or details), the date range menu of
@@ -36,7 +37,7 @@ Page {
     onGoToSelectExactEventPageChanged: {
         if (goToSelectExactEventPage) {
             goToSelectExactEventPage = false
-            page.StackView.view.push(Qt.resolvedUrl("SelectOneEventForEventView.qml"))
+            page.StackView.view.push(selectOneEventForEventView)
         }
     }
 
@@ -69,7 +70,7 @@ Page {
 
             RowLayout {
                 Layout.fillWidth: true
-                spacing: 8
+                spacing: Theme.spacing
                 ComboBox {
                     objectName: "eventViewMenu"
                     Layout.fillWidth: true
@@ -89,7 +90,7 @@ Page {
             Label {
                 objectName: "todayString"
                 text: qsTrId("eventViewTodayLabel").arg(dayModel.todayString).arg(dayModel.todayStringHour)
-                font.pixelSize: 15
+                font.pixelSize: Theme.fontBody
                 font.weight: Font.DemiBold
                 color: page.tone.primaryText
             }
@@ -101,7 +102,7 @@ Page {
                 dark: page.dark
                 Layout.fillWidth: true
                 Layout.preferredHeight: 220
-                onCardRequested: id => page.StackView.view.push(Qt.resolvedUrl("CardViewForEventObject.qml"), { eventId: id })
+                onCardRequested: id => page.StackView.view.push(cardViewForEventObject, { eventId: id })
             }
 
             CardEventRow {
@@ -119,7 +120,7 @@ Page {
                 implicitHeight: chosen.exists ? 52 : 120
                 onClicked: page.goToSelectExactEventPage = true
                 background: Rectangle {
-                    radius: 16
+                    radius: Theme.radiusLarge
                     color: page.tone.cardBackground
                     border.color: page.tone.cardBorder
                 }
@@ -128,7 +129,7 @@ Page {
                     horizontalAlignment: Text.AlignHCenter
                     verticalAlignment: Text.AlignVCenter
                     wrapMode: Text.Wrap
-                    font.pixelSize: 15
+                    font.pixelSize: Theme.fontBody
                     color: Theme.named("tabBarIconColorForSelected", page.dark)
                 }
             }
@@ -138,7 +139,7 @@ Page {
                 Layout.fillWidth: true
                 Layout.preferredHeight: 64
                 orientation: ListView.Horizontal
-                spacing: 8
+                spacing: Theme.spacing
                 clip: true
                 model: dayModel.dateData
                 delegate: Rectangle {
@@ -147,7 +148,7 @@ Page {
                     required property int index
                     width: 96
                     height: 64
-                    radius: 14
+                    radius: Theme.radiusCard
                     color: index === 0 ? Theme.named("tabBarIconColorForSelected", page.dark) : page.tone.cardBackground
                     border.color: page.tone.cardBorder
                     Column {
@@ -155,14 +156,14 @@ Page {
                         Label {
                             anchors.horizontalCenter: parent.horizontalCenter
                             text: dateCell.modelData.slice(8, 10)
-                            font.pixelSize: 20
+                            font.pixelSize: Theme.fontHeader
                             font.weight: Font.Bold
                             color: dateCell.index === 0 ? page.tone.selectedText : page.tone.primaryText
                         }
                         Label {
                             anchors.horizontalCenter: parent.horizontalCenter
                             text: dateCell.modelData.slice(0, 7)
-                            font.pixelSize: 12
+                            font.pixelSize: Theme.fontCaption
                             color: dateCell.index === 0 ? page.tone.selectedText : page.tone.secondaryText
                         }
                     }
@@ -170,4 +171,8 @@ Page {
             }
         }
     }
+
+    // The pages and popups this one opens.
+    Component { id: selectOneEventForEventView; SelectOneEventForEventView {} }
+    Component { id: cardViewForEventObject; CardViewForEventObject {} }
 }

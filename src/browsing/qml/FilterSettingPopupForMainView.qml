@@ -2,7 +2,7 @@ import QtQuick
 import QtQuick.Controls
 import QtQuick.Controls.Material
 import QtQuick.Layouts
-import TideMark
+import TideMark.Browsing
 import TideMark.Components
 
 // The filter choices in a popup from the bottom of the main screen. Closes on a tap outside. The
@@ -46,7 +46,7 @@ Popup {
             x: 16
             y: 12
             width: parent.width - 32
-            spacing: 4
+            spacing: Theme.spacingSmall
             Rectangle {
                 Layout.alignment: Qt.AlignHCenter
                 width: 40
@@ -56,7 +56,7 @@ Popup {
             }
             Label {
                 text: qsTrId("filterContentPageNavigationTitleStringAtFilterPage")
-                font.pixelSize: 20
+                font.pixelSize: Theme.fontHeader
                 font.weight: Font.DemiBold
                 color: popup.colors.primaryText
                 Layout.topMargin: 6

@@ -2,7 +2,8 @@ import QtQuick
 import QtQuick.Controls
 import QtQuick.Controls.Material
 import QtQuick.Layouts
-import TideMark
+import TideMark.Toolkit
+import TideMark.Browsing
 import TideMark.Components
 
 // The filter choices shared by the filter page and the filter popup: which list, ended events,
@@ -12,7 +13,7 @@ ColumnLayout {
     id: content
 
     readonly property bool dark: Material.theme === Material.Dark
-    spacing: 8
+    spacing: Theme.spacing
 
     readonly property ThemeColors colors: Theme.colors(content.dark)
     TimelineActions { id: actions }
@@ -20,12 +21,9 @@ ColumnLayout {
     AppStorage { id: kind; key: "TL_UIOptions_showWhichKindEventSelection"; defaultValue: 9 }
     AppStorage { id: colour; key: "ALL_APP_filterSelectionFromUserForColorString"; defaultValue: "-" }
     AppStorage { id: showEnded; key: "TL_UIOptions_timelineViewShowEndEventOrNot"; defaultValue: true }
-    AppStorage { id: alwaysLight; key: "colorSchemeSetToAlwaysLight"; defaultValue: false }
-    AppStorage { id: alwaysDark; key: "colorSchemeSetToAlwaysDark"; defaultValue: false }
-    AppStorage { id: followSystem; key: "colorSchemeSetToFollowSystem"; defaultValue: false }
 
     component SectionTitle: Label {
-        font.pixelSize: 13
+        font.pixelSize: Theme.fontSmall
         font.weight: Font.DemiBold
         color: content.colors.secondaryText
         Layout.topMargin: 8
@@ -38,10 +36,10 @@ ColumnLayout {
         Layout.fillWidth: true
         implicitHeight: 46
         contentItem: RowLayout {
-            spacing: 8
+            spacing: Theme.spacing
             Label {
                 text: checkRow.text
-                font.pixelSize: 15
+                font.pixelSize: Theme.fontBody
                 color: content.colors.primaryText
                 elide: Text.ElideRight
                 Layout.fillWidth: true
@@ -51,7 +49,7 @@ ColumnLayout {
                 visible: checkRow.checkedRow
                 text: Symbols.glyph("checkmark")
                 font.family: Symbols.fontFamily
-                font.pixelSize: 20
+                font.pixelSize: Theme.fontHeader
                 color: Theme.named("tabBarIconColorForSelected", content.dark)
             }
         }
@@ -61,7 +59,7 @@ ColumnLayout {
         default property alias rows: groupColumn.data
         Layout.fillWidth: true
         implicitHeight: groupColumn.implicitHeight
-        radius: 12
+        radius: Theme.radius
         color: content.colors.cardBackground
         border.color: content.colors.cardBorder
         clip: true
@@ -137,7 +135,7 @@ ColumnLayout {
                             text: Symbols.glyph(cell.modelData.length > 0 ? "checkmark" : "eraser.line.dashed.fill")
                             visible: cell.modelData.length === 0 || cell.current
                             font.family: Symbols.fontFamily
-                            font.pixelSize: 20
+                            font.pixelSize: Theme.fontHeader
                             color: cell.modelData.length > 0 ? "white" : content.colors.primaryText
                         }
                     }
@@ -150,7 +148,7 @@ ColumnLayout {
         }
         Label {
             text: qsTrId("allColorsHintStringAtFilterPage")
-            font.pixelSize: 12
+            font.pixelSize: Theme.fontCaption
             color: content.colors.secondaryText
             wrapMode: Text.Wrap
             Layout.fillWidth: true
@@ -165,7 +163,7 @@ ColumnLayout {
         RowLayout {
             Layout.fillWidth: true
             Layout.margins: 8
-            spacing: 8
+            spacing: Theme.spacing
             Repeater {
                 model: [
                     { scheme: TimelineActions.AlwaysLight, symbol: "light.max", key: "alwaysLightStringAtFilterPage" },
@@ -175,7 +173,7 @@ ColumnLayout {
                 delegate: ItemDelegate {
                     id: schemeCell
                     required property var modelData
-                    readonly property bool current: [alwaysLight, alwaysDark, followSystem][modelData.scheme].value === true
+                    readonly property bool current: actions.colorScheme === modelData.scheme
                     objectName: "schemeCell" + modelData.scheme
                     Layout.fillWidth: true
                     implicitHeight: 72
@@ -196,13 +194,13 @@ ColumnLayout {
                                 visible: schemeCell.current
                                 text: Symbols.glyph("checkmark")
                                 font.family: Symbols.fontFamily
-                                font.pixelSize: 18
+                                font.pixelSize: Theme.fontEmphasis
                                 color: Theme.named("tabBarIconColorForSelected", content.dark)
                             }
                         }
                         Label {
                             text: qsTrId(schemeCell.modelData.key)
-                            font.pixelSize: 13
+                            font.pixelSize: Theme.fontSmall
                             color: content.colors.secondaryText
                             horizontalAlignment: Text.AlignHCenter
                             elide: Text.ElideRight

@@ -1,5 +1,5 @@
 import QtQuick
-import TideMark
+import TideMark.Toolkit
 import TideMark.Components
 
 // The view that becomes an event's picture: the card's row in a frame at least 500 points wide,

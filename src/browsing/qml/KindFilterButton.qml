@@ -2,7 +2,7 @@ import QtQuick
 import QtQuick.Controls
 import QtQuick.Controls.Material
 import QtQuick.Layouts
-import TideMark
+import TideMark.Toolkit
 import TideMark.Components
 
 // The kind filter's title as a button that opens the menu of the kinds (all, one-off, repeating
@@ -26,7 +26,7 @@ ToolButton {
     onClicked: kindMenu.open()
 
     contentItem: RowLayout {
-        spacing: 4
+        spacing: Theme.spacingSmall
         Label {
             objectName: "kindMenuTitle"
             text: button.title

@@ -2,7 +2,7 @@ import QtQuick
 import QtQuick.Controls
 import QtQuick.Controls.Material
 import QtQuick.Layouts
-import TideMark
+import TideMark.Toolkit
 import TideMark.Components
 
 // One event row: colour mark, title, state symbols, type text, day count, content, dates, the
@@ -41,7 +41,7 @@ Item {
         width: parent.width
         implicitHeight: body.implicitHeight + 28
         visible: rowData.exists
-        radius: 16
+        radius: Theme.radiusLarge
         color: row.colors.cardBackground
         border.color: row.colors.cardBorder
         border.width: 1
@@ -70,12 +70,12 @@ Item {
 
             RowLayout {
                 Layout.fillWidth: true
-                spacing: 12
+                spacing: Theme.spacingMedium
 
                 ColumnLayout {
                     Layout.fillWidth: true
                     Layout.alignment: Qt.AlignTop
-                    spacing: 4
+                    spacing: Theme.spacingSmall
 
                     RowLayout {
                         Layout.fillWidth: true
@@ -83,7 +83,7 @@ Item {
                         Label {
                             objectName: "title"
                             text: rowData.title
-                            font.pixelSize: 17
+                            font.pixelSize: Theme.fontTitle
                             font.weight: Font.DemiBold
                             color: row.colors.primaryText
                             elide: Text.ElideRight
@@ -97,7 +97,7 @@ Item {
                                 required property string modelData
                                 text: Symbols.glyph(modelData)
                                 font.family: Symbols.fontFamily
-                                font.pixelSize: 16
+                                font.pixelSize: Theme.fontBodyLarge
                                 color: modelData === "star.fill" ? row.colors.starSymbol
                                                                  : row.colors.symbolTint
                             }
@@ -108,7 +108,7 @@ Item {
                         objectName: "typeText"
                         visible: text.length > 0
                         text: rowData.typeText
-                        font.pixelSize: 13
+                        font.pixelSize: Theme.fontSmall
                         font.weight: Font.Medium
                         color: row.colors.symbolTint
                     }
@@ -117,7 +117,7 @@ Item {
                         objectName: "content"
                         visible: text.length > 0
                         text: rowData.content
-                        font.pixelSize: 14
+                        font.pixelSize: Theme.fontSubhead
                         color: row.colors.secondaryText
                         wrapMode: Text.Wrap
                         maximumLineCount: 3
@@ -128,7 +128,7 @@ Item {
                     Label {
                         objectName: "dates"
                         text: rowData.datesText
-                        font.pixelSize: 13
+                        font.pixelSize: Theme.fontSmall
                         color: row.colors.secondaryText
                     }
                 }
@@ -142,7 +142,7 @@ Item {
                         objectName: "dayCountNumber"
                         visible: text.length > 0
                         text: rowData.dayCountNumber
-                        font.pixelSize: 28
+                        font.pixelSize: Theme.fontLargeTitle
                         font.weight: Font.Bold
                         color: row.colors.primaryText
                         Layout.alignment: Qt.AlignRight
@@ -185,7 +185,7 @@ Item {
                             objectName: "detailsText"
                             visible: text.length > 0
                             text: rowData.detailsText
-                            font.pixelSize: 13
+                            font.pixelSize: Theme.fontSmall
                             color: row.colors.primaryText
                             wrapMode: Text.Wrap
                             Layout.fillWidth: true
@@ -194,7 +194,7 @@ Item {
                             objectName: "nextDateText"
                             visible: rowData.nextDateText.length > 0
                             text: qsTrId("nextDateLabelStringForListRowViewForTimeline") + rowData.nextDateText
-                            font.pixelSize: 13
+                            font.pixelSize: Theme.fontSmall
                             color: row.colors.secondaryText
                             wrapMode: Text.Wrap
                             Layout.fillWidth: true

@@ -2,7 +2,8 @@ import QtQuick
 import QtQuick.Controls
 import QtQuick.Controls.Material
 import QtQuick.Layouts
-import TideMark
+import TideMark.Toolkit
+import TideMark.Browsing
 import TideMark.Components
 
 // Picks the event of the day view: every event, newest first; a tap stores its eventId and goes
@@ -30,11 +31,11 @@ Page {
         id: list
         objectName: "eventChoices"
         anchors.fill: parent
-        topMargin: 8
+        topMargin: Theme.spacing
         bottomMargin: 24
-        leftMargin: 16
-        rightMargin: 16
-        spacing: 8
+        leftMargin: Theme.spacingLarge
+        rightMargin: Theme.spacingLarge
+        spacing: Theme.spacing
         clip: true
         boundsBehavior: Flickable.StopAtBounds
         model: events.events
@@ -48,7 +49,7 @@ Page {
             width: ListView.view.width - ListView.view.leftMargin - ListView.view.rightMargin
             implicitHeight: 54
             background: Rectangle {
-                radius: 14
+                radius: Theme.radiusCard
                 color: page.tone.cardBackground
                 border.color: page.tone.cardBorder
             }
@@ -56,7 +57,7 @@ Page {
                 spacing: 10
                 Label {
                     text: choice.title
-                    font.pixelSize: 16
+                    font.pixelSize: Theme.fontBodyLarge
                     color: page.tone.primaryText
                     elide: Text.ElideRight
                     Layout.fillWidth: true
@@ -65,7 +66,7 @@ Page {
                     visible: selectedEvent.value === choice.eventId
                     text: Symbols.glyph("checkmark")
                     font.family: Symbols.fontFamily
-                    font.pixelSize: 20
+                    font.pixelSize: Theme.fontHeader
                     color: Theme.named("tabBarIconColorForSelected", page.dark)
                 }
             }

@@ -3,7 +3,8 @@ import QtQuick.Controls
 import QtQuick.Controls.Material
 import QtQuick.Dialogs
 import QtQuick.Layouts
-import TideMark
+import TideMark.Toolkit
+import TideMark.Browsing
 import TideMark.Components
 
 // Sharing one event as a picture: on opening, the event's card is rendered off screen
@@ -103,7 +104,7 @@ Popup {
 
         Label {
             text: qsTrId("shareImageMenuTitle")
-            font.pixelSize: 20
+            font.pixelSize: Theme.fontHeader
             font.weight: Font.Bold
             color: popup.colors.primaryText
         }
@@ -114,7 +115,7 @@ Popup {
             Layout.preferredHeight: shareImage.imageSize.width > 0
                                     ? Math.min(260, width * shareImage.imageSize.height / shareImage.imageSize.width)
                                     : 140
-            radius: 12
+            radius: Theme.radius
             color: popup.colors.chipBackground
 
             Image {
@@ -138,7 +139,7 @@ Popup {
                 Label {
                     text: qsTrId("shareImageMakingNote")
                     color: popup.colors.secondaryText
-                    font.pixelSize: 14
+                    font.pixelSize: Theme.fontSubhead
                     Layout.alignment: Qt.AlignHCenter
                 }
             }
@@ -149,7 +150,7 @@ Popup {
             objectName: "shareStatus"
             visible: text.length > 0
             color: popup.colors.secondaryText
-            font.pixelSize: 13
+            font.pixelSize: Theme.fontSmall
             Layout.fillWidth: true
             wrapMode: Text.Wrap
         }
@@ -168,22 +169,22 @@ Popup {
                 Layout.fillWidth: true
                 implicitHeight: 52
                 background: Rectangle {
-                    radius: 14
+                    radius: Theme.radiusCard
                     color: popup.colors.cardBackground
                     border.color: popup.colors.cardBorder
                 }
                 contentItem: RowLayout {
-                    spacing: 12
+                    spacing: Theme.spacingMedium
                     opacity: action.enabled ? 1 : 0.45
                     Label {
                         text: Symbols.glyph(action.modelData.symbol)
                         font.family: Symbols.fontFamily
-                        font.pixelSize: 20
+                        font.pixelSize: Theme.fontHeader
                         color: popup.colors.symbolTint
                     }
                     Label {
                         text: qsTrId(action.modelData.key)
-                        font.pixelSize: 16
+                        font.pixelSize: Theme.fontBodyLarge
                         color: popup.colors.primaryText
                         Layout.fillWidth: true
                     }

@@ -1,4 +1,5 @@
 import QtQuick
+import TideMark.Browsing
 
 // One card of the stack across: the vertical card with the glass look by default.
 VerticalStackCardUnitView {

@@ -2,7 +2,8 @@ import QtQuick
 import QtQuick.Controls
 import QtQuick.Controls.Material
 import QtQuick.Layouts
-import TideMark
+import TideMark.Toolkit
+import TideMark.Browsing
 import TideMark.Components
 
 // The events of the filtered list as cards across: one card in the middle, its neighbours
@@ -36,7 +37,7 @@ Page {
     ColumnLayout {
         anchors.fill: parent
         anchors.bottomMargin: 24
-        spacing: 12
+        spacing: Theme.spacingMedium
 
         ListView {
             id: across
@@ -78,7 +79,7 @@ Page {
                     scale: 0.86 + 0.14 * slot.nearness
                     opacity: 0.55 + 0.45 * slot.nearness
                     rotation: page.isRotationEnabled ? Math.max(-12, Math.min(12, slot.distance * 8)) : 0
-                    onCardRequested: id => page.StackView.view.push(Qt.resolvedUrl("CardViewForEventObject.qml"), { eventId: id })
+                    onCardRequested: id => page.StackView.view.push(cardViewForEventObject, { eventId: id })
                 }
             }
         }
@@ -95,7 +96,7 @@ Page {
             visible: page.showsIndicator && across.count > 12
             text: qsTrId("stackCardPositionText").arg(across.currentIndex + 1).arg(across.count)
             color: page.tone.secondaryText
-            font.pixelSize: 13
+            font.pixelSize: Theme.fontSmall
             Layout.alignment: Qt.AlignHCenter
         }
     }
@@ -107,7 +108,7 @@ Page {
         y: 12
         width: parent.width - 32
         height: 140
-        radius: 16
+        radius: Theme.radiusLarge
         color: page.tone.cardBackground
         border.color: page.tone.cardBorder
         Label {
@@ -116,8 +117,11 @@ Page {
             text: qsTrId("notiObjectsCountZero")
             horizontalAlignment: Text.AlignHCenter
             wrapMode: Text.Wrap
-            font.pixelSize: 15
+            font.pixelSize: Theme.fontBody
             color: page.tone.secondaryText
         }
     }
+
+    // The pages and popups this one opens.
+    Component { id: cardViewForEventObject; CardViewForEventObject {} }
 }

@@ -1,7 +1,9 @@
 import QtQuick
 import QtQuick.Controls
 import QtQuick.Controls.Material
-import TideMark
+import TideMark.Toolkit
+import TideMark.Browsing
+import TideMark.Components
 
 // The vertical stack of cards shared by verticalStackedCards and brandNewVerticalCardView: a
 // plain scrolling column of the filtered list in which every card, on every frame, takes its
@@ -29,11 +31,11 @@ ListView {
 
     clip: true
     spacing: 14
-    topMargin: 12
+    topMargin: Theme.spacingMedium
     // The last card can come to the front.
     bottomMargin: Math.max(0, height - itemHeight - topMargin)
-    leftMargin: 16
-    rightMargin: 16
+    leftMargin: Theme.spacingLarge
+    rightMargin: Theme.spacingLarge
     // The cards gathered behind the front one lie further down the column.
     cacheBuffer: Math.ceil((layout.stackedDisplayCount + 1) * (itemHeight + spacing))
     boundsBehavior: Flickable.StopAtBounds

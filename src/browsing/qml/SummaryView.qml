@@ -2,7 +2,8 @@ import QtQuick
 import QtQuick.Controls
 import QtQuick.Controls.Material
 import QtQuick.Layouts
-import TideMark
+import TideMark.Toolkit
+import TideMark.Browsing
 import TideMark.Components
 
 // The read-only summary card of one event: the date line, the title with its colour bar, the over
@@ -50,7 +51,7 @@ Rectangle {
             objectName: "dateLine"
             visible: text.length > 0
             text: summaryModel.dateLine
-            font.pixelSize: 13
+            font.pixelSize: Theme.fontSmall
             font.weight: Font.Medium
             color: card.tone.secondaryText
         }
@@ -69,7 +70,7 @@ Rectangle {
             Label {
                 objectName: "title"
                 text: rowData.title
-                font.pixelSize: 20
+                font.pixelSize: Theme.fontHeader
                 font.bold: true
                 color: card.tone.primaryText
                 wrapMode: Text.Wrap
@@ -83,7 +84,7 @@ Rectangle {
             objectName: "overText"
             visible: summaryModel.isOver
             text: qsTrId("eventAlreadyEndStringForListRowViewForTimeline")
-            font.pixelSize: 13
+            font.pixelSize: Theme.fontSmall
             font.weight: Font.DemiBold
             color: Theme.named("colorForUserSelection01", card.dark)
         }
@@ -92,7 +93,7 @@ Rectangle {
             objectName: "content"
             visible: text.length > 0
             text: rowData.content
-            font.pixelSize: 15
+            font.pixelSize: Theme.fontBody
             color: card.tone.secondaryText
             wrapMode: Text.Wrap
             Layout.fillWidth: true
@@ -108,7 +109,7 @@ Rectangle {
                     required property string modelData
                     text: Symbols.glyph(modelData)
                     font.family: Symbols.fontFamily
-                    font.pixelSize: 17
+                    font.pixelSize: Theme.fontTitle
                     color: modelData === "star.fill" ? card.tone.starSymbol : card.tone.symbolTint
                 }
             }
@@ -116,7 +117,7 @@ Rectangle {
             Label {
                 objectName: "countText"
                 text: rowData.repeating ? rowData.typeText : rowData.dayCountText
-                font.pixelSize: 15
+                font.pixelSize: Theme.fontBody
                 font.weight: Font.DemiBold
                 color: card.tone.symbolTint
             }
@@ -127,7 +128,7 @@ Rectangle {
             visible: summaryModel.ruleText.length > 0 || card.showsGrid
             Layout.fillWidth: true
             implicitHeight: ruleColumn.implicitHeight + 24
-            radius: 12
+            radius: Theme.radius
             color: card.tone.groupBoxSecBackground
 
             ColumnLayout {
@@ -139,7 +140,7 @@ Rectangle {
                     objectName: "ruleLine"
                     visible: text.length > 0
                     text: summaryModel.ruleText
-                    font.pixelSize: 15
+                    font.pixelSize: Theme.fontBody
                     color: card.tone.primaryText
                     Layout.fillWidth: true
                 }

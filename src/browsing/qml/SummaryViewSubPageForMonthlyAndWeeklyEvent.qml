@@ -2,7 +2,7 @@ import QtQuick
 import QtQuick.Controls
 import QtQuick.Controls.Material
 import QtQuick.Layouts
-import TideMark
+import TideMark.Browsing
 import TideMark.Components
 
 // The rule box of a weekly or monthly list: the week grid (Monday first) or the month grid of the
@@ -33,7 +33,7 @@ ColumnLayout {
         property bool header: false
         Layout.fillWidth: true
         implicitHeight: 34
-        radius: 8
+        radius: Theme.radiusSmall
         // The selected form: cyan on a deep teal that keeps it legible on a light page too.
         color: selected ? box.tone.summarySelected : "transparent"
         border.width: selected ? 1 : 0
@@ -102,7 +102,7 @@ ColumnLayout {
         objectName: "ruleText"
         visible: text.length > 0
         text: ruleBox.text
-        font.pixelSize: 14
+        font.pixelSize: Theme.fontSubhead
         color: box.tone.primaryText
         wrapMode: Text.Wrap
         Layout.fillWidth: true

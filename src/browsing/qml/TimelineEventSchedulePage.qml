@@ -2,7 +2,8 @@ import QtQuick
 import QtQuick.Controls
 import QtQuick.Controls.Material
 import QtQuick.Layouts
-import TideMark
+import TideMark.Toolkit
+import TideMark.Browsing
 import TideMark.Components
 
 // The schedule page of one event, reached from its timeline row: back, edit (the event card) and
@@ -35,8 +36,8 @@ Page {
         implicitHeight: 56
         RowLayout {
             anchors.fill: parent
-            anchors.leftMargin: 4
-            anchors.rightMargin: 4
+            anchors.leftMargin: Theme.spacingSmall
+            anchors.rightMargin: Theme.spacingSmall
             spacing: 0
             RowButton {
                 objectName: "backButton"
@@ -51,7 +52,7 @@ Page {
                 tint: page.tone.primaryText
                 onClicked: {
                     editTarget.value = page.eventId
-                    page.StackView.view.push(Qt.resolvedUrl("CardViewForEventObject.qml"),
+                    page.StackView.view.push(cardViewForEventObject,
                                              { eventId: page.eventId })
                 }
             }
@@ -62,11 +63,7 @@ Page {
                 symbol: "square.and.arrow.up"
                 tint: page.tone.primaryText
                 onClicked: {
-                    const menu = Qt.createComponent(Qt.resolvedUrl("ShareEventImageMenu.qml"))
-                    const shown = menu.status === Component.Ready
-                                  ? menu.createObject(page, { eventId: page.eventId }) : null
-                    if (shown && shown.open)
-                        shown.open()
+                    shareMenu.open()
                 }
             }
         }
@@ -82,7 +79,7 @@ Page {
             x: 16
             y: 8
             width: parent.width - 32
-            spacing: 16
+            spacing: Theme.spacingLarge
 
             SummaryView {
                 eventId: page.eventId
@@ -90,4 +87,8 @@ Page {
             }
         }
     }
+
+    // The pages and popups this one opens.
+    Component { id: cardViewForEventObject; CardViewForEventObject {} }
+    ShareEventImageMenu { id: shareMenu; eventId: page.eventId }
 }

@@ -2,7 +2,9 @@ import QtQuick
 import QtQuick.Controls
 import QtQuick.Controls.Material
 import QtQuick.Layouts
-import TideMark
+import TideMark.Toolkit
+import TideMark.Editing
+import TideMark.Browsing
 import TideMark.Components
 
 // The timeline: the kind menu, the filter button and the rows of the filtered list. Each time it
@@ -32,25 +34,25 @@ Page {
     onVisibleChanged: if (visible) appeared()
 
     /// Pushes a page of the window's folder onto the timeline's stack, if it is on one.
-    function push(fileName, properties) {
+    function push(nextPage, properties) {
         if (page.StackView.view)
-            page.StackView.view.push(Qt.resolvedUrl(fileName), properties)
+            page.StackView.view.push(nextPage, properties)
     }
-    onMemoRequested: id => push("MemoForCardViewPage.qml", { eventId: id })
-    onCardRequested: id => push("CardViewForEventObject.qml", { eventId: id })
-    onScheduleRequested: id => push("TimelineEventSchedulePage.qml", { eventId: id })
-    onNextFewDaysRequested: push("NextFewDaysEventView.qml", {})
+    onMemoRequested: id => push(memoForCardViewPage, { eventId: id })
+    onCardRequested: id => push(cardViewForEventObject, { eventId: id })
+    onScheduleRequested: id => push(timelineEventSchedulePage, { eventId: id })
+    onNextFewDaysRequested: push(nextFewDaysEventView, {})
     onShareRequested: id => {
         shareMenu.eventId = id
         shareMenu.open()
     }
-    onEditRequested: id => push("AddNewEventPage.qml", { editOrAddNewEventCheckValue: true, eventId: id,
+    onEditRequested: id => push(addNewEventPage, { editOrAddNewEventCheckValue: true, eventId: id,
                                                          resetAllDataWhenEnterFromCardView: true })
 
     /// Opens the filter page on the enclosing StackView, or the filter popup without one.
     function openFilters() {
         if (page.StackView.view) {
-            page.StackView.view.push(Qt.resolvedUrl("ChangeFilterContentPageForTimelineView.qml"))
+            page.StackView.view.push(changeFilterContentPageForTimelineView)
         } else {
             filterPopup.open()
         }
@@ -64,9 +66,9 @@ Page {
         implicitHeight: 56
         RowLayout {
             anchors.fill: parent
-            anchors.leftMargin: 8
-            anchors.rightMargin: 8
-            spacing: 4
+            anchors.leftMargin: Theme.spacing
+            anchors.rightMargin: Theme.spacing
+            spacing: Theme.spacingSmall
             RowButton {
                 objectName: "backButton"
                 visible: page.StackView.view !== null && page.StackView.index > 0
@@ -94,22 +96,22 @@ Page {
                     MenuItem {
                         objectName: "verticalStackedCardsItem"
                         text: qsTrId("verticalStackedCardsTitle")
-                        onTriggered: page.push("VerticalStackedCards.qml", {})
+                        onTriggered: page.push(verticalStackedCards, {})
                     }
                     MenuItem {
                         objectName: "brandNewVerticalCardViewItem"
                         text: qsTrId("brandNewVerticalCardViewTitle")
-                        onTriggered: page.push("BrandNewVerticalCardView.qml", {})
+                        onTriggered: page.push(brandNewVerticalCardView, {})
                     }
                     MenuItem {
                         objectName: "stackCardViewItem"
                         text: qsTrId("stackCardViewTitle")
-                        onTriggered: page.push("StackCardView.qml", {})
+                        onTriggered: page.push(stackCardView, {})
                     }
                     MenuItem {
                         objectName: "eventViewItem"
                         text: qsTrId("eventViewTitle")
-                        onTriggered: page.push("EventView.qml", {})
+                        onTriggered: page.push(eventView, {})
                     }
                 }
             }
@@ -135,7 +137,7 @@ Page {
             implicitHeight: 56
             onClicked: page.nextFewDaysRequested()
             background: Rectangle {
-                radius: 16
+                radius: Theme.radiusLarge
                 color: Theme.named("tabBarIconColorForSelected", page.dark)
             }
             contentItem: RowLayout {
@@ -143,12 +145,12 @@ Page {
                 Label {
                     text: Symbols.glyph("calendar.badge.clock")
                     font.family: Symbols.fontFamily
-                    font.pixelSize: 22
+                    font.pixelSize: Theme.fontHeadline
                     color: page.colors.selectedText
                 }
                 Label {
                     text: qsTrId("nextFewDaysEventViewNaviLinkStringBigTitleAtBrandNewMainView")
-                    font.pixelSize: 16
+                    font.pixelSize: Theme.fontBodyLarge
                     font.weight: Font.DemiBold
                     color: page.colors.selectedText
                     elide: Text.ElideRight
@@ -157,7 +159,7 @@ Page {
                 Label {
                     text: Symbols.glyph("chevron.right")
                     font.family: Symbols.fontFamily
-                    font.pixelSize: 22
+                    font.pixelSize: Theme.fontHeadline
                     color: page.colors.selectedText
                 }
             }
@@ -179,4 +181,16 @@ Page {
 
     FilterSettingPopupForMainView { id: filterPopup; dark: page.dark }
     ShareEventImageMenu { id: shareMenu; dark: page.dark }
+
+    // The pages and popups this one opens.
+    Component { id: changeFilterContentPageForTimelineView; ChangeFilterContentPageForTimelineView {} }
+    Component { id: memoForCardViewPage; MemoForCardViewPage {} }
+    Component { id: cardViewForEventObject; CardViewForEventObject {} }
+    Component { id: timelineEventSchedulePage; TimelineEventSchedulePage {} }
+    Component { id: nextFewDaysEventView; NextFewDaysEventView {} }
+    Component { id: addNewEventPage; AddNewEventPage {} }
+    Component { id: verticalStackedCards; VerticalStackedCards {} }
+    Component { id: brandNewVerticalCardView; BrandNewVerticalCardView {} }
+    Component { id: stackCardView; StackCardView {} }
+    Component { id: eventView; EventView {} }
 }

@@ -1,7 +1,7 @@
 import QtQuick
 import QtQuick.Controls
 import QtQuick.Layouts
-import TideMark
+import TideMark.Toolkit
 import TideMark.Components
 
 // One card of the vertical stacks: the event row's texts on the stack's own card colours, a
@@ -55,7 +55,7 @@ Rectangle {
 
     ColumnLayout {
         anchors.fill: parent
-        anchors.margins: 20
+        anchors.margins: Theme.spacingPage
         anchors.topMargin: 26
         spacing: 6
 
@@ -65,7 +65,7 @@ Rectangle {
             Label {
                 objectName: "cardTitle"
                 text: rowData.title
-                font.pixelSize: 22
+                font.pixelSize: Theme.fontHeadline
                 font.weight: Font.Bold
                 color: unit.foreground
                 elide: Text.ElideRight
@@ -78,7 +78,7 @@ Rectangle {
                     required property string modelData
                     text: Symbols.glyph(modelData)
                     font.family: Symbols.fontFamily
-                    font.pixelSize: 18
+                    font.pixelSize: Theme.fontEmphasis
                     color: modelData === "star.fill" ? Theme.colors(unit.dark).starSymbol : unit.accent
                 }
             }
@@ -86,7 +86,7 @@ Rectangle {
 
         RowLayout {
             Layout.fillWidth: true
-            spacing: 8
+            spacing: Theme.spacing
             Label {
                 visible: !rowData.repeating && text.length > 0
                 text: rowData.dayCountNumber
@@ -108,7 +108,7 @@ Rectangle {
             objectName: "cardContent"
             visible: text.length > 0
             text: rowData.content
-            font.pixelSize: 15
+            font.pixelSize: Theme.fontBody
             color: unit.secondary
             wrapMode: Text.Wrap
             maximumLineCount: 2
@@ -123,13 +123,13 @@ Rectangle {
             Label {
                 text: Symbols.glyph(rowData.repeating ? "calendar.badge.clock" : "calendar")
                 font.family: Symbols.fontFamily
-                font.pixelSize: 16
+                font.pixelSize: Theme.fontBodyLarge
                 color: unit.secondary
             }
             Label {
                 objectName: "cardDates"
                 text: rowData.datesText
-                font.pixelSize: 14
+                font.pixelSize: Theme.fontSubhead
                 color: unit.secondary
             }
         }

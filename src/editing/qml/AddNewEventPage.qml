@@ -2,7 +2,8 @@ import QtQuick
 import QtQuick.Controls
 import QtQuick.Controls.Material
 import QtQuick.Layouts
-import TideMark
+import TideMark.Toolkit
+import TideMark.Editing
 import TideMark.Components
 
 // The new-event form, in add mode or (editOrAddNewEventCheckValue) in full edit mode of the event
@@ -51,11 +52,11 @@ Page {
     }
 
     // Pushes a page of the window's module.
-    function open(fileName, properties) {
+    function open(rulePage, properties) {
         if (!page.StackView.view)
             return
         clearFocus()
-        page.StackView.view.push(Qt.resolvedUrl(fileName), properties || {})
+        page.StackView.view.push(rulePage, properties || {})
     }
 
     // Each appearance: the first one and every return from a sub-page.
@@ -83,8 +84,8 @@ Page {
 
         RowLayout {
             anchors.fill: parent
-            anchors.leftMargin: 4
-            anchors.rightMargin: 4
+            anchors.leftMargin: Theme.spacingSmall
+            anchors.rightMargin: Theme.spacingSmall
             spacing: 0
 
             ToolButton {
@@ -100,7 +101,7 @@ Page {
                 objectName: "formTitle"
                 Layout.fillWidth: true
                 text: qsTrId("addNewEventPageNavigationTitleStringAtaddNewEventPage")
-                font.pixelSize: 18
+                font.pixelSize: Theme.fontEmphasis
                 font.bold: true
                 elide: Text.ElideRight
             }
@@ -166,7 +167,7 @@ Page {
         Layout.rightMargin: 32
         Layout.topMargin: 18
         Layout.bottomMargin: 6
-        font.pixelSize: 13
+        font.pixelSize: Theme.fontSmall
         opacity: 0.6
         elide: Text.ElideRight
     }
@@ -178,7 +179,7 @@ Page {
         Layout.rightMargin: 16
         Layout.topMargin: 0
         implicitHeight: column.implicitHeight
-        radius: 12
+        radius: Theme.radius
         color: page.groupColor
         ColumnLayout {
             id: column
@@ -207,15 +208,15 @@ Page {
             id: label
             anchors.left: parent.left
             anchors.right: toggle.left
-            anchors.leftMargin: 16
+            anchors.leftMargin: Theme.spacingLarge
             anchors.verticalCenter: parent.verticalCenter
-            font.pixelSize: 16
+            font.pixelSize: Theme.fontBodyLarge
             wrapMode: Text.Wrap
         }
         TideSwitch {
             id: toggle
             anchors.right: parent.right
-            anchors.rightMargin: 8
+            anchors.rightMargin: Theme.spacing
             anchors.verticalCenter: parent.verticalCenter
             onToggled: switchRow.toggled(checked)
         }
@@ -232,7 +233,7 @@ Page {
         rightPadding: 12
         enabled: active
         background: Rectangle {
-            radius: 12
+            radius: Theme.radius
             color: linkRow.pressed ? page.Material.listHighlightColor : "transparent"
         }
         contentItem: Item {
@@ -245,7 +246,7 @@ Page {
                 Label {
                     Layout.fillWidth: true
                     text: linkRow.label
-                    font.pixelSize: 16
+                    font.pixelSize: Theme.fontBodyLarge
                     color: page.Material.foreground
                     opacity: linkRow.active ? 1 : 0.45
                     wrapMode: Text.Wrap
@@ -255,7 +256,7 @@ Page {
                     Layout.fillWidth: true
                     visible: linkRow.active && text !== ""
                     text: linkRow.explanation
-                    font.pixelSize: 13
+                    font.pixelSize: Theme.fontSmall
                     color: page.accent
                     wrapMode: Text.Wrap
                 }
@@ -267,7 +268,7 @@ Page {
                 visible: linkRow.active
                 text: Symbols.glyph("chevron.right")
                 font.family: Symbols.fontFamily
-                font.pixelSize: 22
+                font.pixelSize: Theme.fontHeadline
                 opacity: 0.4
             }
         }
@@ -300,7 +301,7 @@ Page {
                     Layout.leftMargin: 16
                     Layout.rightMargin: 16
                     placeholderText: qsTrId("addNewEventPageTitleSpaceholderString")
-                    font.pixelSize: 17
+                    font.pixelSize: Theme.fontTitle
                     background: null
                     topPadding: 14
                     bottomPadding: 14
@@ -315,7 +316,7 @@ Page {
                     Layout.leftMargin: 16
                     Layout.rightMargin: 16
                     placeholderText: qsTrId("addNewEventPageContentSpaceholderString")
-                    font.pixelSize: 16
+                    font.pixelSize: Theme.fontBodyLarge
                     background: null
                     topPadding: 14
                     bottomPadding: 14
@@ -382,7 +383,7 @@ Page {
                                         visible: swatch.chosen && swatch.modelData !== ""
                                         text: Symbols.glyph("checkmark")
                                         font.family: Symbols.fontFamily
-                                        font.pixelSize: 18
+                                        font.pixelSize: Theme.fontEmphasis
                                         color: "white"
                                     }
                                 }
@@ -421,7 +422,7 @@ Page {
                     active: form.eventRepeatOrNot
                     label: qsTrId("addNewEventPageGoRepeatEventSettingPageString")
                     explanation: form.repeatExplanation
-                    onClicked: page.open("RepeatEventSettingPage.qml")
+                    onClicked: page.open(repeatEventSettingPage)
                 }
             }
 
@@ -445,13 +446,13 @@ Page {
                     Label {
                         Layout.fillWidth: true
                         text: qsTrId("addNewEventPageContentString02-endDateString")
-                        font.pixelSize: 16
+                        font.pixelSize: Theme.fontBodyLarge
                         elide: Text.ElideRight
                     }
                     Label {
                         objectName: "endDateText"
                         text: form.endDateText
-                        font.pixelSize: 16
+                        font.pixelSize: Theme.fontBodyLarge
                         font.bold: true
                         color: page.accent
                     }
@@ -489,7 +490,7 @@ Page {
                     active: form.setNotiForThisEvent
                     label: qsTrId("addNewEventPageGoNotiSettingPageString")
                     explanation: form.notiExplanation
-                    onClicked: page.open("NotiSettingPage.qml")
+                    onClicked: page.open(notiSettingPage)
                 }
             }
 
@@ -526,4 +527,8 @@ Page {
         buttonName: "needMoreInfoButton"
         onClosed: form.alertForRequiredMoreInfo = false
     }
+
+    // The pages and popups this one opens.
+    Component { id: repeatEventSettingPage; RepeatEventSettingPage {} }
+    Component { id: notiSettingPage; NotiSettingPage {} }
 }

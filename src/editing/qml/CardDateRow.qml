@@ -2,7 +2,7 @@ import QtQuick
 import QtQuick.Controls
 import QtQuick.Controls.Material
 import QtQuick.Layouts
-import TideMark
+import TideMark.Editing
 import TideMark.Components
 
 // A compact date row: the label and the chosen day as a chip; a tap on the chip opens or closes
@@ -24,10 +24,10 @@ ColumnLayout {
         Layout.leftMargin: 16
         Layout.rightMargin: 10
         Layout.minimumHeight: 52
-        spacing: 8
+        spacing: Theme.spacing
         Label {
             text: row.label
-            font.pixelSize: 16
+            font.pixelSize: Theme.fontBodyLarge
             color: row.colors.primaryText
             wrapMode: Text.Wrap
             Layout.fillWidth: true
@@ -40,12 +40,12 @@ ColumnLayout {
             implicitHeight: 34
             onClicked: row.toggled()
             background: Rectangle {
-                radius: 8
+                radius: Theme.radiusSmall
                 color: row.colors.chipBackground
             }
             contentItem: Label {
                 text: row.valueText
-                font.pixelSize: 16
+                font.pixelSize: Theme.fontBodyLarge
                 font.weight: Font.Medium
                 horizontalAlignment: Text.AlignHCenter
                 verticalAlignment: Text.AlignVCenter

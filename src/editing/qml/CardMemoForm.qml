@@ -2,7 +2,7 @@ import QtQuick
 import QtQuick.Controls
 import QtQuick.Controls.Material
 import QtQuick.Layouts
-import TideMark
+import TideMark.Editing
 import TideMark.Components
 
 // The fields of a memo: title, content and its date and time, bound to a MemoEditorModel.
@@ -15,7 +15,7 @@ ColumnLayout {
     property bool dateOpen: false
     // Which field has the keyboard: "title" or "content".
     property string focusField: "title"
-    spacing: 12
+    spacing: Theme.spacingMedium
 
     SectionCard {
         colors: form.colors
@@ -27,7 +27,7 @@ ColumnLayout {
             Layout.rightMargin: 12
             placeholderText: qsTrId("addNewEventMemoTitleSpaceholderString")
             text: form.editor.titleForEventMemo
-            font.pixelSize: 17
+            font.pixelSize: Theme.fontTitle
             color: form.colors.primaryText
             focus: form.focusField === "title"
             onTextEdited: form.editor.titleForEventMemo = text
@@ -45,7 +45,7 @@ ColumnLayout {
             Layout.minimumHeight: 96
             placeholderText: qsTrId("addNewEventMemoContentSpaceholderString")
             text: form.editor.contentForEventMemo
-            font.pixelSize: 16
+            font.pixelSize: Theme.fontBodyLarge
             color: form.colors.primaryText
             wrapMode: TextEdit.Wrap
             focus: form.focusField === "content"

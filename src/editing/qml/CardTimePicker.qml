@@ -2,6 +2,7 @@ import QtQuick
 import QtQuick.Controls
 import QtQuick.Controls.Material
 import QtQuick.Layouts
+import TideMark.Components
 
 // Hour and minute wheels. Shows `hour` and `minute` and reports a turn with picked().
 RowLayout {
@@ -10,7 +11,7 @@ RowLayout {
     property int minute: 0
     property var colors
     signal picked(int hour, int minute)
-    spacing: 4
+    spacing: Theme.spacingSmall
 
     function twoDigits(n) { return n < 10 ? "0" + n : "" + n }
 
@@ -31,7 +32,7 @@ RowLayout {
             required property int modelData
             required property int index
             text: picker.twoDigits(modelData)
-            font.pixelSize: 20
+            font.pixelSize: Theme.fontHeader
             horizontalAlignment: Text.AlignHCenter
             verticalAlignment: Text.AlignVCenter
             color: picker.colors.primaryText
@@ -42,7 +43,7 @@ RowLayout {
     }
     Label {
         text: ":"
-        font.pixelSize: 22
+        font.pixelSize: Theme.fontHeadline
         font.weight: Font.DemiBold
         color: picker.colors.primaryText
     }
@@ -58,7 +59,7 @@ RowLayout {
             required property int modelData
             required property int index
             text: picker.twoDigits(modelData)
-            font.pixelSize: 20
+            font.pixelSize: Theme.fontHeader
             horizontalAlignment: Text.AlignHCenter
             verticalAlignment: Text.AlignVCenter
             color: picker.colors.primaryText

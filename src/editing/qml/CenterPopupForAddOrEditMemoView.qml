@@ -2,7 +2,8 @@ import QtQuick
 import QtQuick.Controls
 import QtQuick.Controls.Material
 import QtQuick.Layouts
-import TideMark
+import TideMark.Toolkit
+import TideMark.Editing
 import TideMark.Components
 
 // The centred popup that edits a memo (or adds one when `memoId` is empty): the same fields and

@@ -2,7 +2,8 @@ import QtQuick
 import QtQuick.Controls
 import QtQuick.Controls.Material
 import QtQuick.Layouts
-import TideMark
+import TideMark.Toolkit
+import TideMark.Editing
 import TideMark.Components
 
 // Changes the start date of an event, and its end date when it has one. The save is offered
@@ -123,7 +124,7 @@ Page {
                 visible: !model.exists
                 text: qsTrId("eventGoneStringAtCardViewForEventObject")
                 color: page.tone.secondaryText
-                font.pixelSize: 14
+                font.pixelSize: Theme.fontSubhead
                 wrapMode: Text.Wrap
                 Layout.fillWidth: true
             }

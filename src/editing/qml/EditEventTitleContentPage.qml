@@ -2,7 +2,8 @@ import QtQuick
 import QtQuick.Controls
 import QtQuick.Controls.Material
 import QtQuick.Layouts
-import TideMark
+import TideMark.Toolkit
+import TideMark.Editing
 import TideMark.Components
 
 // Changes the title and content of an event. The save is offered only with a title; it writes
@@ -61,7 +62,7 @@ Page {
                 Layout.rightMargin: 12
                 placeholderText: qsTrId("addNewEventMemoTitleSpaceholderString")
                 text: model.titleForEvent
-                font.pixelSize: 17
+                font.pixelSize: Theme.fontTitle
                 color: page.tone.primaryText
                 focus: page.focusField === "title"
                 onTextEdited: model.titleForEvent = text
@@ -80,7 +81,7 @@ Page {
                 Layout.minimumHeight: 140
                 placeholderText: qsTrId("addNewEventMemoContentSpaceholderString")
                 text: model.contentForEvent
-                font.pixelSize: 16
+                font.pixelSize: Theme.fontBodyLarge
                 color: page.tone.primaryText
                 wrapMode: TextEdit.Wrap
                 focus: page.focusField === "content"
@@ -93,7 +94,7 @@ Page {
             visible: !model.exists
             text: qsTrId("eventGoneStringAtCardViewForEventObject")
             color: page.tone.secondaryText
-            font.pixelSize: 14
+            font.pixelSize: Theme.fontSubhead
             wrapMode: Text.Wrap
             Layout.fillWidth: true
         }

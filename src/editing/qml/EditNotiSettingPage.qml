@@ -2,7 +2,8 @@ import QtQuick
 import QtQuick.Controls
 import QtQuick.Controls.Material
 import QtQuick.Layouts
-import TideMark
+import TideMark.Toolkit
+import TideMark.Editing
 import TideMark.Components
 
 // The reminder of a stored event, opened from its card. Turning the switch off is written at

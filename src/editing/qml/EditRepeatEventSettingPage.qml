@@ -2,7 +2,8 @@ import QtQuick
 import QtQuick.Controls
 import QtQuick.Controls.Material
 import QtQuick.Layouts
-import TideMark
+import TideMark.Toolkit
+import TideMark.Editing
 import TideMark.Components
 
 // The repeat rule of a stored event, opened from its card. The page edits a copy; the checkmark
@@ -76,18 +77,18 @@ Page {
                 objectName: "warningRow"
                 Layout.fillWidth: true
                 Layout.leftMargin: 4
-                spacing: 8
+                spacing: Theme.spacing
                 Label {
                     text: Symbols.glyph("exclamationmark.circle")
                     font.family: Symbols.fontFamily
-                    font.pixelSize: 18
+                    font.pixelSize: Theme.fontEmphasis
                     color: page.colors.warning
                     Layout.alignment: Qt.AlignTop
                 }
                 Label {
                     text: qsTrId("changeEventSettingWillCloseNotiSettingStringAtEditEventPage")
                     color: page.colors.warning
-                    font.pixelSize: 13
+                    font.pixelSize: Theme.fontSmall
                     wrapMode: Text.WordWrap
                     Layout.fillWidth: true
                 }

@@ -2,7 +2,8 @@ import QtQuick
 import QtQuick.Controls
 import QtQuick.Controls.Material
 import QtQuick.Layouts
-import TideMark
+import TideMark.Toolkit
+import TideMark.Editing
 import TideMark.Components
 
 // Shows whether an event is shared and with which group; it changes nothing.
@@ -63,7 +64,7 @@ Page {
             visible: model.exists
             text: qsTrId("shareExplanationStringAtEditShareSettingPage")
             color: page.tone.secondaryText
-            font.pixelSize: 13
+            font.pixelSize: Theme.fontSmall
             wrapMode: Text.Wrap
             Layout.fillWidth: true
             Layout.leftMargin: 16
@@ -74,7 +75,7 @@ Page {
             visible: !model.exists
             text: qsTrId("eventGoneStringAtCardViewForEventObject")
             color: page.tone.secondaryText
-            font.pixelSize: 14
+            font.pixelSize: Theme.fontSubhead
             wrapMode: Text.Wrap
             Layout.fillWidth: true
         }

@@ -2,7 +2,7 @@ import QtQuick
 import QtQuick.Controls
 import QtQuick.Controls.Material
 import QtQuick.Layouts
-import TideMark
+import TideMark.Editing
 import TideMark.Components
 
 // A compact graphical date picker: a month header with arrows and a grid of days. A tap on the
@@ -109,7 +109,7 @@ Item {
                     Layout.leftMargin: 8
                     Layout.fillWidth: true
                     text: pages.title
-                    font.pixelSize: 17
+                    font.pixelSize: Theme.fontTitle
                     font.bold: true
                     elide: Text.ElideRight
                     color: pages.mode === FormDatePickerModel.Days ? picker.Material.foreground
@@ -118,7 +118,7 @@ Item {
                 Label {
                     text: Symbols.glyph("chevron.down")
                     font.family: Symbols.fontFamily
-                    font.pixelSize: 22
+                    font.pixelSize: Theme.fontHeadline
                     color: picker.accentColor
                     rotation: pages.mode === FormDatePickerModel.Days ? 0 : 180
                     Behavior on rotation { NumberAnimation { duration: 150 } }
@@ -161,7 +161,7 @@ Item {
     Item {
         id: body
         anchors.top: header.bottom
-        anchors.topMargin: 4
+        anchors.topMargin: Theme.spacingSmall
         anchors.horizontalCenter: parent.horizontalCenter
         width: cellWidth * 7
         height: inDays ? daysHeight : heldHeight
@@ -183,7 +183,7 @@ Item {
                     width: body.cellWidth
                     horizontalAlignment: Text.AlignHCenter
                     text: modelData
-                    font.pixelSize: 12
+                    font.pixelSize: Theme.fontCaption
                     font.bold: true
                     opacity: 0.5
                 }
@@ -305,7 +305,7 @@ Item {
             Label {
                 anchors.centerIn: parent
                 text: cell.text
-                font.pixelSize: 16
+                font.pixelSize: Theme.fontBodyLarge
                 font.bold: cell.chosen
                 color: cell.chosen ? picker.accentTextColor
                      : !cell.allowed ? picker.Material.hintTextColor

@@ -2,7 +2,8 @@ import QtQuick
 import QtQuick.Controls
 import QtQuick.Controls.Material
 import QtQuick.Layouts
-import TideMark
+import TideMark.Toolkit
+import TideMark.Editing
 import TideMark.Components
 
 // The memos of one event under its row. The plus button opens the sheet that adds one; a swipe
@@ -61,8 +62,8 @@ Page {
         id: list
         objectName: "memoList"
         anchors.fill: parent
-        anchors.leftMargin: 16
-        anchors.rightMargin: 16
+        anchors.leftMargin: Theme.spacingLarge
+        anchors.rightMargin: Theme.spacingLarge
         spacing: 10
         model: memoList
         boundsBehavior: Flickable.StopAtBounds
@@ -87,7 +88,7 @@ Page {
                 visible: memoList.count === 0
                 text: qsTrId("noMemoStringAtMemoForCardViewPage")
                 color: page.tone.secondaryText
-                font.pixelSize: 15
+                font.pixelSize: Theme.fontBody
                 horizontalAlignment: Text.AlignHCenter
                 wrapMode: Text.Wrap
                 Layout.fillWidth: true
@@ -112,16 +113,16 @@ Page {
             rightPadding: 16
 
             background: Rectangle {
-                radius: 14
+                radius: Theme.radiusCard
                 color: page.tone.cardBackground
                 border.color: page.tone.cardBorder
                 border.width: 1
             }
             contentItem: ColumnLayout {
-                spacing: 4
+                spacing: Theme.spacingSmall
                 Label {
                     text: memoCard.title
-                    font.pixelSize: 17
+                    font.pixelSize: Theme.fontTitle
                     font.weight: Font.DemiBold
                     color: page.tone.primaryText
                     elide: Text.ElideRight
@@ -130,7 +131,7 @@ Page {
                 Label {
                     visible: text.length > 0
                     text: memoCard.content
-                    font.pixelSize: 14
+                    font.pixelSize: Theme.fontSubhead
                     color: page.tone.secondaryText
                     wrapMode: Text.Wrap
                     maximumLineCount: 4
@@ -140,7 +141,7 @@ Page {
                 Label {
                     objectName: "memoDate"
                     text: memoCard.dateText
-                    font.pixelSize: 12
+                    font.pixelSize: Theme.fontCaption
                     color: page.tone.symbolTint
                 }
             }
@@ -155,7 +156,7 @@ Page {
                     objectName: "editAction"
                     width: 68
                     height: parent.height
-                    radius: 14
+                    radius: Theme.radiusCard
                     color: page.tone.symbolTint
                     opacity: SwipeDelegate.pressed ? 0.75 : 1
                     SwipeDelegate.onClicked: {
@@ -174,7 +175,7 @@ Page {
                     objectName: "deleteAction"
                     width: 68
                     height: parent.height
-                    radius: 14
+                    radius: Theme.radiusCard
                     color: Theme.named("colorForUserSelection01", page.dark)
                     opacity: SwipeDelegate.pressed ? 0.75 : 1
                     SwipeDelegate.onClicked: {

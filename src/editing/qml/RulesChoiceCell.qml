@@ -1,7 +1,6 @@
 import QtQuick
 import QtQuick.Controls
 import QtQuick.Controls.Material
-import TideMark
 import TideMark.Components
 
 // A cell of the weekday and month-day grids: a text or a symbol, filled with the accent colour

@@ -2,7 +2,7 @@ import QtQuick
 import QtQuick.Controls
 import QtQuick.Controls.Material
 import QtQuick.Layouts
-import TideMark
+import TideMark.Editing
 import TideMark.Components
 
 // The body shared by the two reminder pages: one row per lead time that the event's type offers
@@ -30,15 +30,15 @@ ColumnLayout {
                 Layout.fillWidth: true
                 implicitHeight: 40
                 background: Rectangle {
-                    radius: 8
+                    radius: Theme.radiusSmall
                     color: row.pressed ? editor.colors.chipBackground : "transparent"
                 }
                 contentItem: RowLayout {
-                    spacing: 8
+                    spacing: Theme.spacing
                     Label {
                         text: editor.model.codeText(row.modelData)
                         color: editor.colors.primaryText
-                        font.pixelSize: 15
+                        font.pixelSize: Theme.fontBody
                         elide: Text.ElideRight
                         Layout.fillWidth: true
                         Layout.leftMargin: 4
@@ -48,7 +48,7 @@ ColumnLayout {
                         visible: row.current
                         text: Symbols.glyph("checkmark")
                         font.family: Symbols.fontFamily
-                        font.pixelSize: 20
+                        font.pixelSize: Theme.fontHeader
                         color: row.Material.accent
                         Layout.rightMargin: 4
                     }
@@ -62,7 +62,7 @@ ColumnLayout {
             visible: !editor.model.codeOffered
             text: qsTrId("tellUserChoseOneCycleTypeForNoti")
             color: editor.colors.secondaryText
-            font.pixelSize: 13
+            font.pixelSize: Theme.fontSmall
             wrapMode: Text.WordWrap
             Layout.fillWidth: true
         }
@@ -85,7 +85,7 @@ ColumnLayout {
         }
         RowLayout {
             Layout.fillWidth: true
-            spacing: 8
+            spacing: Theme.spacing
             Repeater {
                 model: [9, 12, 18, 21]
                 RulesChoiceCell {

@@ -2,7 +2,8 @@ import QtQuick
 import QtQuick.Controls
 import QtQuick.Controls.Material
 import QtQuick.Layouts
-import TideMark
+import TideMark.Toolkit
+import TideMark.Editing
 import TideMark.Components
 
 // The body shared by the two repeat pages: the type picker with what the type needs (time wheel,
@@ -132,14 +133,14 @@ ColumnLayout {
                 visible: editor.editMode
                 text: qsTrId("monthMutilSelectionsLastDayOfMonthUseGuideString")
                 color: editor.colors.secondaryText
-                font.pixelSize: 13
+                font.pixelSize: Theme.fontSmall
                 wrapMode: Text.WordWrap
                 Layout.fillWidth: true
             }
             Label {
                 text: qsTrId("monthMutilSelectionsSomeMonthDonotHave293031String")
                 color: editor.colors.secondaryText
-                font.pixelSize: 13
+                font.pixelSize: Theme.fontSmall
                 wrapMode: Text.WordWrap
                 Layout.fillWidth: true
             }
@@ -173,7 +174,7 @@ ColumnLayout {
             visible: editor.model.intervalOn
             text: qsTrId("customizeIntervalExplanationString")
             color: editor.colors.secondaryText
-            font.pixelSize: 13
+            font.pixelSize: Theme.fontSmall
             wrapMode: Text.WordWrap
             Layout.fillWidth: true
         }
@@ -188,7 +189,7 @@ ColumnLayout {
         RowLayout {
             visible: editor.model.intervalOn && editor.model.intervalRowCount > 0
             Layout.alignment: Qt.AlignHCenter
-            spacing: 8
+            spacing: Theme.spacing
             RulesWheel {
                 objectName: "intervalWheel"
                 model: editor.model.intervalRowCount
@@ -201,7 +202,7 @@ ColumnLayout {
             Label {
                 objectName: "intervalUnit"
                 text: editor.model.intervalUnitText.trim()
-                font.pixelSize: 18
+                font.pixelSize: Theme.fontEmphasis
                 color: editor.colors.primaryText
             }
         }

@@ -1,6 +1,8 @@
 import QtQuick
 import QtQuick.Controls
 import QtQuick.Controls.Material
+import TideMark.Editing
+import TideMark.Components
 
 // A wheel time picker: hours 00 to 23 and minutes 00 to 59.
 Row {
@@ -9,7 +11,7 @@ Row {
     property int minute: 0
     property var colors
     signal timePicked(int hour, int minute)
-    spacing: 8
+    spacing: Theme.spacing
 
     RulesWheel {
         objectName: "hourWheel"
@@ -21,7 +23,7 @@ Row {
     Label {
         anchors.verticalCenter: parent.verticalCenter
         text: ":"
-        font.pixelSize: 22
+        font.pixelSize: Theme.fontHeadline
         color: time.colors.primaryText
     }
     RulesWheel {

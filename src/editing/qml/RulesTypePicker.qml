@@ -2,6 +2,7 @@ import QtQuick
 import QtQuick.Controls
 import QtQuick.Controls.Material
 import QtQuick.Layouts
+import TideMark.Components
 
 // The repeat type as four segments: every day, week, month, year (types 1 to 4). Type 0 lights
 // none of them.
@@ -32,13 +33,13 @@ Rectangle {
                 Layout.preferredWidth: 1
                 text: qsTrId("addNewEventPagePickerForEventType" + segmentType)
                 background: Rectangle {
-                    radius: 8
+                    radius: Theme.radiusSmall
                     color: segment.current ? picker.Material.accent : "transparent"
                     opacity: segment.pressed ? 0.7 : 1
                 }
                 contentItem: Label {
                     text: segment.text
-                    font.pixelSize: 14
+                    font.pixelSize: Theme.fontSubhead
                     font.weight: segment.current ? Font.DemiBold : Font.Normal
                     color: segment.current ? picker.colors.selectedText : picker.colors.primaryText
                     horizontalAlignment: Text.AlignHCenter

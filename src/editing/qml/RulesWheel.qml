@@ -1,6 +1,7 @@
 import QtQuick
 import QtQuick.Controls
 import QtQuick.Controls.Material
+import TideMark.Components
 
 // One wheel of numbers from `first` on, `count` rows. `value` shows the row of that number;
 // `picked(value)` is emitted only when the user turns the wheel, so a value that no row has (or
@@ -22,7 +23,7 @@ Tumbler {
         required property int index
         required property var modelData
         text: String(wheel.first + index).padStart(wheel.digits, "0")
-        font.pixelSize: 20
+        font.pixelSize: Theme.fontHeader
         color: wheel.colors.primaryText
         horizontalAlignment: Text.AlignHCenter
         verticalAlignment: Text.AlignVCenter
@@ -34,7 +35,7 @@ Tumbler {
         anchors.verticalCenter: parent.verticalCenter
         width: parent.width
         height: parent.availableHeight / wheel.visibleItemCount
-        radius: 8
+        radius: Theme.radiusSmall
         color: wheel.colors.chipBackground
     }
 

@@ -10,6 +10,11 @@ namespace tidemark {
 
 Haptics::Haptics(QObject* parent) : QObject(parent) {}
 
+Haptics* Haptics::instance() {
+    static Haptics haptics;
+    return &haptics;
+}
+
 void Haptics::impact() {
     ++requests_;
     auto bus = QDBusConnection::sessionBus();

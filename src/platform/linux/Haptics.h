@@ -17,6 +17,9 @@ class Haptics : public QObject {
 public:
     explicit Haptics(QObject* parent = nullptr);
 
+    /// The feedback of the process's window (QML's "Haptics"), made on first use.
+    static Haptics* instance();
+
     /// The feedback of a tap that confirms something (tab, arrow, an opened URL).
     Q_INVOKABLE void impact();
 

@@ -1,7 +1,8 @@
 import QtQuick
 import QtQuick.Controls
 import QtQuick.Layouts
-import TideMark
+import TideMark.Toolkit
+import TideMark.Settings
 import TideMark.Components
 
 // About: the version and the day of this build, rating and sharing the app, and the links out.
@@ -36,7 +37,7 @@ SettingsPage {
         Label {
             Layout.alignment: Qt.AlignHCenter
             text: qsTrId("appDisplayName")
-            font.pixelSize: 22
+            font.pixelSize: Theme.fontHeadline
             font.bold: true
             color: page.colors.primaryText
         }

@@ -1,6 +1,7 @@
 import QtQuick
 import QtQuick.Controls
-import TideMark
+import TideMark.Toolkit
+import TideMark.Settings
 import TideMark.Components
 
 // The settings row of the app lock: a switch for the wish to lock the app at its next launch.

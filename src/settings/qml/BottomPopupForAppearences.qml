@@ -2,7 +2,8 @@ import QtQuick
 import QtQuick.Controls
 import QtQuick.Controls.Material
 import QtQuick.Layouts
-import TideMark
+import TideMark.Browsing
+import TideMark.Settings
 import TideMark.Components
 
 // The appearance choice from the bottom of the screen: follow the system, always light or always
@@ -15,9 +16,6 @@ Popup {
     required property TimelineActions actions
     readonly property bool dark: Material.theme === Material.Dark
     readonly property ThemeColors colors: Theme.colors(popup.dark)
-    AppStorage { id: alwaysLight; key: "colorSchemeSetToAlwaysLight"; defaultValue: false }
-    AppStorage { id: alwaysDark; key: "colorSchemeSetToAlwaysDark"; defaultValue: false }
-    AppStorage { id: followSystem; key: "colorSchemeSetToFollowSystem"; defaultValue: false }
 
     readonly property color sun: Theme.named("Sun", dark)
     readonly property color moon: Theme.named("Moon", dark)
@@ -49,7 +47,7 @@ Popup {
 
     height: popup.contentItem.implicitHeight + topPadding + bottomPadding
     contentItem: ColumnLayout {
-        spacing: 12
+        spacing: Theme.spacingMedium
         Rectangle {
             Layout.alignment: Qt.AlignHCenter
             width: 40
@@ -59,7 +57,7 @@ Popup {
         }
         Label {
             text: qsTrId("lightAndDarkMode")
-            font.pixelSize: 20
+            font.pixelSize: Theme.fontHeader
             font.weight: Font.DemiBold
             color: popup.colors.primaryText
         }
@@ -72,7 +70,9 @@ Popup {
             radius: 32
             color: popup.colors.cardBackground
             border.color: popup.colors.cardBorder
-            readonly property real position: alwaysLight.value ? 0 : alwaysDark.value ? 1 : 0.5
+            readonly property int scheme: popup.actions.colorScheme
+            readonly property real position: scheme === TimelineActions.AlwaysLight ? 0
+                                             : scheme === TimelineActions.AlwaysDark ? 1 : 0.5
             Rectangle {
                 objectName: "themeCircle"
                 width: 48
@@ -80,8 +80,8 @@ Popup {
                 radius: 24
                 y: 8
                 x: 8 + sky.position * (sky.width - width - 16)
-                color: alwaysDark.value ? popup.moon
-                     : alwaysLight.value ? popup.sun
+                color: sky.scheme === TimelineActions.AlwaysDark ? popup.moon
+                     : sky.scheme === TimelineActions.AlwaysLight ? popup.sun
                      : Qt.rgba((popup.sun.r + popup.moon.r) / 2, (popup.sun.g + popup.moon.g) / 2,
                                (popup.sun.b + popup.moon.b) / 2, 1)
                 Behavior on x { NumberAnimation { duration: 320; easing.type: Easing.OutBack } }

@@ -2,7 +2,9 @@ import QtQuick
 import QtQuick.Controls
 import QtQuick.Dialogs
 import QtQuick.Layouts
-import TideMark
+import TideMark.Toolkit
+import TideMark.Settings
+import TideMark.Components
 
 // Writes the date book to one calendar file that other calendar programs read.
 SettingsPage {
@@ -25,7 +27,7 @@ SettingsPage {
         Layout.fillWidth: true
         text: qsTrId("exportPageExplanation")
         wrapMode: Text.Wrap
-        font.pixelSize: 15
+        font.pixelSize: Theme.fontBody
         color: page.colors.secondaryText
     }
     SettingsGroup {
@@ -63,7 +65,7 @@ SettingsPage {
         visible: text !== ""
         text: interchange.status
         wrapMode: Text.Wrap
-        font.pixelSize: 15
+        font.pixelSize: Theme.fontBody
         color: page.colors.primaryText
     }
 }

@@ -2,7 +2,9 @@ import QtQuick
 import QtQuick.Controls
 import QtQuick.Dialogs
 import QtQuick.Layouts
-import TideMark
+import TideMark.Toolkit
+import TideMark.Settings
+import TideMark.Components
 
 // Reads a calendar or contacts file: first what it would add and what it leaves out, then, when
 // confirmed, the events go into the date book.
@@ -26,7 +28,7 @@ SettingsPage {
         Layout.fillWidth: true
         text: qsTrId("importPageExplanation")
         wrapMode: Text.Wrap
-        font.pixelSize: 15
+        font.pixelSize: Theme.fontBody
         color: page.colors.secondaryText
     }
     Button {
@@ -42,7 +44,7 @@ SettingsPage {
               : page.interchange.status !== "" ? page.interchange.status
               : qsTrId("importNothingChosen")
         wrapMode: Text.Wrap
-        font.pixelSize: 15
+        font.pixelSize: Theme.fontBody
         color: page.colors.primaryText
     }
     SettingsGroup {

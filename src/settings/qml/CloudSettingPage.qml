@@ -2,7 +2,8 @@ import QtQuick
 import QtQuick.Controls
 import QtQuick.Controls.Material
 import QtQuick.Layouts
-import TideMark
+import TideMark.Toolkit
+import TideMark.Settings
 import TideMark.Components
 
 // The cloud page: the switch of backup and sync, the row with the code of the last problem, the
@@ -68,6 +69,8 @@ SettingsPage {
             symbol: "exclamationmark.circle"
             title: errorCode.value
             chevron: !page.asksFirst
+            // By address, not by type: that page is this one, so naming its type here would make
+            // the type contain itself.
             onClicked: if (chevron) page.StackView.view.push(Qt.resolvedUrl("IcloudSettingSubPage.qml"))
         }
     }
@@ -78,7 +81,7 @@ SettingsPage {
         ColumnLayout {
             Layout.fillWidth: true
             Layout.margins: 16
-            spacing: 8
+            spacing: Theme.spacing
             TextField {
                 objectName: "cloudServerAddressField"
                 Layout.fillWidth: true
@@ -136,7 +139,7 @@ SettingsPage {
                 visible: text !== ""
                 text: model.connectionMessage
                 wrapMode: Text.Wrap
-                font.pixelSize: 13
+                font.pixelSize: Theme.fontSmall
                 color: page.colors.secondaryText
             }
         }

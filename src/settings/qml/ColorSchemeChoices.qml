@@ -1,6 +1,8 @@
 import QtQuick
 import QtQuick.Controls
-import TideMark
+import TideMark.Toolkit
+import TideMark.Browsing
+import TideMark.Settings
 import TideMark.Components
 
 // The three colour scheme choices as rows: follow the system, always light, always dark. The
@@ -16,9 +18,6 @@ Repeater {
     property string objectNamePrefix: "appearanceChoice"
     property bool chipMark: false
 
-    readonly property AppStorage alwaysLight: AppStorage { key: "colorSchemeSetToAlwaysLight"; defaultValue: false }
-    readonly property AppStorage alwaysDark: AppStorage { key: "colorSchemeSetToAlwaysDark"; defaultValue: false }
-    readonly property AppStorage followSystem: AppStorage { key: "colorSchemeSetToFollowSystem"; defaultValue: false }
 
     model: [
         { scheme: TimelineActions.FollowSystem, symbol: "gearshape", key: "lightAndDarkModeAUTO" },
@@ -28,7 +27,7 @@ Repeater {
     delegate: SettingsRow {
         id: choiceRow
         required property var modelData
-        readonly property bool current: [choices.alwaysLight, choices.alwaysDark, choices.followSystem][modelData.scheme].value === true
+        readonly property bool current: choices.actions.colorScheme === modelData.scheme
         objectName: choices.objectNamePrefix + modelData.scheme
         symbol: choices.chipMark && current ? "checkmark" : modelData.symbol
         title: qsTrId(modelData.key)
@@ -41,7 +40,7 @@ Repeater {
             visible: !choices.chipMark && choiceRow.current
             text: Symbols.glyph("checkmark")
             font.family: Symbols.fontFamily
-            font.pixelSize: 22
+            font.pixelSize: Theme.fontHeadline
             color: Theme.named("tabBarIconColorForSelected", choices.dark)
         }
         onClicked: {

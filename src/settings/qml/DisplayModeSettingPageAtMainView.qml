@@ -1,7 +1,8 @@
 import QtQuick
 import QtQuick.Controls
 import QtQuick.Layouts
-import TideMark
+import TideMark.Browsing
+import TideMark.Settings
 import TideMark.Components
 
 // The appearance choice as a page of the main screen: follow the system, always light or always

@@ -1,7 +1,8 @@
 import QtQuick
 import QtQuick.Controls
 import QtQuick.Layouts
-import TideMark
+import TideMark.Settings
+import TideMark.Components
 
 // Help: short answers to what new users ask most, one card each.
 SettingsPage {
@@ -21,7 +22,7 @@ SettingsPage {
                 Layout.margins: 14
                 text: qsTrId("helpAnswerString" + entry.number)
                 wrapMode: Text.Wrap
-                font.pixelSize: 15
+                font.pixelSize: Theme.fontBody
                 color: page.colors.primaryText
             }
         }

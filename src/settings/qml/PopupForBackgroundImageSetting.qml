@@ -2,7 +2,7 @@ import QtQuick
 import QtQuick.Controls
 import QtQuick.Controls.Material
 import QtQuick.Layouts
-import TideMark
+import TideMark.Toolkit
 import TideMark.Components
 
 // The page background choice: the plain page colour or the app's tide picture, each shown as a
@@ -35,7 +35,7 @@ Popup {
         spacing: 14
         Label {
             text: qsTrId("changeBackgroundImageMenuAtBrandNewSettingView")
-            font.pixelSize: 20
+            font.pixelSize: Theme.fontHeader
             font.weight: Font.DemiBold
             color: popup.colors.primaryText
         }
@@ -56,11 +56,11 @@ Popup {
                         allAppBackgroundSettingString.value = modelData
                     }
                     contentItem: ColumnLayout {
-                        spacing: 8
+                        spacing: Theme.spacing
                         Rectangle {
                             Layout.fillWidth: true
                             Layout.fillHeight: true
-                            radius: 14
+                            radius: Theme.radiusCard
                             clip: true
                             color: popup.colors.pageBackground
                             border.width: choice.current ? 3 : 1
@@ -78,11 +78,11 @@ Popup {
                             Label {
                                 anchors.right: parent.right
                                 anchors.bottom: parent.bottom
-                                anchors.margins: 8
+                                anchors.margins: Theme.spacing
                                 visible: choice.current
                                 text: Symbols.glyph("checkmark")
                                 font.family: Symbols.fontFamily
-                                font.pixelSize: 22
+                                font.pixelSize: Theme.fontHeadline
                                 color: Theme.named("tabBarIconColorForSelected", popup.dark)
                             }
                         }
@@ -92,7 +92,7 @@ Popup {
                             text: choice.index === 0 ? qsTrId("backgroundPlainStringAtBackgroundPopup")
                                                      : qsTrId("backgroundTideStringAtBackgroundPopup")
                             color: popup.colors.primaryText
-                            font.pixelSize: 14
+                            font.pixelSize: Theme.fontSubhead
                         }
                     }
                 }

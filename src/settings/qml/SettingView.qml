@@ -2,7 +2,9 @@ import QtQuick
 import QtQuick.Controls
 import QtQuick.Controls.Material
 import QtQuick.Layouts
-import TideMark
+import TideMark.Toolkit
+import TideMark.Browsing
+import TideMark.Settings
 import TideMark.Components
 
 // The settings tab: reminders, appearance, background, cloud, app lock, feedback, the app's
@@ -12,7 +14,7 @@ Item {
     objectName: "settingView"
 
     /// Asks the main screen to show a page (pushed onto the app's page stack).
-    signal pageRequested(string url, var properties)
+    signal pageRequested(Component page, var properties)
     /// Asks the window to show a short note at the top.
     signal noteRequested(string text)
 
@@ -22,9 +24,6 @@ Item {
     NotiSettingModel { id: noti }
     SettingViewModel { id: settingsModel }
     TimelineActions { id: appearance }
-    AppStorage { id: alwaysLight; key: "colorSchemeSetToAlwaysLight"; defaultValue: false }
-    AppStorage { id: alwaysDark; key: "colorSchemeSetToAlwaysDark"; defaultValue: false }
-    AppStorage { id: followSystem; key: "colorSchemeSetToFollowSystem"; defaultValue: false }
     AppStorage {
         id: background
         key: "UI_BGIMAGE_allAppBackgroundSettingString"
@@ -35,9 +34,9 @@ Item {
     onVisibleChanged: if (visible) noti.appeared()
     Component.onCompleted: if (visible) noti.appeared()
 
-    function open(fileName) {
+    function open(subPage) {
         Haptics.impact()
-        view.pageRequested(fileName, {})
+        view.pageRequested(subPage, {})
     }
 
     Flickable {
@@ -69,7 +68,7 @@ Item {
                                          : qsTrId("notiStatusOffTitleStringAtNotiSettingSubViewPage")
                     dimmed: !noti.authorized
                     chevron: false
-                    onClicked: view.open("SettingViewSubViewForNotiSetting.qml")
+                    onClicked: view.open(settingViewSubViewForNotiSetting)
                     trailing: TideSwitch {
                         objectName: "remindersSwitch"
                         checked: noti.switchOn
@@ -98,11 +97,11 @@ Item {
             SettingsGroup {
                 SettingsRow {
                     objectName: "appearanceRow"
-                    symbol: alwaysLight.value ? "sun.min" : alwaysDark.value ? "moon.zzz" : "gearshape"
+                    symbol: ["sun.min", "moon.zzz", "gearshape"][appearance.colorScheme] ?? "gearshape"
                     title: qsTrId("lightAndDarkMode")
-                    detail: alwaysLight.value ? qsTrId("lightAndDarkModeAlwaysLight")
-                          : alwaysDark.value ? qsTrId("lightAndDarkModeAlwaysDark")
-                          : followSystem.value ? qsTrId("lightAndDarkModeAUTO") : ""
+                    detail: appearance.colorScheme < 0 ? ""
+                            : qsTrId(["lightAndDarkModeAlwaysLight", "lightAndDarkModeAlwaysDark",
+                                      "lightAndDarkModeAUTO"][appearance.colorScheme])
                     onClicked: {
                         Haptics.impact()
                         appearancePopup.open()
@@ -124,7 +123,7 @@ Item {
                     objectName: "cloudRow"
                     symbol: "icloud"
                     title: qsTrId("goToIcloudSettingPageAtSettingPage")
-                    onClicked: view.open("PopupForIcloudSetting.qml")
+                    onClicked: view.open(popupForIcloudSetting)
                 }
                 AppLockSettingRow {}
             }
@@ -135,13 +134,13 @@ Item {
                     objectName: "exportCalendarRow"
                     symbol: "square.and.arrow.up"
                     title: qsTrId("exportToCalendarFileRow")
-                    onClicked: view.open("CalendarExportPage.qml")
+                    onClicked: view.open(calendarExportPage)
                 }
                 SettingsRow {
                     objectName: "importCalendarRow"
                     symbol: "square.and.arrow.down"
                     title: qsTrId("importFromCalendarFileRow")
-                    onClicked: view.open("CalendarImportPage.qml")
+                    onClicked: view.open(calendarImportPage)
                 }
             }
 
@@ -159,25 +158,25 @@ Item {
                     objectName: "helpRow"
                     symbol: "questionmark.circle"
                     title: qsTrId("helpSubPageNavigationTitleString")
-                    onClicked: view.open("HelpSubPage.qml")
+                    onClicked: view.open(helpSubPage)
                 }
                 SettingsRow {
                     objectName: "shareSettingRow"
                     symbol: "person.2"
                     title: qsTrId("shareSettingSubPageNavigationTitleString")
-                    onClicked: view.open("ShareSettingSubPage.qml")
+                    onClicked: view.open(shareSettingSubPage)
                 }
                 SettingsRow {
                     objectName: "aboutRow"
                     symbol: "info.circle"
                     title: qsTrId("aboutSubPageNavigationTitleString")
-                    onClicked: view.open("AboutSubPage.qml")
+                    onClicked: view.open(aboutSubPage)
                 }
                 SettingsRow {
                     objectName: "supportRow"
                     symbol: "heart"
                     title: qsTrId("supportMeSubPageNavigationTitleString")
-                    onClicked: view.open("SupportMeSubPage.qml")
+                    onClicked: view.open(supportMeSubPage)
                 }
             }
 
@@ -211,13 +210,13 @@ Item {
                 objectName: "settingsFooter"
                 Layout.fillWidth: true
                 Layout.topMargin: 4
-                spacing: 4
+                spacing: Theme.spacingSmall
                 Label {
                     objectName: "versionLine"
                     Layout.fillWidth: true
                     horizontalAlignment: Text.AlignHCenter
                     text: qsTrId("appDisplayName") + " " + settingsModel.version
-                    font.pixelSize: 12
+                    font.pixelSize: Theme.fontCaption
                     color: view.colors.secondaryText
                 }
                 Label {
@@ -226,7 +225,7 @@ Item {
                     visible: settingsModel.showsRegistrationLine
                     horizontalAlignment: Text.AlignHCenter
                     text: qsTrId("footerRegistrationLineString")
-                    font.pixelSize: 12
+                    font.pixelSize: Theme.fontCaption
                     color: view.colors.secondaryText
                 }
                 Label {
@@ -235,7 +234,7 @@ Item {
                     visible: !settingsModel.showsRegistrationLine
                     horizontalAlignment: Text.AlignHCenter
                     text: qsTrId("footerMakerLineString")
-                    font.pixelSize: 12
+                    font.pixelSize: Theme.fontCaption
                     color: view.colors.secondaryText
                 }
             }
@@ -244,4 +243,14 @@ Item {
 
     BottomPopupForAppearences { id: appearancePopup; actions: appearance }
     PopupForBackgroundImageSetting { id: backgroundPopup }
+
+    // The pages and popups this one opens.
+    Component { id: settingViewSubViewForNotiSetting; SettingViewSubViewForNotiSetting {} }
+    Component { id: popupForIcloudSetting; PopupForIcloudSetting {} }
+    Component { id: calendarExportPage; CalendarExportPage {} }
+    Component { id: calendarImportPage; CalendarImportPage {} }
+    Component { id: helpSubPage; HelpSubPage {} }
+    Component { id: shareSettingSubPage; ShareSettingSubPage {} }
+    Component { id: aboutSubPage; AboutSubPage {} }
+    Component { id: supportMeSubPage; SupportMeSubPage {} }
 }

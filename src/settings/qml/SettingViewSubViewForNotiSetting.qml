@@ -2,7 +2,8 @@ import QtQuick
 import QtQuick.Controls
 import QtQuick.Controls.Material
 import QtQuick.Layouts
-import TideMark
+import TideMark.Toolkit
+import TideMark.Settings
 import TideMark.Components
 
 // Reminders: the master switch of all reminders (dimmed while the system doesn't let the app
@@ -49,7 +50,7 @@ Page {
             Label {
                 objectName: "navigationTitle"
                 text: page.title
-                font.pixelSize: 20
+                font.pixelSize: Theme.fontHeader
                 font.weight: Font.DemiBold
                 color: page.colors.primaryText
                 Layout.fillWidth: true
@@ -60,7 +61,7 @@ Page {
 
     component Card: Rectangle {
         Layout.fillWidth: true
-        radius: 14
+        radius: Theme.radiusCard
         color: page.colors.cardBackground
         border.color: page.colors.cardBorder
     }
@@ -69,7 +70,7 @@ Page {
         anchors.left: parent.left
         anchors.right: parent.right
         anchors.top: parent.top
-        anchors.margins: 16
+        anchors.margins: Theme.spacingLarge
         spacing: 10
 
         Card {
@@ -78,14 +79,14 @@ Page {
                 id: switchRow
                 objectName: "masterSwitchRow"
                 anchors.fill: parent
-                anchors.leftMargin: 16
-                anchors.rightMargin: 8
+                anchors.leftMargin: Theme.spacingLarge
+                anchors.rightMargin: Theme.spacing
                 opacity: model.authorized ? 1 : 0.28
-                spacing: 12
+                spacing: Theme.spacingMedium
                 Label {
                     text: Symbols.glyph(model.switchOn ? "bell.badge" : "bell.slash")
                     font.family: Symbols.fontFamily
-                    font.pixelSize: 22
+                    font.pixelSize: Theme.fontHeadline
                     color: page.colors.symbolTint
                 }
                 Label {
@@ -94,7 +95,7 @@ Page {
                     text: model.switchOn ? qsTrId("notiStatusOnTitleStringAtNotiSettingSubViewPage")
                                          : qsTrId("notiStatusOffTitleStringAtNotiSettingSubViewPage")
                     wrapMode: Text.Wrap
-                    font.pixelSize: 16
+                    font.pixelSize: Theme.fontBodyLarge
                     color: page.colors.primaryText
                 }
                 TideSwitch {
@@ -115,7 +116,7 @@ Page {
             visible: !model.authorized
             text: qsTrId("notiNotAuthorizedExplanationString")
             wrapMode: Text.Wrap
-            font.pixelSize: 13
+            font.pixelSize: Theme.fontSmall
             color: page.colors.secondaryText
         }
 
@@ -129,24 +130,24 @@ Page {
                 anchors.left: parent.left
                 anchors.right: parent.right
                 contentItem: RowLayout {
-                    spacing: 12
+                    spacing: Theme.spacingMedium
                     Label {
                         text: Symbols.glyph("gearshape")
                         font.family: Symbols.fontFamily
-                        font.pixelSize: 22
+                        font.pixelSize: Theme.fontHeadline
                         color: page.colors.symbolTint
                     }
                     Label {
                         Layout.fillWidth: true
                         text: qsTrId("requestAuthorizationStringAtNotiSettingSubViewPage")
                         wrapMode: Text.Wrap
-                        font.pixelSize: 16
+                        font.pixelSize: Theme.fontBodyLarge
                         color: page.colors.primaryText
                     }
                     Label {
                         text: Symbols.glyph("chevron.right")
                         font.family: Symbols.fontFamily
-                        font.pixelSize: 20
+                        font.pixelSize: Theme.fontHeader
                         color: page.colors.secondaryText
                     }
                 }
@@ -164,7 +165,7 @@ Page {
             visible: !model.systemSettingsAvailable
             text: qsTrId("notiNoSystemSettingsString")
             wrapMode: Text.Wrap
-            font.pixelSize: 13
+            font.pixelSize: Theme.fontSmall
             color: page.colors.secondaryText
         }
     }

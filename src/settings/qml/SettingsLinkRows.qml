@@ -1,6 +1,7 @@
 import QtQuick
 import QtQuick.Layouts
-import TideMark
+import TideMark.Toolkit
+import TideMark.Settings
 
 // The links out that the settings tab and the about page share: the app's web site and its
 // source code, opened in the desktop's browser.

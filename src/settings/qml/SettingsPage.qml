@@ -2,7 +2,7 @@ import QtQuick
 import QtQuick.Controls
 import QtQuick.Controls.Material
 import QtQuick.Layouts
-import TideMark
+import TideMark.Toolkit
 import TideMark.Components
 
 // A page of the settings pushed onto the app's stack: a back button and the title above a
@@ -40,7 +40,7 @@ Page {
             x: 16
             y: 8
             width: parent.width - 32
-            spacing: 16
+            spacing: Theme.spacingLarge
         }
     }
 }

@@ -2,7 +2,6 @@ import QtQuick
 import QtQuick.Controls
 import QtQuick.Controls.Material
 import QtQuick.Layouts
-import TideMark
 import TideMark.Components
 
 // One row of a settings group: a symbol, a title, an optional second line and, at the end, a
@@ -32,7 +31,7 @@ ItemDelegate {
             visible: row.symbol !== ""
             text: Symbols.glyph(row.symbol)
             font.family: Symbols.fontFamily
-            font.pixelSize: 22
+            font.pixelSize: Theme.fontHeadline
             color: row.colors.symbolTint
             Layout.preferredWidth: 24
             horizontalAlignment: Text.AlignHCenter
@@ -45,7 +44,7 @@ ItemDelegate {
                 Layout.fillWidth: true
                 text: row.title
                 wrapMode: Text.Wrap
-                font.pixelSize: 16
+                font.pixelSize: Theme.fontBodyLarge
                 color: row.colors.primaryText
             }
             Label {
@@ -53,7 +52,7 @@ ItemDelegate {
                 visible: row.detail !== ""
                 text: row.detail
                 wrapMode: Text.Wrap
-                font.pixelSize: 13
+                font.pixelSize: Theme.fontSmall
                 color: row.colors.secondaryText
             }
         }
@@ -67,7 +66,7 @@ ItemDelegate {
             visible: row.chevron
             text: Symbols.glyph("chevron.right")
             font.family: Symbols.fontFamily
-            font.pixelSize: 20
+            font.pixelSize: Theme.fontHeader
             color: row.colors.secondaryText
         }
     }

@@ -1,7 +1,9 @@
 import QtQuick
 import QtQuick.Controls
 import QtQuick.Layouts
-import TideMark
+import TideMark.Toolkit
+import TideMark.Settings
+import TideMark.Components
 
 // Sharing: holds the share group of new events. It has no content of its own yet.
 SettingsPage {
@@ -17,7 +19,7 @@ SettingsPage {
         Layout.topMargin: 40
         horizontalAlignment: Text.AlignHCenter
         text: qsTrId("Hello, World!")
-        font.pixelSize: 17
+        font.pixelSize: Theme.fontTitle
         color: page.colors.secondaryText
     }
 }

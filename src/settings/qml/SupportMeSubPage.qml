@@ -2,7 +2,8 @@ import QtQuick
 import QtQuick.Controls
 import QtQuick.Controls.Material
 import QtQuick.Layouts
-import TideMark
+import TideMark.Toolkit
+import TideMark.Settings
 import TideMark.Components
 
 // Support: thanks the user and offers a voluntary tip through the project's web page. A tip
@@ -27,7 +28,7 @@ SettingsPage {
         horizontalAlignment: Text.AlignHCenter
         text: qsTrId("supportMeThanksTitleString")
         wrapMode: Text.Wrap
-        font.pixelSize: 22
+        font.pixelSize: Theme.fontHeadline
         font.bold: true
         color: page.colors.primaryText
     }
@@ -36,7 +37,7 @@ SettingsPage {
         horizontalAlignment: Text.AlignHCenter
         text: qsTrId("supportMeThanksTextString")
         wrapMode: Text.Wrap
-        font.pixelSize: 15
+        font.pixelSize: Theme.fontBody
         color: page.colors.secondaryText
     }
     Button {
@@ -56,7 +57,7 @@ SettingsPage {
         horizontalAlignment: Text.AlignHCenter
         text: qsTrId("supportMeUnlocksNothingString")
         wrapMode: Text.Wrap
-        font.pixelSize: 13
+        font.pixelSize: Theme.fontSmall
         color: page.colors.secondaryText
     }
 }

@@ -20,11 +20,11 @@ Item {
     signal shareRequested(string eventId)
     property alias monthToShowDate: calendar.monthToShowDate
 
-    Component.onCompleted: calendarPage.appeared()
+    Component.onCompleted: CalendarPage.appeared()
     onVisibleChanged: {
         if (!visible)
             return
-        calendarPage.appeared()
+        CalendarPage.appeared()
         calendar.refresh()
     }
 
@@ -55,7 +55,7 @@ Item {
                 Layout.fillWidth: true
                 horizontalAlignment: Text.AlignHCenter
                 text: calendar.monthTitle
-                font.pixelSize: 20
+                font.pixelSize: Theme.fontHeader
                 font.bold: true
                 elide: Text.ElideRight
             }
@@ -79,8 +79,8 @@ Item {
             Layout.rightMargin: 12
             Layout.preferredHeight: Math.min(width, page.height * 0.55)
             darkScheme: page.darkScheme
-            selectedDate: calendarPage.todayDateForDatePickerDefault
-            onDaySelected: (date) => calendarPage.todayDateForDatePickerDefault = date
+            selectedDate: CalendarPage.todayDateForDatePickerDefault
+            onDaySelected: (date) => CalendarPage.todayDateForDatePickerDefault = date
         }
 
         Rectangle {
@@ -98,9 +98,9 @@ Item {
             Layout.fillWidth: true
             Layout.fillHeight: true
             clip: true
-            spacing: 8
-            leftMargin: 16
-            rightMargin: 16
+            spacing: Theme.spacing
+            leftMargin: Theme.spacingLarge
+            rightMargin: Theme.spacingLarge
             topMargin: 10
             bottomMargin: 10
             model: DataStore.todayDataForUI
@@ -124,7 +124,7 @@ Item {
                 maximumLineCount: 1
                 elide: Text.ElideRight
                 opacity: 0.6
-                font.pixelSize: 16
+                font.pixelSize: Theme.fontBodyLarge
             }
         }
     }

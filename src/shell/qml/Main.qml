@@ -84,13 +84,13 @@ ApplicationWindow {
         x: (parent.width - width) / 2
         y: 24
         timeout: 2200
-        font.pixelSize: 15
+        font.pixelSize: Theme.fontBody
     }
 
     // A settings or reminders file that could not be read was kept aside and made afresh: the
     // user is told once, on start or when the window comes back, in words they can read.
     function tellDamagedFiles() {
-        const messages = TideMarkApp.takeDamagedFileMessages()
+        const messages = Array.from(TideMarkApp.takeDamagedFileMessages())
         if (messages.length === 0)
             return
         damagedFileDialog.message = (damagedFileDialog.opened ? damagedFileDialog.message + "\n\n"

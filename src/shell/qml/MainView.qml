@@ -32,35 +32,37 @@ Item {
         defaultValue: 0
     }
 
+    TimelineActions { id: appearance }
+
     function selectTab(tab) {
         Haptics.impact()
         tabSwitch.restart()
         currentTabSetting.value = tab
     }
 
-    // Pushes a page onto the window's stack (the main screen is its bottom page); a bare file
-    // name is a page of the window's folder.
-    function openPage(url, properties) {
+    // Pushes a page (one of the Components below, or one that the settings tab hands over) onto
+    // the window's stack; the main screen is its bottom page.
+    function openPage(nextPage, properties) {
         if (mainView.StackView.view)
-            mainView.StackView.view.push(Qt.resolvedUrl(url), properties || {})
+            mainView.StackView.view.push(nextPage, properties || {})
     }
 
     function openNewEventForm() {
         Haptics.impact()
-        openPage("AddNewEventPage.qml", { editOrAddNewEventCheckValue: false, eventId: "",
+        openPage(addNewEventPage, { editOrAddNewEventCheckValue: false, eventId: "",
                                           resetAllDataWhenEnterFromCardView: true })
     }
 
     // What the rows of the calendar and list pages ask for.
     function openEditForm(eventId) {
-        openPage("AddNewEventPage.qml", { editOrAddNewEventCheckValue: true, eventId: eventId,
+        openPage(addNewEventPage, { editOrAddNewEventCheckValue: true, eventId: eventId,
                                           resetAllDataWhenEnterFromCardView: true })
     }
     function openCard(eventId) {
-        openPage("CardViewForEventObject.qml", { eventId: eventId })
+        openPage(cardViewForEventObject, { eventId: eventId })
     }
     function openMemos(eventId) {
-        openPage("MemoForCardViewPage.qml", { eventId: eventId })
+        openPage(memoForCardViewPage, { eventId: eventId })
     }
 
     function openShareMenu(eventId) {
@@ -70,15 +72,13 @@ Item {
 
     function openTimeline() {
         Haptics.impact()
-        openPage("TimelineView.qml", {})
+        openPage(timelineView, {})
     }
     function openDisplayModePage() {
         Haptics.impact()
-        openPage("DisplayModeSettingPageAtMainView.qml", {})
+        openPage(displayModeSettingPageAtMainView, {})
     }
 
-    AppStorage { id: alwaysLight; key: "colorSchemeSetToAlwaysLight"; defaultValue: false }
-    AppStorage { id: alwaysDark; key: "colorSchemeSetToAlwaysDark"; defaultValue: false }
 
     PageBackground {
         anchors.fill: parent
@@ -94,8 +94,8 @@ Item {
         anchors.left: parent.left
         anchors.right: parent.right
         anchors.top: parent.top
-        anchors.leftMargin: 20
-        anchors.rightMargin: 8
+        anchors.leftMargin: Theme.spacingPage
+        anchors.rightMargin: Theme.spacing
         visible: mainView.shownTab !== "moreView"
         spacing: 0
         Label {
@@ -114,7 +114,7 @@ Item {
         RowButton {
             objectName: "displayModeButton"
             Layout.topMargin: 10
-            symbol: alwaysLight.value ? "sun.min" : alwaysDark.value ? "moon.zzz" : "light.max"
+            symbol: ["sun.min", "moon.zzz"][appearance.colorScheme] ?? "light.max"
             tint: Theme.named("tabBarIconColorForSelected", mainView.darkScheme)
             Accessible.name: qsTrId("lightAndDarkMode")
             onClicked: mainView.openDisplayModePage()
@@ -175,7 +175,7 @@ Item {
             active: visible || item !== null
             // The settings screen opens its pages through the main screen's stack.
             sourceComponent: SettingView {
-                onPageRequested: (url, properties) => mainView.openPage(url, properties)
+                onPageRequested: (subPage, properties) => mainView.openPage(subPage, properties)
                 onNoteRequested: text => mainView.noteRequested(text)
             }
         }
@@ -200,7 +200,7 @@ Item {
 
         RowLayout {
             anchors.fill: parent
-            anchors.bottomMargin: 4
+            anchors.bottomMargin: Theme.spacingSmall
             spacing: 0
             Repeater {
                 model: [
@@ -238,7 +238,7 @@ Item {
                             anchors.centerIn: parent
                             text: Symbols.glyph(tabButton.modelData.symbol)
                             font.family: Symbols.fontFamily
-                            font.pixelSize: 28
+                            font.pixelSize: Theme.fontLargeTitle
                             color: Theme.named(tabButton.colorName, mainView.darkScheme)
                             scale: tabButton.pressed ? 0.88 : 1
                             Behavior on scale { NumberAnimation { duration: 90 } }
@@ -249,4 +249,11 @@ Item {
             }
         }
     }
+
+    // The pages and popups this one opens.
+    Component { id: addNewEventPage; AddNewEventPage {} }
+    Component { id: cardViewForEventObject; CardViewForEventObject {} }
+    Component { id: memoForCardViewPage; MemoForCardViewPage {} }
+    Component { id: timelineView; TimelineView {} }
+    Component { id: displayModeSettingPageAtMainView; DisplayModeSettingPageAtMainView {} }
 }

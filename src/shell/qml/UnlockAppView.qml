@@ -74,7 +74,7 @@ FocusScope {
             text: lock.reason
             wrapMode: Text.Wrap
             horizontalAlignment: Text.AlignHCenter
-            font.pixelSize: 17
+            font.pixelSize: Theme.fontTitle
             color: view.colors.primaryText
         }
         Rectangle {
@@ -82,23 +82,23 @@ FocusScope {
             Layout.topMargin: 12
             visible: lock.prompt !== ""
             implicitHeight: question.implicitHeight + 20
-            radius: 14
+            radius: Theme.radiusCard
             color: view.colors.cardBackground
             border.color: view.colors.cardBorder
             ColumnLayout {
                 id: question
                 anchors.fill: parent
-                anchors.leftMargin: 16
-                anchors.rightMargin: 16
-                anchors.topMargin: 12
-                anchors.bottomMargin: 8
+                anchors.leftMargin: Theme.spacingLarge
+                anchors.rightMargin: Theme.spacingLarge
+                anchors.topMargin: Theme.spacingMedium
+                anchors.bottomMargin: Theme.spacing
                 spacing: 0
                 Label {
                     objectName: "unlockPrompt"
                     Layout.fillWidth: true
                     text: lock.prompt
                     wrapMode: Text.Wrap
-                    font.pixelSize: 13
+                    font.pixelSize: Theme.fontSmall
                     color: view.colors.secondaryText
                 }
                 TextField {
@@ -109,7 +109,7 @@ FocusScope {
                     echoMode: lock.secret ? TextInput.Password : TextInput.Normal
                     inputMethodHints: Qt.ImhSensitiveData | Qt.ImhNoPredictiveText
                                       | Qt.ImhNoAutoUppercase
-                    font.pixelSize: 17
+                    font.pixelSize: Theme.fontTitle
                     color: view.colors.primaryText
                     onVisibleChanged: {
                         if (visible)
@@ -131,7 +131,7 @@ FocusScope {
             text: lock.info
             wrapMode: Text.Wrap
             horizontalAlignment: Text.AlignHCenter
-            font.pixelSize: 14
+            font.pixelSize: Theme.fontSubhead
             color: view.colors.secondaryText
         }
         Label {
@@ -141,7 +141,7 @@ FocusScope {
             text: lock.error
             wrapMode: Text.Wrap
             horizontalAlignment: Text.AlignHCenter
-            font.pixelSize: 14
+            font.pixelSize: Theme.fontSubhead
             color: view.colors.error
         }
         Label {
@@ -153,7 +153,7 @@ FocusScope {
             visible: !lock.busy
             wrapMode: Text.Wrap
             horizontalAlignment: Text.AlignHCenter
-            font.pixelSize: 13
+            font.pixelSize: Theme.fontSmall
             color: view.colors.secondaryText
         }
         Button {

@@ -29,7 +29,7 @@ Dialog {
     topPadding: 4
     bottomPadding: 4
     background: Rectangle {
-        radius: 16
+        radius: Theme.radiusLarge
         color: Theme.colors(dialog.darkScheme).dialogBackground
     }
     header: Label {
@@ -37,14 +37,14 @@ Dialog {
         padding: 20
         bottomPadding: 8
         wrapMode: Text.Wrap
-        font.pixelSize: 18
+        font.pixelSize: Theme.fontEmphasis
         font.bold: true
     }
     contentItem: Label {
         objectName: dialog.messageName
         text: dialog.message
         wrapMode: Text.Wrap
-        font.pixelSize: 15
+        font.pixelSize: Theme.fontBody
         opacity: 0.85
     }
     footer: DialogButtonBox {

@@ -1,7 +1,7 @@
 import QtQuick
 import QtQuick.Controls
 import QtQuick.Controls.Material
-import TideMark
+import TideMark.Toolkit
 import TideMark.Components
 
 // One day of the month control. The day number stands inside a ring cut into one arc per event,
@@ -54,7 +54,7 @@ Item {
         anchors.centerIn: parent
         text: cell.text
         font.bold: true
-        font.pixelSize: 15
+        font.pixelSize: Theme.fontBody
         color: cell.selected ? Theme.named("selectedDateTextFroeground", cell.darkScheme)
              : cell.today ? Theme.named("selectedDateBackground", cell.darkScheme)
              : cell.Material.foreground

@@ -1,7 +1,8 @@
 import QtQuick
 import QtQuick.Controls
 import QtQuick.Controls.Material
-import TideMark
+import TideMark.Toolkit
+import TideMark.Components
 
 // The month control: a row of weekday letters over six weeks of day cells, from the calendar's
 // first weekday on. What each cell shows comes from MonthModel; a tap on a cell selects its day.
@@ -39,7 +40,7 @@ Item {
                 text: modelData
                 horizontalAlignment: Text.AlignHCenter
                 verticalAlignment: Text.AlignVCenter
-                font.pixelSize: 13
+                font.pixelSize: Theme.fontSmall
                 opacity: 0.55
             }
         }

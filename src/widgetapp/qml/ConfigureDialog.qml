@@ -34,12 +34,12 @@ Window {
 
     ColumnLayout {
         anchors.fill: parent
-        anchors.margins: 16
-        spacing: 8
+        anchors.margins: Theme.spacingLarge
+        spacing: Theme.spacing
 
         Label {
             text: qsTrId("widgetConfigureSizeLabel")
-            font.pixelSize: 15
+            font.pixelSize: Theme.fontBody
             font.weight: Font.DemiBold
         }
         Flow {
@@ -56,7 +56,7 @@ Window {
         }
         Label {
             text: dialog.large ? qsTrId("widgetConfigureKindLabel") : qsTrId("widgetConfigureEventLabel")
-            font.pixelSize: 15
+            font.pixelSize: Theme.fontBody
             font.weight: Font.DemiBold
         }
         Label {

@@ -55,7 +55,7 @@ Item {
                 Layout.fillWidth: true
                 text: face.event.detailsText || face.event.datesText || ""
                 color: face.colors.secondaryText
-                font.pixelSize: 13
+                font.pixelSize: Theme.fontSmall
                 elide: Text.ElideRight
             }
             Item { Layout.fillHeight: true; visible: !face.lock }
@@ -84,7 +84,7 @@ Item {
                 Layout.fillWidth: true
                 text: face.smallText
                 color: face.colors.secondaryText
-                font.pixelSize: 12
+                font.pixelSize: Theme.fontCaption
                 elide: Text.ElideRight
             }
         }
@@ -110,14 +110,14 @@ Item {
                     anchors.baseline: mediumBig.baseline
                     text: face.bigUnit
                     color: face.colors.secondaryText
-                    font.pixelSize: 15
+                    font.pixelSize: Theme.fontBody
                 }
             }
             Text {
                 Layout.alignment: Qt.AlignRight
                 text: face.smallText
                 color: face.colors.secondaryText
-                font.pixelSize: 13
+                font.pixelSize: Theme.fontSmall
             }
         }
     }

@@ -11,12 +11,12 @@ Item {
 
     ColumnLayout {
         anchors.fill: parent
-        spacing: 8
+        spacing: Theme.spacing
 
         Text {
             text: list.model.kindName(list.model.kind)
             color: list.colors.secondaryText
-            font.pixelSize: 13
+            font.pixelSize: Theme.fontSmall
             font.weight: Font.DemiBold
         }
         Text {
@@ -25,7 +25,7 @@ Item {
             Layout.fillHeight: true
             text: qsTrId("widgetNoEventsOfKindText")
             color: list.colors.secondaryText
-            font.pixelSize: 14
+            font.pixelSize: Theme.fontSubhead
             wrapMode: Text.Wrap
             horizontalAlignment: Text.AlignHCenter
             verticalAlignment: Text.AlignVCenter
@@ -41,7 +41,7 @@ Item {
             delegate: RowLayout {
                 required property var modelData
                 width: ListView.view.width
-                spacing: 8
+                spacing: Theme.spacing
                 Rectangle {
                     width: 8
                     height: 8
@@ -52,7 +52,7 @@ Item {
                     Layout.fillWidth: true
                     text: modelData.title
                     color: list.colors.primaryText
-                    font.pixelSize: 15
+                    font.pixelSize: Theme.fontBody
                     elide: Text.ElideRight
                 }
                 Text {
@@ -60,7 +60,7 @@ Item {
                         : modelData.dayCountNumber !== "" ? modelData.dayCountNumber + modelData.dayCountUnit
                         : (modelData.nextDateText || modelData.nextDate)
                     color: list.colors.secondaryText
-                    font.pixelSize: 14
+                    font.pixelSize: Theme.fontSubhead
                 }
             }
         }

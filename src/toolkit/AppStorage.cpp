@@ -1,4 +1,4 @@
-#include "shell/AppStorage.h"
+#include "toolkit/AppStorage.h"
 
 #include "platform/linux/QtDispatcher.h"
 #include "records/Defaults.h"

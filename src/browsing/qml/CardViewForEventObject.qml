@@ -2,7 +2,9 @@ import QtQuick
 import QtQuick.Controls
 import QtQuick.Controls.Material
 import QtQuick.Layouts
-import TideMark
+import TideMark.Toolkit
+import TideMark.Editing
+import TideMark.Browsing
 import TideMark.Components
 
 // The card of one event: its row, its next dates, the colour row, the rows that open the pages
@@ -19,8 +21,8 @@ Page {
     readonly property bool showsRuleGrid: ruleOfEvent.repeating
                                           && (ruleOfEvent.eventType === 2 || ruleOfEvent.eventType === 3)
 
-    function open(fileName) {
-        page.StackView.view.push(Qt.resolvedUrl(fileName), {eventId: page.eventId})
+    function open(editPage) {
+        page.StackView.view.push(editPage, {eventId: page.eventId})
     }
 
     CardViewModel {
@@ -60,7 +62,7 @@ Page {
             visible: cardModel.exists
             symbol: "eraser.line.dashed"
             tint: page.tone.symbolTint
-            onClicked: page.open("EditEventTitleContentPage.qml")
+            onClicked: page.open(editEventTitleContentPage)
         }
     }
 
@@ -174,32 +176,32 @@ Page {
                     objectName: "titleContentRow"
                     colors: page.tone
                     label: qsTrId("editTitleContentAtCardViewForEventObjcetTitleString")
-                    onClicked: page.open("EditEventTitleContentPage.qml")
+                    onClicked: page.open(editEventTitleContentPage)
                 }
                 ChevronRow {
                     objectName: "startDateRow"
                     colors: page.tone
                     label: qsTrId("editStartDateAtCardViewForEventObjcetTitleString")
-                    onClicked: page.open("EditEventStartDatePage.qml")
+                    onClicked: page.open(editEventStartDatePage)
                 }
                 ChevronRow {
                     objectName: "repeatRow"
                     colors: page.tone
                     label: qsTrId("addNewEventPageContentString02")
-                    onClicked: page.open("EditRepeatEventSettingPage.qml")
+                    onClicked: page.open(editRepeatEventSettingPage)
                 }
                 ChevronRow {
                     objectName: "notiRow"
                     colors: page.tone
                     label: qsTrId("addNewEventPageContentString03")
-                    onClicked: page.open("EditNotiSettingPage.qml")
+                    onClicked: page.open(editNotiSettingPage)
                 }
                 ChevronRow {
                     objectName: "shareRow"
                     colors: page.tone
                     separator: false
                     label: qsTrId("editShareAtCardViewForEventObjcetTitleString")
-                    onClicked: page.open("EditShareSettingPage.qml")
+                    onClicked: page.open(editShareSettingPage)
                 }
             }
 
@@ -208,16 +210,16 @@ Page {
                 visible: cardModel.exists
                 Layout.fillWidth: true
                 implicitHeight: 60
-                radius: 14
+                radius: Theme.radiusCard
                 color: page.tone.cardBackground
                 border.color: page.tone.cardBorder
                 border.width: 1
 
                 RowLayout {
                     anchors.fill: parent
-                    anchors.leftMargin: 8
-                    anchors.rightMargin: 8
-                    spacing: 4
+                    anchors.leftMargin: Theme.spacing
+                    anchors.rightMargin: Theme.spacing
+                    spacing: Theme.spacingSmall
 
                     RowButton {
                         objectName: "starButton"
@@ -241,7 +243,7 @@ Page {
                     Label {
                         text: cardModel.starred ? qsTrId("starredStringAtCardViewForEventObject")
                                                 : qsTrId("notStarredStringAtCardViewForEventObject")
-                        font.pixelSize: 15
+                        font.pixelSize: Theme.fontBody
                         color: page.tone.primaryText
                         elide: Text.ElideRight
                         Layout.fillWidth: true
@@ -273,7 +275,7 @@ Page {
                         }
                         contentItem: Label {
                             text: qsTrId("alertButtonStringForForDeleteThisEventAtCardView")
-                            font.pixelSize: 15
+                            font.pixelSize: Theme.fontBody
                             font.weight: Font.DemiBold
                             color: "white"
                             horizontalAlignment: Text.AlignHCenter
@@ -306,4 +308,11 @@ Page {
             }
         }
     }
+
+    // The pages and popups this one opens.
+    Component { id: editEventTitleContentPage; EditEventTitleContentPage {} }
+    Component { id: editEventStartDatePage; EditEventStartDatePage {} }
+    Component { id: editRepeatEventSettingPage; EditRepeatEventSettingPage {} }
+    Component { id: editNotiSettingPage; EditNotiSettingPage {} }
+    Component { id: editShareSettingPage; EditShareSettingPage {} }
 }

@@ -1,4 +1,4 @@
-#include "browsing/EventRowModel.h"
+#include "toolkit/EventRowModel.h"
 
 #include "engine/computeFunc.h"
 #include "platform/linux/QtDispatcher.h"

@@ -1,7 +1,7 @@
 import QtQuick
 import QtQuick.Controls
 import QtQuick.Layouts
-import TideMark
+import TideMark.Toolkit
 import TideMark.Components
 
 // The event's row at the head of the card and of the memo page: the row's texts without its
@@ -15,7 +15,7 @@ Rectangle {
 
     implicitWidth: 358
     implicitHeight: (rowData.exists ? body.implicitHeight : gone.implicitHeight) + 28
-    radius: 16
+    radius: Theme.radiusLarge
     color: colors.cardBackground
     border.color: colors.cardBorder
     border.width: 1
@@ -34,7 +34,7 @@ Rectangle {
         width: parent.width - 40
         anchors.verticalCenter: parent.verticalCenter
         text: qsTrId("eventGoneStringAtCardViewForEventObject")
-        font.pixelSize: 15
+        font.pixelSize: Theme.fontBody
         color: row.colors.secondaryText
         horizontalAlignment: Text.AlignHCenter
         wrapMode: Text.Wrap
@@ -54,12 +54,12 @@ Rectangle {
         x: 20
         y: 14
         width: parent.width - 36
-        spacing: 12
+        spacing: Theme.spacingMedium
 
         ColumnLayout {
             Layout.fillWidth: true
             Layout.alignment: Qt.AlignTop
-            spacing: 4
+            spacing: Theme.spacingSmall
 
             RowLayout {
                 Layout.fillWidth: true
@@ -67,7 +67,7 @@ Rectangle {
                 Label {
                     objectName: "rowTitle"
                     text: rowData.title
-                    font.pixelSize: 18
+                    font.pixelSize: Theme.fontEmphasis
                     font.weight: Font.DemiBold
                     color: row.colors.primaryText
                     elide: Text.ElideRight
@@ -81,7 +81,7 @@ Rectangle {
                         required property string modelData
                         text: Symbols.glyph(modelData)
                         font.family: Symbols.fontFamily
-                        font.pixelSize: 16
+                        font.pixelSize: Theme.fontBodyLarge
                         color: modelData === "star.fill" ? row.colors.starSymbol
                                                          : row.colors.symbolTint
                     }
@@ -90,7 +90,7 @@ Rectangle {
             Label {
                 visible: text.length > 0
                 text: rowData.typeText
-                font.pixelSize: 13
+                font.pixelSize: Theme.fontSmall
                 font.weight: Font.Medium
                 color: row.colors.symbolTint
             }
@@ -98,7 +98,7 @@ Rectangle {
                 objectName: "rowContent"
                 visible: text.length > 0
                 text: rowData.content
-                font.pixelSize: 14
+                font.pixelSize: Theme.fontSubhead
                 color: row.colors.secondaryText
                 wrapMode: Text.Wrap
                 Layout.fillWidth: true
@@ -106,7 +106,7 @@ Rectangle {
             Label {
                 objectName: "rowDates"
                 text: rowData.datesText
-                font.pixelSize: 13
+                font.pixelSize: Theme.fontSmall
                 color: row.colors.secondaryText
             }
         }
@@ -118,7 +118,7 @@ Rectangle {
             Label {
                 visible: text.length > 0
                 text: rowData.dayCountNumber
-                font.pixelSize: 28
+                font.pixelSize: Theme.fontLargeTitle
                 font.weight: Font.Bold
                 color: row.colors.primaryText
                 Layout.alignment: Qt.AlignRight

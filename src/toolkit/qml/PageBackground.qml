@@ -1,6 +1,6 @@
 import QtQuick
 import QtQuick.Controls.Material
-import TideMark
+import TideMark.Toolkit
 import TideMark.Components
 
 // The background of every page: the plain page colour, or the app's background picture when the
