@@ -19,13 +19,40 @@ DayRing::DayRing(QQuickItem* parent) : QQuickPaintedItem(parent) {
     setAntialiasing(true);
 }
 
-void DayRing::setColors(const QVariantList& colors) {
-    if (colors == colors_) {
+void DayRing::setColorNames(const QStringList& names) {
+    if (names == colorNames_) {
         return;
     }
-    colors_ = colors;
+    colorNames_ = names;
     emit colorsChanged();
     update();
+}
+
+void DayRing::setNamedColors(const QVariantMap& colors) {
+    if (colors == namedColors_) {
+        return;
+    }
+    namedColors_ = colors;
+    colorOfName_.clear();
+    for (auto it = colors.cbegin(); it != colors.cend(); ++it) {
+        colorOfName_.insert(it.key(), it.value().value<QColor>());
+    }
+    emit colorsChanged();
+    update();
+}
+
+QColor DayRing::colorOf(const QString& name) const {
+    const auto it = colorOfName_.constFind(name);
+    return it != colorOfName_.cend() ? *it : colorOfName_.value(QStringLiteral("default"));
+}
+
+QVariantList DayRing::colors() const {
+    QVariantList colors;
+    colors.reserve(colorNames_.size());
+    for (const auto& name : colorNames_) {
+        colors.append(colorOf(name));
+    }
+    return colors;
 }
 
 void DayRing::setLineWidth(qreal width) {
@@ -60,9 +87,10 @@ void DayRing::paint(QPainter* painter) {
     // Neighbouring segments of one colour are drawn as one arc: a day with thousands of events
     // has a few colours, not thousands of strokes.
     for (int i = 0; i < segments.size();) {
-        const QColor color = colors_[i].value<QColor>();
+        const QColor color = colorOf(colorNames_[i]);
         int end = i + 1;
-        while (end < segments.size() && colors_[end].value<QColor>() == color) {
+        while (end < segments.size() &&
+               (colorNames_[end] == colorNames_[end - 1] || colorOf(colorNames_[end]) == color)) {
             ++end;
         }
         QPen pen(color, lineWidth_);

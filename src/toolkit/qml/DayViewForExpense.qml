@@ -46,7 +46,8 @@ Item {
         visible: !cell.selected
         opacity: 0.723
         lineWidth: 2
-        colors: cell.eventColorNames.map(name => Theme.named(name, cell.darkScheme))
+        colorNames: cell.eventColorNames
+        namedColors: Theme.colors(cell.darkScheme).named
     }
 
     Label {
