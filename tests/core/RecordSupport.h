@@ -4,11 +4,15 @@
 
 #include "TestSupport.h"
 #include "records/DayListArchive.h"
+#include "records/Defaults.h"
+#include "records/EventJson.h"
+#include "records/SettingsKeys.h"
 #include "records/Store.h"
 #include "records/eventInfo.h"
 
 #include <cstdint>
 #include <initializer_list>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -122,6 +126,22 @@ template <class R> std::vector<std::string> idsOf(const std::vector<R>& records)
         }
     }
     return ids;
+}
+
+/// The widget data as the app last published it in the shared suite, or nothing.
+inline std::optional<std::string> publishedWidgetData() {
+    auto* suite = DefaultsSuite::named(kSharedSuiteName);
+    const auto value = suite ? suite->value(kWidgetDataKey) : std::nullopt;
+    const auto* bytes = value ? std::get_if<Bytes>(&*value) : nullptr;
+    return bytes ? std::optional<std::string>(std::in_place, bytes->begin(), bytes->end())
+                 : std::nullopt;
+}
+
+/// The published events, decoded; none when there is no data or it can't be read.
+inline std::vector<eventObjectAtWidget> publishedEvents() {
+    const auto data = publishedWidgetData();
+    return data ? decodeWidgetEventArray(*data).value_or(std::vector<eventObjectAtWidget>{})
+                : std::vector<eventObjectAtWidget>{};
 }
 
 } // namespace tidemark::testing

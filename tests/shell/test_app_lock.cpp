@@ -158,34 +158,22 @@ private slots:
 
     void whichServiceFilesLetPamAnswer_data() {
         QTest::addColumn<QString>("file");
-        QTest::addColumn<QString>("text");
         QTest::addColumn<bool>("answers");
-        QTest::newRow("own service") << "tidemark"
-                                     << "auth include common-auth\n"
-                                     << true;
-        QTest::newRow("other of Debian") << "other"
-                                         << "@include common-auth\n"
-                                         << true;
+        QTest::addColumn<QString>("text");
+        QTest::newRow("own service") << "tidemark" << true << "auth include common-auth\n";
+        QTest::newRow("other of Debian") << "other" << true << "@include common-auth\n";
         QTest::newRow("other that denies")
-            << "other"
-            << "auth required pam_deny.so\naccount required pam_deny.so\n"
-            << false;
+            << "other" << false << "auth required pam_deny.so\naccount required pam_deny.so\n";
         QTest::newRow("other that denies, bracketed")
-            << "other"
-            << "-auth [success=ok default=die] pam_deny.so\n"
-            << false;
+            << "other" << false << "-auth [success=ok default=die] pam_deny.so\n";
         QTest::newRow("other that warns, then denies")
-            << "other"
-            << "auth required pam_warn.so\nauth required pam_deny.so\n"
-            << true;
-        QTest::newRow("another app's service") << "login"
-                                               << "auth include common-auth\n"
-                                               << false;
+            << "other" << true << "auth required pam_warn.so\nauth required pam_deny.so\n";
+        QTest::newRow("another app's service") << "login" << false << "auth include common-auth\n";
     }
     void whichServiceFilesLetPamAnswer() {
         QFETCH(QString, file);
-        QFETCH(QString, text);
         QFETCH(bool, answers);
+        QFETCH(QString, text);
         TempDir dir;
         write(dir.path() / file.toStdString(), text.toStdString());
         QCOMPARE(pamServiceConfigured("tidemark", {dir.path() / "missing", dir.path()}), answers);

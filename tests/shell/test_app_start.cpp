@@ -10,30 +10,9 @@
 #include <QTest>
 #include <fstream>
 #include <nlohmann/json.hpp>
-#include <sqlite3.h>
 
 using namespace tidemark;
 using namespace tidemark::testing;
-
-namespace {
-
-std::vector<std::string> columnsOf(const std::filesystem::path& file, const std::string& table) {
-    sqlite3* db = nullptr;
-    std::vector<std::string> names;
-    if (sqlite3_open_v2(file.c_str(), &db, SQLITE_OPEN_READONLY, nullptr) == SQLITE_OK) {
-        sqlite3_stmt* st = nullptr;
-        const std::string sql = "PRAGMA table_info(\"" + table + "\")";
-        sqlite3_prepare_v2(db, sql.c_str(), -1, &st, nullptr);
-        while (st && sqlite3_step(st) == SQLITE_ROW) {
-            names.emplace_back(reinterpret_cast<const char*>(sqlite3_column_text(st, 1)));
-        }
-        sqlite3_finalize(st);
-    }
-    sqlite3_close(db);
-    return names;
-}
-
-} // namespace
 
 class AppStartTest : public QObject {
     Q_OBJECT
@@ -70,13 +49,7 @@ private slots:
     void firstStartLeavesTheSamplesAndTheWidgetData() {
         QCOMPARE(startApp(), 0);
 
-        const auto storeFile = storage_->dataHome() / "tidemark" / "default.sqlite";
-        QVERIFY(std::filesystem::exists(storeFile));
-        std::vector<std::string> expected;
-        std::apply([&](auto... f) { (expected.emplace_back(f.name), ...); }, EventFields::fields());
-        QCOMPARE(expected.size(), std::size_t(32));
-        QCOMPARE(columnsOf(storeFile, "eventInfo"), expected);
-
+        QVERIFY(std::filesystem::exists(storage_->dataHome() / "tidemark" / "default.sqlite"));
         const auto events = Store::open().objects<eventInfo>();
         QCOMPARE(events.size(), std::size_t(2));
         QCOMPARE(events[0].eventStartDateYear, std::int64_t(2027));

@@ -33,38 +33,25 @@ const DavUser kAlice{"alice", "s3cret-Tide-Pass"};
 const DavUser kBob{"bob", "another-Tide-Pass"};
 constexpr const char* kAliceAtServer = "alice@127.0.0.1";
 
-/// An event with every field set, most of them differing from event to event.
+/// An event with every field set, most of them differing from event to event: texts with
+/// characters that need escaping, numbers that name real types, and one beyond a double's range.
 eventInfo sampleEvent(int i) {
     eventInfo e;
+    const auto fill = [i](auto& value, std::string_view name) {
+        using T = std::decay_t<decltype(value)>;
+        if constexpr (std::is_same_v<T, std::string>) {
+            value = std::string(name) + " " + std::to_string(i) + " – 潮汐\nline \"two\"\t\\";
+        } else if constexpr (std::is_same_v<T, bool>) {
+            value = (i + name.size()) % 2 == 0;
+        } else if constexpr (std::is_same_v<T, std::int64_t>) {
+            value = name == "backupDataType01" ? -9007199254740993 - i
+                                               : static_cast<std::int64_t>(i + name.size()) % 5;
+        } else {
+            value = Bytes{0x62, 0x70, 0x00, 0xff, static_cast<std::uint8_t>(i)};
+        }
+    };
+    std::apply([&](const auto&... f) { (fill(e.*f.member, f.name), ...); }, EventFields::fields());
     e.eventId = QStringLiteral("E-%1").arg(i, 5, 10, QChar('0')).toStdString();
-    e.eventTitle = "Spring tide " + std::to_string(i) + " – 潮汐";
-    e.eventContent = "line one\nline \"two\"\t\\";
-    e.timeStampGenerate = "2026-03-10 08:00:00";
-    e.eventStartDateYear = 2026;
-    e.eventStartDateMonth = 1 + i % 12;
-    e.eventStartDateDay = 1 + i % 28;
-    e.eventRepeatOrNot = i % 2 == 0;
-    e.eventType = i % 5;
-    e.eventDateWhenEveryDayHour = i % 24;
-    e.eventDateWhenEveryDayMin = i % 60;
-    e.eventDateWhenEveryWeek = {0x62, 0x70, 0x00, 0xff, static_cast<std::uint8_t>(i)};
-    e.eventHaveCustomizeInterval = i % 3 == 0;
-    e.eventDateWhenCustomizeRepeatTimes = i;
-    e.eventNotiOrNot = true;
-    e.eventNotiType = 2;
-    e.eventNotiDateDayHour = 7;
-    e.eventNotiDateDayMin = 30;
-    e.eventNotiId = e.eventId + "@@n";
-    e.eventShareGroupId = "group";
-    e.eventHaveEndDateOrNot = true;
-    e.eventEndDateYear = 2027;
-    e.eventEndDateMonth = 12;
-    e.eventEndDateDay = 31;
-    e.eventStarOrNot = i % 4 == 0;
-    e.eventHaveMemoOrNot = true;
-    e.eventColorString = "colorForUserSelection03";
-    e.backupDataType01 = -9007199254740993 - i;
-    e.backupDataType02 = "b2";
     return e;
 }
 
@@ -365,32 +352,25 @@ private slots:
 
     void theHeadlessCommandsBackUpAndRestore_data() {
         QTest::addColumn<QString>("command");
+        QTest::addColumn<int>("exitCode");
         QTest::addColumn<QString>("passwordFrom"); // "environment", "input" or "" for none
         QTest::addColumn<QByteArray>("password");
         QTest::addColumn<QString>("printed");
-        QTest::addColumn<int>("exitCode");
         QTest::newRow("backup, password from the environment")
-            << "--cloud-backup"
-            << "environment" << kAlice.password << "10 records written\n"
-            << 0;
+            << "--cloud-backup" << 0 << "environment" << kAlice.password << "10 records written\n";
         QTest::newRow("restore into an empty store, password on standard input")
-            << "--cloud-restore"
-            << "input" << kAlice.password << "10 records read\n"
-            << 0;
-        QTest::newRow("wrong password")
-            << "--cloud-backup"
-            << "environment" << QByteArray("wrong") << "0 records written\ncode 1003\n"
-            << 1;
-        QTest::newRow("no password at all") << "--cloud-restore"
-                                            << "" << QByteArray() << "0 records read\ncode 1003\n"
-                                            << 1;
+            << "--cloud-restore" << 0 << "input" << kAlice.password << "10 records read\n";
+        QTest::newRow("wrong password") << "--cloud-backup" << 1 << "environment"
+                                        << QByteArray("wrong") << "0 records written\ncode 1003\n";
+        QTest::newRow("no password at all")
+            << "--cloud-restore" << 1 << "" << QByteArray() << "0 records read\ncode 1003\n";
     }
     void theHeadlessCommandsBackUpAndRestore() {
         QFETCH(QString, command);
+        QFETCH(int, exitCode);
         QFETCH(QString, passwordFrom);
         QFETCH(QByteArray, password);
         QFETCH(QString, printed);
-        QFETCH(int, exitCode);
         healthyDevice();
         // The app's data folder: for a backup, one with five events and their memos.
         const fs::path data = storage_->root() / ("app" + std::to_string(++stores_));

@@ -59,12 +59,28 @@ eventInfo fullEvent() {
     });
 }
 
+/// One state of the form's inputs and the alert it gives ("" when every check passes).
+struct FormCheck {
+    int type;      // -1: repeat off, else repeat on with this type
+    QString week;  // "-": no list at all
+    int notiType;  // -1: reminder off; 10 is no lead time chosen
+    QString share; // "-": sharing off, else "picked group/event's group"
+    QString title, alert;
+};
+
+/// A date as yyyymmdd, for comparing the form's year, month and day at once.
+int ymd(std::int64_t year, std::int64_t month, std::int64_t day) {
+    return static_cast<int>(year * 10000 + month * 100 + day);
+}
+
 int indexOf(const CallLog& log, const std::string& entry) {
     const auto it = std::find(log->begin(), log->end(), entry);
     return it == log->end() ? -1 : static_cast<int>(it - log->begin());
 }
 
 } // namespace
+
+Q_DECLARE_METATYPE(FormCheck)
 
 class EditingFormTest : public QObject {
     Q_OBJECT
@@ -104,51 +120,28 @@ private slots:
     // ---- the view model ---------------------------------------------------------------------
 
     void checksFailInTheirOrder_data() {
-        QTest::addColumn<int>("type");      // -1: repeat off, else repeat on with this type
-        QTest::addColumn<QString>("week");  // "-": no list at all
-        QTest::addColumn<int>("notiType");  // -1: reminder off; 10 is no lead time chosen
-        QTest::addColumn<QString>("share"); // "-": sharing off, else "picked group/event's group"
-        QTest::addColumn<QString>("title");
-        QTest::addColumn<QString>("alert"); // "" when every check passes
+        QTest::addColumn<FormCheck>("c");
         QTest::newRow("repeat without type, no title: the repeat speaks first")
-            << 0 << "-" << -1 << "-"
-            << "" << kAlertRepeat;
-        QTest::newRow("weekly, empty week") << 2 << "" << -1 << "-"
-                                            << "t" << kAlertRepeat;
-        QTest::newRow("monthly, no list") << 3 << "-" << -1 << "-"
-                                          << "t" << kAlertRepeat;
-        QTest::newRow("unknown type") << 9 << "-" << -1 << "-"
-                                      << "t" << kAlertRepeat;
-        QTest::newRow("a type beyond yearly that passes") << 8 << "-" << -1 << "-"
-                                                          << "t"
-                                                          << "";
-        QTest::newRow("weekly with days, no title") << 2 << "3" << -1 << "-"
-                                                    << "" << kAlertTitle;
-        QTest::newRow("repeat off needs no type") << -1 << "-" << -1 << "-"
-                                                  << "x"
-                                                  << "";
-        QTest::newRow("a title of blanks passes; no lead time fails") << -1 << "-" << 10 << "-"
-                                                                      << "  " << kAlertNoti;
-        QTest::newRow("lead time 0 is a choice") << -1 << "-" << 0 << "-"
-                                                 << "x"
-                                                 << "";
-        QTest::newRow("sharing without group, after a failing reminder") << -1 << "-" << 10 << "/"
-                                                                         << "x" << kAlertNoti;
-        QTest::newRow("sharing without group") << -1 << "-" << -1 << "/"
-                                               << "x" << kAlertShare;
-        QTest::newRow("sharing with a group not stored") << -1 << "-" << -1 << "G2/G1"
-                                                         << "x" << kAlertShare;
-        QTest::newRow("sharing with a stored group") << -1 << "-" << -1 << "G1/"
-                                                     << "x"
-                                                     << "";
+            << FormCheck{0, "-", -1, "-", "", kAlertRepeat};
+        QTest::newRow("weekly, empty week") << FormCheck{2, "", -1, "-", "t", kAlertRepeat};
+        QTest::newRow("monthly, no list") << FormCheck{3, "-", -1, "-", "t", kAlertRepeat};
+        QTest::newRow("unknown type") << FormCheck{9, "-", -1, "-", "t", kAlertRepeat};
+        QTest::newRow("a type beyond yearly that passes") << FormCheck{8, "-", -1, "-", "t", ""};
+        QTest::newRow("weekly with days, no title") << FormCheck{2, "3", -1, "-", "", kAlertTitle};
+        QTest::newRow("repeat off needs no type") << FormCheck{-1, "-", -1, "-", "x", ""};
+        QTest::newRow("a title of blanks passes; no lead time fails")
+            << FormCheck{-1, "-", 10, "-", "  ", kAlertNoti};
+        QTest::newRow("lead time 0 is a choice") << FormCheck{-1, "-", 0, "-", "x", ""};
+        QTest::newRow("sharing without group, after a failing reminder")
+            << FormCheck{-1, "-", 10, "/", "x", kAlertNoti};
+        QTest::newRow("sharing without group") << FormCheck{-1, "-", -1, "/", "x", kAlertShare};
+        QTest::newRow("sharing with a group not stored")
+            << FormCheck{-1, "-", -1, "G2/G1", "x", kAlertShare};
+        QTest::newRow("sharing with a stored group") << FormCheck{-1, "-", -1, "G1/", "x", ""};
     }
     void checksFailInTheirOrder() {
-        QFETCH(int, type);
-        QFETCH(QString, week);
-        QFETCH(int, notiType);
-        QFETCH(QString, share);
-        QFETCH(QString, title);
-        QFETCH(QString, alert);
+        QFETCH(FormCheck, c);
+        const auto [type, week, notiType, share, title, alert] = c;
         auto s = Store::open();
         s.write([&] { s.add(shareGroup{"G1", "Family", 0, "", ""}); });
         AddNewEventForm form;
@@ -208,11 +201,9 @@ private slots:
         QCOMPARE(cycleChoice.get(), 2);
         QCOMPARE(form.titleForEventInfo(), QString("kept")); // transient, not a setting
         // The dates come from the pickers: today, and ten days ahead.
-        QCOMPARE(inputs_.startYear.get() * 10000 + inputs_.startMonth * 100 + inputs_.startDay,
-                 20260310);
-        QCOMPARE(inputs_.endYear.get() * 10000 + inputs_.endMonth * 100 + inputs_.endDay, 20260320);
-        QCOMPARE(form.startPickerYear() * 10000 + form.startPickerMonth() * 100 +
-                     form.startPickerDay(),
+        QCOMPARE(ymd(inputs_.startYear, inputs_.startMonth, inputs_.startDay), 20260310);
+        QCOMPARE(ymd(inputs_.endYear, inputs_.endMonth, inputs_.endDay), 20260320);
+        QCOMPARE(ymd(form.startPickerYear(), form.startPickerMonth(), form.startPickerDay()),
                  20260310);
     }
 
@@ -230,12 +221,10 @@ private slots:
         QVERIFY(inputs_.setNotiForThisEvent.get());
         QCOMPARE(inputs_.notiFuncSelectedType.get(), 5);
         QCOMPARE(inputs_.notiHour.get() * 100 + inputs_.notiMin, 930);
-        QCOMPARE(inputs_.endYear.get() * 10000 + inputs_.endMonth * 100 + inputs_.endDay, 20260630);
-        QCOMPARE(form->endPickerYear() * 10000 + form->endPickerMonth() * 100 +
-                     form->endPickerDay(),
+        QCOMPARE(ymd(inputs_.endYear, inputs_.endMonth, inputs_.endDay), 20260630);
+        QCOMPARE(ymd(form->endPickerYear(), form->endPickerMonth(), form->endPickerDay()),
                  20260630);
-        QCOMPARE(form->startPickerYear() * 10000 + form->startPickerMonth() * 100 +
-                     form->startPickerDay(),
+        QCOMPARE(ymd(form->startPickerYear(), form->startPickerMonth(), form->startPickerDay()),
                  20260310);
         QCOMPARE(inputs_.eventColorString.get(), "colorForUserSelection04");
 
@@ -303,9 +292,8 @@ private slots:
         form.setTitleForEventInfo("Trip");
         form.appeared();
         form.pickStartDate(2026, 4, 30);
-        QCOMPARE(inputs_.startYear.get() * 10000 + inputs_.startMonth * 100 + inputs_.startDay,
-                 20260430);
-        QCOMPARE(inputs_.endYear.get() * 10000 + inputs_.endMonth * 100 + inputs_.endDay, 20260501);
+        QCOMPARE(ymd(inputs_.startYear, inputs_.startMonth, inputs_.startDay), 20260430);
+        QCOMPARE(ymd(inputs_.endYear, inputs_.endMonth, inputs_.endDay), 20260501);
         QCOMPARE(form.endDateText(), QString("2026-03-20"));
 
         // Numbers written by someone else move the start picker.
@@ -321,7 +309,7 @@ private slots:
         QVERIFY(!events[0].eventHaveEndDateOrNot);
 
         form.pickEndDate(2027, 1, 2);
-        QCOMPARE(inputs_.endYear.get() * 10000 + inputs_.endMonth * 100 + inputs_.endDay, 20270102);
+        QCOMPARE(ymd(inputs_.endYear, inputs_.endMonth, inputs_.endDay), 20270102);
         QCOMPARE(form.endDateText(), QString("2027-01-02"));
     }
 
@@ -690,36 +678,31 @@ private slots:
     // One event of each kind made as a user makes it: switches on the form, the repeat and
     // reminder pages, then the confirm; the stored record, and the reminders planned anew.
     void eachKindOfEventThroughThePages_data() {
-        QTest::addColumn<QStringList>("taps");
+        QTest::addColumn<QString>("taps");
         QTest::addColumn<int>("type");
         QTest::addColumn<bool>("interval");
         QTest::addColumn<QString>("days"); // the week or month list
         QTest::addColumn<bool>("endDate");
         QTest::addColumn<int>("notiType"); // -1: no reminder
         QTest::addColumn<int>("notiHour");
+        const QString repeat = "repeatSwitch repeatRow typeSegment";
         QTest::newRow("one-off, reminder a week ahead at 21:00")
-            << QStringList{"dateCell_20", "notiSwitch",   "notiRow",
-                           "notiCode7",   "shortcut2100", "confirmButton"}
-            << 0 << false << "" << false << 7 << 21;
+            << "dateCell_20 notiSwitch notiRow notiCode7 shortcut2100 confirmButton" << 0 << false
+            << "" << false << 7 << 21;
         QTest::newRow("daily every 5 days")
-            << QStringList{"repeatSwitch", "repeatRow", "typeSegment1", "intervalSwitch",
-                           "confirmButton"}
-            << 1 << true << "" << false << -1 << 0;
+            << repeat + "1 intervalSwitch confirmButton" << 1 << true << "" << false << -1 << 0;
         QTest::newRow("weekly on two days until an end date")
-            << QStringList{"repeatSwitch", "repeatRow",     "typeSegment2", "weekday3",
-                           "weekday1",     "confirmButton", "endDateSwitch"}
-            << 2 << false << "3,1" << true << -1 << 0;
+            << repeat + "2 weekday3 weekday1 confirmButton endDateSwitch" << 2 << false << "3,1"
+            << true << -1 << 0;
         QTest::newRow("monthly on the 15th, reminder the day before at 18:00")
-            << QStringList{"repeatSwitch",  "repeatRow",    "typeSegment3", "monthDay15",
-                           "confirmButton", "notiSwitch",   "notiRow",      "notiCode5",
-                           "shortcut1800",  "confirmButton"}
+            << repeat + "3 monthDay15 confirmButton notiSwitch notiRow notiCode5 shortcut1800 "
+                        "confirmButton"
             << 3 << false << "15" << false << 5 << 18;
-        QTest::newRow("yearly") << QStringList{"repeatSwitch", "repeatRow", "typeSegment4",
-                                               "confirmButton"}
-                                << 4 << false << "" << false << -1 << 0;
+        QTest::newRow("yearly") << repeat + "4 confirmButton" << 4 << false << "" << false << -1
+                                << 0;
     }
     void eachKindOfEventThroughThePages() {
-        QFETCH(QStringList, taps);
+        QFETCH(QString, taps);
         QFETCH(int, type);
         QFETCH(bool, interval);
         QFETCH(QString, days);
@@ -729,7 +712,7 @@ private slots:
         openForm();
         app_.tapInPage("titleField");
         typeText(app_.window(), "Kind");
-        for (const auto& tap : taps) {
+        for (const auto& tap : taps.split(' ')) {
             QTRY_VERIFY(!app_.stack()->property("busy").toBool());
             app_.tapInPage(tap);
         }

@@ -160,12 +160,12 @@ private slots:
         today.month = month;
         today.day = day;
         const auto samples = makeSampleEvents(today);
-        QCOMPARE(samples[0].eventStartDateYear, std::int64_t(year + 1));
-        QCOMPARE(samples[0].eventStartDateMonth, std::int64_t(1));
-        QCOMPARE(samples[0].eventStartDateDay, std::int64_t(1));
-        QCOMPARE(samples[1].eventStartDateYear, std::int64_t(year));
-        QCOMPARE(samples[1].eventStartDateMonth, std::int64_t(month));
-        QCOMPARE(samples[1].eventStartDateDay, std::int64_t(day + 1));
+        const auto start = [&](int i) {
+            return QList<qint64>{samples[i].eventStartDateYear, samples[i].eventStartDateMonth,
+                                 samples[i].eventStartDateDay};
+        };
+        QCOMPARE(start(0), (QList<qint64>{year + 1, 1, 1}));
+        QCOMPARE(start(1), (QList<qint64>{year, month, day + 1}));
         QVERIFY(samples[0].eventId != samples[1].eventId);
     }
 

@@ -15,25 +15,12 @@
 using namespace tidemark;
 using namespace tidemark::testing;
 
-namespace {
-
-// The app binary of this build.
-QString appPath() {
-    return QStringLiteral(TIDEMARK_APP_PATH);
-}
-
-} // namespace
-
 class MainPicturesTest : public QObject {
     Q_OBJECT
 
 private slots:
-    void everyPageIsDrawnInLightAndDark_data() {
-        QTest::addColumn<QString>("locale");
-        QTest::newRow("zh_CN") << "zh_CN";
-    }
     void everyPageIsDrawnInLightAndDark() {
-        QFETCH(QString, locale);
+        const QString locale = "zh_CN";
         IsolatedStorage storage;
         seedEventsOfEveryKind();
         realmDataFunc().addMemoData("E4", "M1", "Bank transfer", "Standing order", now());
@@ -50,8 +37,8 @@ private slots:
         env.insert("QT_QPA_PLATFORM", "offscreen");
         env.remove("DBUS_SESSION_BUS_ADDRESS");
         app.setProcessEnvironment(env);
-        app.start(appPath(), {"--now", "2026-03-10T08:00", "--time-zone", "Europe/Berlin",
-                              "--locale", locale, "--screenshot-dir", folder});
+        app.start(TIDEMARK_APP_PATH, {"--now", "2026-03-10T08:00", "--time-zone", "Europe/Berlin",
+                                      "--locale", locale, "--screenshot-dir", folder});
         QVERIFY(app.waitForFinished(150000));
         const QString errors = QString::fromLocal8Bit(app.readAllStandardError());
         QVERIFY2(app.exitCode() == 0, qPrintable(errors));

@@ -32,15 +32,6 @@ public slots:
     }
 };
 
-namespace {
-
-// The app binary of this build.
-QString appPath() {
-    return QStringLiteral(TIDEMARK_APP_PATH);
-}
-
-} // namespace
-
 class SingleInstanceTest : public QObject {
     Q_OBJECT
 
@@ -62,9 +53,9 @@ private:
         env.insert("QT_QPA_PLATFORM", "offscreen");
         env.insert("DBUS_SESSION_BUS_ADDRESS", address_);
         app.setProcessEnvironment(env);
-        app.start(appPath(), QStringList{"--now", "2026-03-10T08:00", "--time-zone",
-                                         "Europe/Berlin", "--locale", "en_US"} +
-                                 extra);
+        app.start(TIDEMARK_APP_PATH, QStringList{"--now", "2026-03-10T08:00", "--time-zone",
+                                                 "Europe/Berlin", "--locale", "en_US"} +
+                                         extra);
     }
     bool nameOwned() {
         return QDBusConnection::sessionBus().interface()->isServiceRegistered(kAppBusName);

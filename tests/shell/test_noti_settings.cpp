@@ -40,23 +40,21 @@ private slots:
     // The feedback mail: a composer where a mail client is registered, else the contact page
     // of the user's region.
     void feedbackGoesToMailOrTheRegionsContactPage_data() {
-        QTest::addColumn<bool>("canSendMail");
         QTest::addColumn<QString>("region");
+        QTest::addColumn<bool>("canSendMail");
         QTest::addColumn<QString>("opened");
         const QString mail = "mailto:feedback@tidemark.org?subject=Feedback%26Bugs - Tide Mark";
-        QTest::newRow("mail client, China") << true << "CN" << mail;
-        QTest::newRow("no mail client, no region") << false << ""
-                                                   << "https://tidemark.org/contact";
-        QTest::newRow("no mail client, Germany") << false << "DE"
-                                                 << "https://tidemark.org/contact";
+        QTest::newRow("mail client, China") << "CN" << true << mail;
+        QTest::newRow("no mail client, no region") << "" << false << "https://tidemark.org/contact";
+        QTest::newRow("no mail client, Germany") << "DE" << false << "https://tidemark.org/contact";
         for (const char* region : {"CN", "TW", "HK", "MO"}) {
             QTest::addRow("no mail client, %s", region)
-                << false << region << "https://tidemark.org/zh/contact";
+                << region << false << "https://tidemark.org/zh/contact";
         }
     }
     void feedbackGoesToMailOrTheRegionsContactPage() {
-        QFETCH(bool, canSendMail);
         QFETCH(QString, region);
+        QFETCH(bool, canSendMail);
         QFETCH(QString, opened);
         EmailHelper helper;
         QUrl seen;

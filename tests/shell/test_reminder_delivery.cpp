@@ -136,25 +136,21 @@ private slots:
         const QString displayName = ":" + QString::fromLatin1(display_.readLine().trimmed());
 
         // The agent is found by D-Bus activation, as in an installed session.
+        const auto write = [&](const QString& name, const QString& text) {
+            QFile file(work_.filePath(name));
+            return file.open(QIODevice::WriteOnly) && file.write(text.toUtf8()) >= 0;
+        };
         QDir(work_.path()).mkpath("services");
-        QFile service(work_.filePath("services/org.tidemark.TideMark.Agent.service"));
-        QVERIFY(service.open(QIODevice::WriteOnly));
-        service.write("[D-BUS Service]\nName=org.tidemark.TideMark.Agent\nExec=" TIDEMARK_AGENT_PATH
-                      "\n");
-        service.close();
-        QFile config(work_.filePath("bus.conf"));
-        QVERIFY(config.open(QIODevice::WriteOnly));
-        config.write(QStringLiteral(
-                         "<!DOCTYPE busconfig PUBLIC \"-//freedesktop//DTD D-Bus Bus Configuration "
-                         "1.0//EN\" \"http://www.freedesktop.org/standards/dbus/1.0/"
-                         "busconfig.dtd\">\n<busconfig><type>session</type>"
-                         "<listen>unix:tmpdir=%1</listen><servicedir>%2</servicedir>"
-                         "<policy context=\"default\"><allow send_destination=\"*\" "
-                         "eavesdrop=\"true\"/><allow eavesdrop=\"true\"/><allow own=\"*\"/>"
-                         "</policy></busconfig>\n")
-                         .arg(work_.path(), work_.filePath("services"))
-                         .toUtf8());
-        config.close();
+        QVERIFY(write("services/org.tidemark.TideMark.Agent.service",
+                      "[D-BUS Service]\nName=org.tidemark.TideMark.Agent\nExec=" TIDEMARK_AGENT_PATH
+                      "\n"));
+        QVERIFY(
+            write("bus.conf",
+                  QStringLiteral("<busconfig><type>session</type><listen>unix:tmpdir=%1</listen>"
+                                 "<servicedir>%2</servicedir><policy context=\"default\">"
+                                 "<allow send_destination=\"*\" eavesdrop=\"true\"/><allow "
+                                 "eavesdrop=\"true\"/><allow own=\"*\"/></policy></busconfig>\n")
+                      .arg(work_.path(), work_.filePath("services"))));
 
         auto env = QProcessEnvironment::systemEnvironment();
         env.insert("QT_QPA_PLATFORM", "offscreen");
@@ -163,7 +159,7 @@ private slots:
         env.insert("DISPLAY", displayName);
         bus_.setProcessEnvironment(env);
         bus_.start("dbus-daemon",
-                   {"--config-file", config.fileName(), "--nofork", "--print-address=1"});
+                   {"--config-file", work_.filePath("bus.conf"), "--nofork", "--print-address=1"});
         QVERIFY2(bus_.waitForStarted(), "dbus-daemon is not installed");
         QVERIFY(bus_.waitForReadyRead(10000));
         address_ = QString::fromLocal8Bit(bus_.readLine().trimmed());
@@ -171,27 +167,22 @@ private slots:
         QVERIFY2(QDBusConnection::sessionBus().isConnected(),
                  qPrintable(address_ + " " + bus_.readAllStandardError()));
 
-        // dunst runs the script for each notification it shows.
-        QFile script(work_.filePath("record.sh"));
-        QVERIFY(script.open(QIODevice::WriteOnly));
-        script.write(QStringLiteral("#!/bin/sh\nprintf '%s|%s|%s|%s\\n' \"$DUNST_SUMMARY\" "
-                                    "\"$DUNST_BODY\" \"$DUNST_URGENCY\" \"$DUNST_DESKTOP_ENTRY\" "
-                                    ">> '%1'\n")
-                         .arg(logPath())
-                         .toUtf8());
-        script.close();
-        script.setPermissions(script.permissions() | QFile::ExeOwner);
-        QFile dunstrc(work_.filePath("dunstrc"));
-        QVERIFY(dunstrc.open(QIODevice::WriteOnly));
-        // Every notification is recorded, also one equal to another on screen (dunst would
-        // stack it there, unrecorded). Drawing hundreds would take dunst minutes: the bulk
-        // ones are taken, answered and recorded, but not drawn.
-        dunstrc.write(QStringLiteral("[global]\n    stack_duplicates = false\n"
-                                     "[record]\n    summary = \"*\"\n    script = %1\n"
-                                     "[bulk]\n    summary = \"Bulk *\"\n    format = \"\"\n")
-                          .arg(script.fileName())
-                          .toUtf8());
-        dunstrc.close();
+        // dunst runs the script for each notification it shows. Every notification is recorded,
+        // also one equal to another on screen (dunst would stack it there, unrecorded). Drawing
+        // hundreds would take dunst minutes: the bulk ones are taken, answered and recorded, but
+        // not drawn.
+        QVERIFY(write("record.sh",
+                      QStringLiteral("#!/bin/sh\nprintf '%s|%s|%s|%s\\n' \"$DUNST_SUMMARY\" "
+                                     "\"$DUNST_BODY\" \"$DUNST_URGENCY\" "
+                                     "\"$DUNST_DESKTOP_ENTRY\" >> '%1'\n")
+                          .arg(logPath())));
+        QVERIFY(QFile::setPermissions(work_.filePath("record.sh"),
+                                      QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner));
+        QVERIFY(
+            write("dunstrc", QStringLiteral("[global]\n    stack_duplicates = false\n"
+                                            "[record]\n    summary = \"*\"\n    script = %1\n"
+                                            "[bulk]\n    summary = \"Bulk *\"\n    format = \"\"\n")
+                                 .arg(work_.filePath("record.sh"))));
         env.insert("DBUS_SESSION_BUS_ADDRESS", address_);
         server_.setProcessEnvironment(env);
         startServer();

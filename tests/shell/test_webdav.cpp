@@ -198,37 +198,33 @@ private slots:
     }
 
     void accountStatusFollowsTheCredentials_data() {
-        QTest::addColumn<QString>("address"); // "dav", "broken" (answers 500) or "none"
-        QTest::addColumn<QString>("user");
-        QTest::addColumn<QString>("password"); // "" sets none
+        // The address ("dav", "broken": answers 500, or "none"), the user and the password
+        // ("" sets none).
+        QTest::addColumn<QStringList>("account");
         QTest::addColumn<int>("status");
         QTest::addColumn<QString>("error");
         const int available = int(CloudAccountStatus::available);
         const int noAccount = int(CloudAccountStatus::noAccount);
         const int unknown = int(CloudAccountStatus::couldNotDetermine);
-        QTest::newRow("right password") << "dav" << kUser << kPassword << available << "";
-        QTest::newRow("wrong password") << "dav" << kUser << "wrong" << noAccount << "";
-        QTest::newRow("unknown user") << "dav"
-                                      << "mallory" << kPassword << noAccount << "";
-        QTest::newRow("no password") << "dav"
-                                     << "bob"
-                                     << "" << noAccount << "";
-        QTest::newRow("no address") << "none" << kUser << kPassword << noAccount << "";
+        QTest::newRow("right password") << QStringList{"dav", kUser, kPassword} << available << "";
+        QTest::newRow("wrong password") << QStringList{"dav", kUser, "wrong"} << noAccount << "";
+        QTest::newRow("unknown user")
+            << QStringList{"dav", "mallory", kPassword} << noAccount << "";
+        QTest::newRow("no password") << QStringList{"dav", "bob", ""} << noAccount << "";
+        QTest::newRow("no address") << QStringList{"none", kUser, kPassword} << noAccount << "";
         QTest::newRow("server error")
-            << "broken" << kUser << kPassword << unknown << "The server answered 500";
+            << QStringList{"broken", kUser, kPassword} << unknown << "The server answered 500";
     }
     void accountStatusFollowsTheCredentials() {
-        QFETCH(QString, address);
-        QFETCH(QString, user);
-        QFETCH(QString, password);
+        QFETCH(QStringList, account);
         QFETCH(int, status);
         QFETCH(QString, error);
         Setting<std::string>("LINUX_CLOUD_serverAddress", "").set("");
-        if (address != "none") {
-            setAccount(apache_->url("/" + address + "/"), user,
-                       password.isEmpty() ? nullptr : qPrintable(password));
+        if (account[0] != "none") {
+            setAccount(apache_->url("/" + account[0] + "/"), account[1],
+                       account[2].isEmpty() ? nullptr : qPrintable(account[2]));
         } else {
-            account_.setUserName(user);
+            account_.setUserName(account[1]);
         }
         const auto [answer, failure] = accountStatus();
         QCOMPARE(int(answer), status);
