@@ -9,7 +9,10 @@
 
 #include <algorithm>
 #include <cmath>
+#include <memory>
+#include <mutex>
 #include <string>
+#include <string_view>
 #include <unordered_map>
 
 namespace tidemark {
@@ -112,6 +115,48 @@ struct Today {
 /// or it goes on.
 enum class Window { Matched, Missed, Next };
 
+/// The day lists read so far in this process, by their bytes. Reading an archive costs far more
+/// than looking it up, and the lists of a store are few and rarely change, so every batch after
+/// the first (the month after a save, the next plan) finds nearly all of them here. The same
+/// bytes always read the same way, so the kept answers never go stale.
+class DecodedLists {
+public:
+    static DecodedLists& shared() {
+        static DecodedLists lists;
+        return lists;
+    }
+
+    std::shared_ptr<const DayListReadResult> find(std::string_view bytes) {
+        const std::lock_guard lock(mutex_);
+        const auto found = lists_.find(bytes);
+        return found != lists_.end() ? found->second : nullptr;
+    }
+
+    void add(std::string_view bytes, std::shared_ptr<const DayListReadResult> result) {
+        const std::lock_guard lock(mutex_);
+        if (lists_.size() >= kMaxLists) {
+            lists_.clear(); // batches hold what they use
+        }
+        lists_.emplace(std::string(bytes), std::move(result));
+    }
+
+private:
+    static constexpr std::size_t kMaxLists = 1 << 15;
+    struct Hash {
+        using is_transparent = void;
+        std::size_t operator()(std::string_view text) const {
+            return std::hash<std::string_view>{}(text);
+        }
+    };
+    std::mutex mutex_;
+    std::unordered_map<std::string, std::shared_ptr<const DayListReadResult>, Hash, std::equal_to<>>
+        lists_;
+};
+
+std::string_view bytesOf(const Bytes& bytes) {
+    return {reinterpret_cast<const char*>(bytes.data()), bytes.size()};
+}
+
 } // namespace
 
 struct RuleBatch::State {
@@ -119,21 +164,27 @@ struct RuleBatch::State {
 
     LocalClock clock;
     std::vector<std::optional<Rule>> rules;
-    std::unordered_map<std::string, DayListReadResult> lists;
+    /// The lists this batch read, by the bytes of its events (which outlive the batch).
+    std::unordered_map<std::string_view, std::shared_ptr<const DayListReadResult>> lists;
 
     const DayListReadResult& decoded(const Bytes& bytes) {
-        std::string key(bytes.begin(), bytes.end());
+        const std::string_view key = bytesOf(bytes);
         auto found = lists.find(key);
         if (found == lists.end()) {
-            DayListReadResult result;
-            if (auto values = readCanonicalDayList(bytes)) {
-                result.values = std::move(*values);
-            } else {
-                result = readDayListArchive(bytes);
+            std::shared_ptr<const DayListReadResult> result = DecodedLists::shared().find(key);
+            if (result == nullptr) {
+                auto read = std::make_shared<DayListReadResult>();
+                if (auto values = readCanonicalDayList(bytes)) {
+                    read->values = std::move(*values);
+                } else {
+                    *read = readDayListArchive(bytes);
+                }
+                result = std::move(read);
+                DecodedLists::shared().add(key, result);
             }
-            found = lists.emplace(std::move(key), std::move(result)).first;
+            found = lists.emplace(key, std::move(result)).first;
         }
-        return found->second;
+        return *found->second;
     }
 
     Rule compile(const EventFields& event);
@@ -803,13 +854,39 @@ RuleBatch::indicesOnDates(const std::vector<Date>& dates) const {
         run = state.clock.consistent();
     }
     if (!run) {
+        std::vector<std::size_t> all(events_.size());
+        for (std::size_t index = 0; index < all.size(); ++index) {
+            all[index] = index;
+        }
         for (std::size_t c = 0; c < dates.size(); ++c) {
-            result[c] = indicesOnDate(dates[c]);
+            result[c] = indicesOnDate(dates[c], all);
         }
         return result;
     }
     const auto cells = static_cast<std::int64_t>(dates.size());
     std::vector<std::uint8_t> candidate(dates.size());
+    std::vector<double> dayStarts;
+    dayStarts.reserve(keys.size());
+    for (const DayKey& key : keys) {
+        dayStarts.push_back(key.dayStart.secondsSince1970);
+    }
+    // A day is steady when one offset, of whole seconds, holds from the start of the day before
+    // it to the end of the day after it: every moment there is a whole number of seconds, and a
+    // pass at time t of day p lies (p - day) * 86400 + t / 1000 seconds after the day's
+    // midnight, in its 24 hours for p = day only. unsteadyNear[c + 1] says whether a pass of
+    // cell c (or of the day before or after the run) lies next to a day that is not steady.
+    std::vector<std::uint8_t> steadyDay(dates.size());
+    std::vector<std::uint8_t> unsteadyNear(dates.size() + 2, 0);
+    for (std::int64_t c = 0; c < cells; ++c) {
+        const auto offset = state.clock.steadyOffset(first + c - 1, first + c + 2);
+        const bool steady = offset && *offset % 1000 == 0;
+        steadyDay[static_cast<std::size_t>(c)] = steady ? 1 : 0;
+        if (!steady) {
+            for (std::int64_t near = c; near <= c + 2; ++near) {
+                unsteadyNear[static_cast<std::size_t>(near)] = 1;
+            }
+        }
+    }
     for (std::size_t index = 0; index < events_.size(); ++index) {
         const EventFields& event = *events_[index];
         const Rule& rule = compiled(state.rules, index, [&] { return state.compile(event); });
@@ -820,6 +897,55 @@ RuleBatch::indicesOnDates(const std::vector<Date>& dates) const {
             for (std::size_t c = 0; c < dates.size(); ++c) {
                 if (eventHappensOnDay(event, dates[c], calendar_)) {
                     result[c].push_back(index);
+                }
+            }
+            continue;
+        }
+        if (rule.kind == Kind::Daily || rule.kind == Kind::Weekly) {
+            // Each pass is judged against the midnights of the days it can match (its own and
+            // its neighbours'), where every day's walk would judge it. A walk's passes only
+            // grow, so a day is matched exactly when one of them falls in its window: no pass
+            // after a matching one can be judged missed first, and none before a missed one can
+            // match. Around a steady day a pass (at a time within its day) matches its own day
+            // and no other, so only passes near a clock change are composed.
+            const std::int64_t timeOfDay = rule.kind == Kind::Daily ? rule.timeOfDay : 0;
+            std::int64_t low = cells;
+            std::int64_t high = -1;
+            passDays(event, rule, first - 1, last + 1, [&](std::int64_t day) {
+                const std::int64_t own = day - first;
+                if (own >= 0 && own < cells && steadyDay[static_cast<std::size_t>(own)] != 0) {
+                    candidate[static_cast<std::size_t>(own)] = 1;
+                    low = std::min(low, own);
+                    high = std::max(high, own);
+                }
+                if (unsteadyNear[static_cast<std::size_t>(own + 1)] == 0) {
+                    return;
+                }
+                const double moment = state.clock.moment(day, timeOfDay).secondsSince1970;
+                const std::int64_t from = std::max<std::int64_t>(0, own - 1);
+                const std::int64_t to = std::min<std::int64_t>(cells - 1, own + 1);
+                for (std::int64_t c = from; c <= to; ++c) {
+                    if (steadyDay[static_cast<std::size_t>(c)] != 0) {
+                        continue;
+                    }
+                    const double x = dayStarts[static_cast<std::size_t>(c)] - moment;
+                    if (x > kOverInterval && x <= 0) {
+                        candidate[static_cast<std::size_t>(c)] = 1;
+                        low = std::min(low, c);
+                        high = std::max(high, c);
+                    }
+                }
+            });
+            for (std::int64_t c = low; c <= high; ++c) {
+                auto& matched = candidate[static_cast<std::size_t>(c)];
+                if (matched != 0) {
+                    matched = 0;
+                    // The start and end bounds of happens().
+                    const double dayStart = dayStarts[static_cast<std::size_t>(c)];
+                    if (dayStart - rule.startDate >= 0 &&
+                        (!rule.hasEnd || dayStart - rule.endDate <= 0)) {
+                        result[static_cast<std::size_t>(c)].push_back(index);
+                    }
                 }
             }
             continue;
