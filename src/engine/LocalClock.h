@@ -126,7 +126,13 @@ private:
     std::int64_t offsetAt(std::int64_t days, std::int64_t wall) const {
         const Year* year = last_;
         if (year == nullptr || days < year->firstDay || days >= year->endDay) {
-            year = &yearOf(days);
+            // The year of the day by estimate (off by at most one), among those indexed.
+            const std::int64_t guess = 1970 + floorDiv(days * 400, 146097) - kIndexedFrom;
+            year = guess >= 0 && guess < kIndexedYears ? indexed_[static_cast<std::size_t>(guess)]
+                                                       : nullptr;
+            if (year == nullptr || days < year->firstDay || days >= year->endDay) {
+                year = &yearOf(days);
+            }
         }
         last_ = year;
         std::int64_t offset = year->startOffset;

@@ -8,7 +8,9 @@
 #include "records/EventCodes.h"
 
 #include <algorithm>
+#include <bit>
 #include <cmath>
+#include <cstring>
 #include <memory>
 #include <mutex>
 #include <string>
@@ -86,6 +88,11 @@ std::int64_t ceilDiv(std::int64_t a, std::int64_t b) {
     return -floorDiv(-a, b);
 }
 
+/// Whether a walk from `firstDay` in steps of `stepDays` has a pass on `day`.
+bool passOn(std::int64_t day, std::int64_t firstDay, std::int64_t stepDays) {
+    return day >= firstDay && (stepDays == 1 || (day - firstDay) % stepDays == 0);
+}
+
 /// The day asked about, once per question.
 struct DayKey {
     Date date;
@@ -97,6 +104,10 @@ struct DayKey {
     /// Whether one offset holds from three days before the day to three days after it.
     bool steady = false;
     std::int64_t offset = 0;
+    /// Steady with an offset of whole seconds, and the day's midnight the clock's: a pass of a
+    /// daily or weekly walk (at a time within its day) then matches the day exactly when it is
+    /// a pass of the day itself (see indicesOnDates).
+    bool passOfTheDayOnly = false;
     /// First day and length of the months from two before the day's month to one after it.
     std::int64_t monthStart[4] = {};
     std::int64_t monthLength[4] = {};
@@ -142,10 +153,23 @@ public:
 
 private:
     static constexpr std::size_t kMaxLists = 1 << 15;
+    /// A word at a time: the archives are a few hundred bytes, and every list of every batch is
+    /// looked up.
     struct Hash {
         using is_transparent = void;
         std::size_t operator()(std::string_view text) const {
-            return std::hash<std::string_view>{}(text);
+            constexpr std::uint64_t kMultiplier = 0x9E37'79B9'7F4A'7C15u;
+            std::uint64_t hash = text.size() * kMultiplier;
+            std::size_t i = 0;
+            for (; i + 8 <= text.size(); i += 8) {
+                std::uint64_t word = 0;
+                std::memcpy(&word, text.data() + i, 8);
+                hash = (std::rotl(hash, 23) ^ word) * kMultiplier;
+            }
+            for (; i < text.size(); ++i) {
+                hash = (std::rotl(hash, 23) ^ static_cast<unsigned char>(text[i])) * kMultiplier;
+            }
+            return static_cast<std::size_t>(hash ^ (hash >> 29));
         }
     };
     std::mutex mutex_;
@@ -164,27 +188,23 @@ struct RuleBatch::State {
 
     LocalClock clock;
     std::vector<std::optional<Rule>> rules;
-    /// The lists this batch read, by the bytes of its events (which outlive the batch).
-    std::unordered_map<std::string_view, std::shared_ptr<const DayListReadResult>> lists;
-
-    const DayListReadResult& decoded(const Bytes& bytes) {
+    /// The most events a day of a run held so far.
+    std::size_t cellCapacity = 0;
+    /// The list of these bytes, read once per process; it stays alive while the caller holds it.
+    static std::shared_ptr<const DayListReadResult> decoded(const Bytes& bytes) {
         const std::string_view key = bytesOf(bytes);
-        auto found = lists.find(key);
-        if (found == lists.end()) {
-            std::shared_ptr<const DayListReadResult> result = DecodedLists::shared().find(key);
-            if (result == nullptr) {
-                auto read = std::make_shared<DayListReadResult>();
-                if (auto values = readCanonicalDayList(bytes)) {
-                    read->values = std::move(*values);
-                } else {
-                    *read = readDayListArchive(bytes);
-                }
-                result = std::move(read);
-                DecodedLists::shared().add(key, result);
+        std::shared_ptr<const DayListReadResult> result = DecodedLists::shared().find(key);
+        if (result == nullptr) {
+            auto read = std::make_shared<DayListReadResult>();
+            if (auto values = readCanonicalDayList(bytes)) {
+                read->values = std::move(*values);
+            } else {
+                *read = readDayListArchive(bytes);
             }
-            found = lists.emplace(key, std::move(result)).first;
+            result = std::move(read);
+            DecodedLists::shared().add(key, result);
         }
-        return *found->second;
+        return result;
     }
 
     Rule compile(const EventFields& event);
@@ -267,7 +287,8 @@ Rule RuleBatch::State::compile(const EventFields& event) {
         rule.firstYear = civilFromDays(rule.startDay).year;
         break;
     case RepeatType::weekly: {
-        const DayListReadResult& codes = decoded(event.eventDateWhenEveryWeek);
+        const auto list = decoded(event.eventDateWhenEveryWeek);
+        const DayListReadResult& codes = *list;
         if (codes.error) {
             return rule; // the walk stops the program at the moment it reads them
         }
@@ -288,7 +309,8 @@ Rule RuleBatch::State::compile(const EventFields& event) {
         break;
     }
     case RepeatType::monthly: {
-        const DayListReadResult& codes = decoded(event.eventDateWhenEveryMonth);
+        const auto list = decoded(event.eventDateWhenEveryMonth);
+        const DayListReadResult& codes = *list;
         if (codes.error) {
             return rule;
         }
@@ -343,6 +365,7 @@ DayKey RuleBatch::State::dayKey(Date date, const Calendar& calendar) const {
         }
     }
     key.fast = key.fast && clock.consistent();
+    key.passOfTheDayOnly = key.fast && key.steady && key.offset % 1000 == 0;
     return key;
 }
 
@@ -455,10 +478,14 @@ bool RuleBatch::State::happens(const EventFields& event, const Rule& rule,
     }
     switch (rule.kind) {
     case Kind::Daily:
+        if (key.passOfTheDayOnly) {
+            return passOn(key.day, rule.startDay, rule.step);
+        }
         return window(rule.startDay, rule.step, rule.timeOfDay, key) == Window::Matched;
     case Kind::Weekly:
         for (const std::int64_t firstDay : rule.firstDays) {
-            if (window(firstDay, 7 * rule.step, 0, key) == Window::Matched) {
+            if (key.passOfTheDayOnly ? passOn(key.day, firstDay, 7 * rule.step)
+                                     : window(firstDay, 7 * rule.step, 0, key) == Window::Matched) {
                 return true;
             }
         }
@@ -833,6 +860,10 @@ RuleBatch::indicesOnDates(const std::vector<Date>& dates) const {
         return result;
     }
     State& state = *state_;
+    // A kept batch's days hold about as many events as those of the month before.
+    for (auto& cell : result) {
+        cell.reserve(state.cellCapacity);
+    }
     std::vector<DayKey> keys;
     keys.reserve(dates.size());
     bool run = true;
@@ -971,6 +1002,9 @@ RuleBatch::indicesOnDates(const std::vector<Date>& dates) const {
             }
         }
     }
+    for (const auto& cell : result) {
+        state.cellCapacity = std::max(state.cellCapacity, cell.size());
+    }
     if (!state.clock.consistent()) {
         // Something the clock learned on the way can't be trusted: the walks answer.
         for (std::size_t c = 0; c < dates.size(); ++c) {
@@ -1062,7 +1096,8 @@ void sortPlan(std::vector<PlannedOccurrence>& plan) {
     constexpr std::size_t kGroupBits = 8;
     constexpr std::size_t kGroupSize = std::size_t{1} << kGroupBits;
     const std::size_t groups = (buckets >> kGroupBits) + 1;
-    std::vector<std::uint32_t> keys(n);
+    // Every element of these buffers is written before it is read: no need to clear them.
+    const auto keys = std::make_unique_for_overwrite<std::uint32_t[]>(n);
     std::vector<std::uint32_t> next(groups + 1, 0);
     for (std::size_t i = 0; i < n; ++i) {
         keys[i] = static_cast<std::uint32_t>(bucketOf(plan[i]));
@@ -1071,11 +1106,13 @@ void sortPlan(std::vector<PlannedOccurrence>& plan) {
     for (std::size_t g = 1; g <= groups; ++g) {
         next[g] += next[g - 1];
     }
-    std::vector<PlannedOccurrence> grouped(n);
-    std::vector<std::uint32_t> groupedKeys(n);
+    const auto groupedIndex = std::make_unique_for_overwrite<std::size_t[]>(n);
+    const auto groupedSeconds = std::make_unique_for_overwrite<double[]>(n);
+    const auto groupedKeys = std::make_unique_for_overwrite<std::uint32_t[]>(n);
     for (std::size_t i = 0; i < n; ++i) {
         const std::uint32_t place = next[keys[i] >> kGroupBits]++;
-        grouped[place] = plan[i];
+        groupedIndex[place] = plan[i].eventIndex;
+        groupedSeconds[place] = plan[i].date.secondsSince1970;
         groupedKeys[place] = keys[i];
     }
     std::uint32_t inBucket[kGroupSize + 1];
@@ -1091,7 +1128,8 @@ void sortPlan(std::vector<PlannedOccurrence>& plan) {
             inBucket[b] += inBucket[b - 1];
         }
         for (std::size_t i = groupStart; i < groupEnd; ++i) {
-            plan[inBucket[groupedKeys[i] & (kGroupSize - 1)]++] = grouped[i];
+            plan[inBucket[groupedKeys[i] & (kGroupSize - 1)]++] =
+                PlannedOccurrence{groupedIndex[i], Date{groupedSeconds[i]}};
         }
         std::size_t from = groupStart;
         for (std::size_t b = 0; b < kGroupSize && from < groupEnd; ++b) {
