@@ -41,11 +41,12 @@ constexpr std::int64_t daysFromCivil(std::int64_t year, std::int64_t month, std:
         m = floorMod(m - 1, 12) + 1;
     }
     y -= m <= 2 ? 1 : 0;
-    const std::int64_t era = floorDiv(y, 400);
-    const std::int64_t yearOfEra = y - era * 400;
-    const std::int64_t dayOfYear = (153 * (m > 2 ? m - 3 : m + 9) + 2) / 5;
-    const std::int64_t dayOfEra = yearOfEra * 365 + yearOfEra / 4 - yearOfEra / 100 + dayOfYear;
-    return era * 146097 + dayOfEra - 719468 + (day - 1);
+    // The parts within an era are never negative: unsigned, they divide without corrections.
+    const std::int64_t era = (y >= 0 ? y : y - 399) / 400;
+    const auto yearOfEra = static_cast<std::uint64_t>(y - era * 400);
+    const auto dayOfYear = (153 * static_cast<std::uint64_t>(m > 2 ? m - 3 : m + 9) + 2) / 5;
+    const std::uint64_t dayOfEra = yearOfEra * 365 + yearOfEra / 4 - yearOfEra / 100 + dayOfYear;
+    return era * 146097 + static_cast<std::int64_t>(dayOfEra) - 719468 + (day - 1);
 }
 
 struct CivilDate {
@@ -127,7 +128,9 @@ private:
         const Year* year = last_;
         if (year == nullptr || days < year->firstDay || days >= year->endDay) {
             // The year of the day by estimate (off by at most one), among those indexed.
-            const std::int64_t guess = 1970 + floorDiv(days * 400, 146097) - kIndexedFrom;
+            const std::int64_t scaled = days * 400;
+            const std::int64_t guess =
+                1970 + (scaled >= 0 ? scaled : scaled - 146096) / 146097 - kIndexedFrom;
             year = guess >= 0 && guess < kIndexedYears ? indexed_[static_cast<std::size_t>(guess)]
                                                        : nullptr;
             if (year == nullptr || days < year->firstDay || days >= year->endDay) {

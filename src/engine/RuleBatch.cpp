@@ -228,6 +228,8 @@ struct RuleBatch::State {
     Window window(std::int64_t firstDay, std::int64_t stepDays, std::int64_t timeOfDay,
                   const DayKey& key) const;
     Window monthWindow(const Rule& rule, std::int64_t code, const DayKey& key) const;
+    /// monthWindow on a day whose passes match it only on the day itself.
+    bool monthPassOn(const Rule& rule, std::int64_t code, const DayKey& key) const;
     Window yearWindow(const EventFields& event, const Rule& rule, const DayKey& key) const;
     Today today(Date now, const Calendar& calendar) const;
     bool list(const EventFields& event, const Rule& rule, const Today& today,
@@ -496,16 +498,43 @@ bool RuleBatch::State::happens(const EventFields& event, const Rule& rule,
                 // The walk gives up on a code that never finds a month, and with it the query.
                 return false;
             }
-            if (monthWindow(rule, rule.codes[i], key) == Window::Matched) {
+            if (key.passOfTheDayOnly ? monthPassOn(rule, rule.codes[i], key)
+                                     : monthWindow(rule, rule.codes[i], key) == Window::Matched) {
                 return true;
             }
         }
         return false;
     case Kind::Yearly:
+        if (key.passOfTheDayOnly && rule.plainYearly) {
+            for (std::int64_t j = 0; j < 3; ++j) {
+                const std::int64_t passed = key.year - 1 + j - event.eventStartDateYear;
+                if (passed >= 0 && (rule.step == 1 || passed % rule.step == 0) &&
+                    key.yearMonthStart[j][event.eventStartDateMonth - 1] + event.eventStartDateDay -
+                            1 ==
+                        key.day) {
+                    return true;
+                }
+            }
+            return false;
+        }
         return yearWindow(event, rule, key) == Window::Matched;
     default:
         return false;
     }
+}
+
+bool RuleBatch::State::monthPassOn(const Rule& rule, std::int64_t code, const DayKey& key) const {
+    // The day's own month (index 2 of the day's tables): a code's pass stays in its month.
+    const std::int64_t n = key.month;
+    if (n < rule.firstMonth || (rule.step != 1 && (n - rule.firstMonth) % rule.step != 0)) {
+        return false;
+    }
+    const std::int64_t length = key.monthLength[2];
+    const std::int64_t dayOfMonth = key.day - key.monthStart[2] + 1;
+    if (code == kLastDayOfMonthCode) {
+        return dayOfMonth == length;
+    }
+    return code <= length && code == dayOfMonth;
 }
 
 Today RuleBatch::State::today(Date now, const Calendar& calendar) const {
