@@ -1090,15 +1090,22 @@ void sortPlan(std::vector<PlannedOccurrence>& plan) {
         return a.eventIndex < b.eventIndex;
     };
     const std::size_t n = plan.size();
-    double low = 0, high = 0;
-    bool finite = true;
-    for (std::size_t i = 0; i < n; ++i) {
-        const double seconds = plan[i].date.secondsSince1970;
-        finite = finite && std::isfinite(seconds);
-        low = i == 0 ? seconds : std::min(low, seconds);
-        high = i == 0 ? seconds : std::max(high, seconds);
+    if (n < 256) {
+        std::sort(plan.begin(), plan.end(), before);
+        return;
     }
-    if (n < 256 || !finite || high - low > 1.0e11) {
+    double low = plan[0].date.secondsSince1970;
+    double high = low;
+    // x - x is 0 for every finite x and NaN for infinities and NaN.
+    double nonFinite = 0;
+    for (std::size_t i = 1; i < n; ++i) {
+        const double seconds = plan[i].date.secondsSince1970;
+        nonFinite += seconds - seconds;
+        low = std::min(low, seconds);
+        high = std::max(high, seconds);
+    }
+    const bool finite = nonFinite == 0 && low - low == 0;
+    if (!finite || high - low > 1.0e11) {
         std::sort(plan.begin(), plan.end(), before);
         return;
     }
