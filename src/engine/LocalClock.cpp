@@ -3,21 +3,10 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdlib>
+#include <mutex>
+#include <string>
 
 namespace tidemark {
-
-std::int64_t daysFromCivil(std::int64_t year, std::int64_t month, std::int64_t day) {
-    // Normalise the month into the year first, then count with March as the first month of the
-    // year so that the leap day falls at the end of it.
-    std::int64_t y = year + floorDiv(month - 1, 12);
-    const std::int64_t m = floorMod(month - 1, 12) + 1;
-    y -= m <= 2 ? 1 : 0;
-    const std::int64_t era = floorDiv(y, 400);
-    const std::int64_t yearOfEra = y - era * 400;
-    const std::int64_t dayOfYear = (153 * (m > 2 ? m - 3 : m + 9) + 2) / 5;
-    const std::int64_t dayOfEra = yearOfEra * 365 + yearOfEra / 4 - yearOfEra / 100 + dayOfYear;
-    return era * 146097 + dayOfEra - 719468 + (day - 1);
-}
 
 CivilDate civilFromDays(std::int64_t days) {
     const std::int64_t z = days + 719468;
@@ -77,6 +66,21 @@ std::int64_t WeekRules::dayOfWeek(std::int64_t yearForWeek, std::int64_t week,
 
 // ---------------------------------------------------------------------------------------------
 
+/// The years learned in one zone, kept for the process. Entries are only ever added, so a
+/// year's address stays valid for as long as the set lives; clocks hold the set.
+struct LocalClock::ZoneYears {
+    std::mutex mutex;
+    std::map<std::int64_t, Year> years;
+};
+
+namespace {
+
+/// Enough for every year a plan or a month view asks about in a zone, many times over; years
+/// beyond that are learned by each clock for itself.
+constexpr std::size_t kKeptYearsPerZone = 4096;
+
+} // namespace
+
 LocalClock::LocalClock(const Calendar& calendar) : calendar_(calendar) {
     // Only the Gregorian system counts days as daysFromCivil does (from 1600 on, well clear of
     // the switch from the Julian calendar).
@@ -87,6 +91,17 @@ LocalClock::LocalClock(const Calendar& calendar) : calendar_(calendar) {
         weekRules_.minimalDays > 7) {
         usable_ = false;
     }
+    if (usable_) {
+        static std::mutex zonesMutex;
+        static std::map<std::string, std::shared_ptr<ZoneYears>, std::less<>> zones;
+        const std::string zone = calendar.timeZoneId();
+        const std::lock_guard lock(zonesMutex);
+        std::shared_ptr<ZoneYears>& years = zones[zone];
+        if (years == nullptr) {
+            years = std::make_shared<ZoneYears>();
+        }
+        zoneYears_ = years;
+    }
 }
 
 const LocalClock::Year& LocalClock::learned(std::int64_t year) const {
@@ -96,14 +111,37 @@ const LocalClock::Year& LocalClock::learned(std::int64_t year) const {
             return *known;
         }
     }
-    auto found = years_.find(year);
-    if (found == years_.end()) {
-        found = years_.emplace(year, learnYear(year)).first;
+    const Year* found = nullptr;
+    if (auto own = years_.find(year); own != years_.end()) {
+        found = &own->second;
+    } else if (zoneYears_ != nullptr && year >= kFirstYear && year <= kLastYear) {
+        {
+            const std::lock_guard lock(zoneYears_->mutex);
+            if (auto kept = zoneYears_->years.find(year); kept != zoneYears_->years.end()) {
+                found = &kept->second;
+            }
+        }
+        if (found == nullptr) {
+            // Learned outside the lock (it asks the calendar of this thread); a year another
+            // clock put there meanwhile says the same, and the first one stays.
+            Year learnt = learnYear(year);
+            const std::lock_guard lock(zoneYears_->mutex);
+            if (zoneYears_->years.size() < kKeptYearsPerZone || zoneYears_->years.contains(year)) {
+                found = &zoneYears_->years.emplace(year, std::move(learnt)).first->second;
+            } else {
+                found = &years_.emplace(year, std::move(learnt)).first->second;
+            }
+        }
+    } else {
+        found = &years_.emplace(year, learnYear(year)).first->second;
+    }
+    if (!found->trusted) {
+        consistent_ = false;
     }
     if (isIndexed) {
-        indexed_[static_cast<std::size_t>(year - kIndexedFrom)] = &found->second;
+        indexed_[static_cast<std::size_t>(year - kIndexedFrom)] = found;
     }
-    return found->second;
+    return *found;
 }
 
 const LocalClock::Year& LocalClock::yearOf(std::int64_t days) const {
@@ -157,7 +195,7 @@ LocalClock::Year LocalClock::learnYear(std::int64_t year) const {
     result.firstDay = daysFromCivil(year, 1, 1);
     result.endDay = daysFromCivil(year + 1, 1, 1);
     if (!usable_ || year < kFirstYear || year > kLastYear) {
-        consistent_ = false;
+        result.trusted = false;
         return result;
     }
     const std::int64_t startWall = result.firstDay * kMillisPerDay;
@@ -175,7 +213,7 @@ LocalClock::Year LocalClock::learnYear(std::int64_t year) const {
 
     std::int64_t startMillis = 0;
     if (!composed(startWall, startMillis)) {
-        consistent_ = false;
+        result.trusted = false;
         return result;
     }
     result.startOffset = startWall - startMillis;
@@ -184,7 +222,7 @@ LocalClock::Year LocalClock::learnYear(std::int64_t year) const {
         calendar_.zoneTransitions(Date{static_cast<double>(startWall - 2 * kMillisPerDay) / 1000.0},
                                   Date{static_cast<double>(endWall + 2 * kMillisPerDay) / 1000.0});
     if (!transitions) {
-        consistent_ = false;
+        result.trusted = false;
         return result;
     }
     std::int64_t current = result.startOffset;
@@ -197,7 +235,7 @@ LocalClock::Year LocalClock::learnYear(std::int64_t year) const {
         }
         const double at = transition.utcMillis;
         if (at != std::floor(at) || std::llabs(after - before) >= 6 * kMillisPerHour) {
-            consistent_ = false;
+            result.trusted = false;
             return result;
         }
         // Wall times from the earlier of the two readings on are ambiguous or skipped; both take
@@ -212,14 +250,14 @@ LocalClock::Year LocalClock::learnYear(std::int64_t year) const {
         // another: the day windows of the compiled rules rely on it.
         if (before != current || from % kMillisPerMinute != 0 || gapStart % kMillisPerMinute != 0 ||
             from - previousFrom < 7 * kMillisPerDay) {
-            consistent_ = false;
+            result.trusted = false;
             return result;
         }
         // Check the rule against the calendar itself around the change.
         for (const auto& [wall, offset] : {std::pair{gapStart, before}, std::pair{from, after}}) {
             std::int64_t millis = 0;
             if (!composed(wall, millis) || wall - millis != offset) {
-                consistent_ = false;
+                result.trusted = false;
                 return result;
             }
         }

@@ -9,6 +9,7 @@
 
 #include <cstdint>
 #include <map>
+#include <memory>
 #include <optional>
 #include <vector>
 
@@ -28,8 +29,25 @@ constexpr std::int64_t floorMod(std::int64_t a, std::int64_t b) {
 }
 
 /// Days from 1970-01-01 to a proleptic Gregorian date. Month and day are lenient: month 14 is
-/// February of the next year, day 0 the last day of the month before, day 35 runs on.
-std::int64_t daysFromCivil(std::int64_t year, std::int64_t month, std::int64_t day);
+/// February of the next year, day 0 the last day of the month before, day 35 runs on. Inline:
+/// the occurrence lists ask it for nearly every element.
+constexpr std::int64_t daysFromCivil(std::int64_t year, std::int64_t month, std::int64_t day) {
+    // Normalise the month into the year first, then count with March as the first month of the
+    // year so that the leap day falls at the end of it.
+    std::int64_t y = year;
+    std::int64_t m = month;
+    if (m < 1 || m > 12) {
+        y += floorDiv(m - 1, 12);
+        m = floorMod(m - 1, 12) + 1;
+    }
+    y -= m <= 2 ? 1 : 0;
+    // The parts within an era are never negative: unsigned, they divide without corrections.
+    const std::int64_t era = (y >= 0 ? y : y - 399) / 400;
+    const auto yearOfEra = static_cast<std::uint64_t>(y - era * 400);
+    const auto dayOfYear = (153 * static_cast<std::uint64_t>(m > 2 ? m - 3 : m + 9) + 2) / 5;
+    const std::uint64_t dayOfEra = yearOfEra * 365 + yearOfEra / 4 - yearOfEra / 100 + dayOfYear;
+    return era * 146097 + static_cast<std::int64_t>(dayOfEra) - 719468 + (day - 1);
+}
 
 struct CivilDate {
     std::int64_t year = 0;
@@ -63,8 +81,11 @@ struct WeekRules {
 /// Local wall time to moments for one calendar, for one batch of questions. It learns the zone's
 /// offsets one year at a time, checks each year's changes against Calendar::date(), and reports
 /// through `consistent()` whether everything it answered can be trusted; a batch whose clock is
-/// not consistent at its end must be answered again by the calendar itself. Not thread-safe; keep
-/// it no longer than the batch (the zone rules may change between batches).
+/// not consistent at its end must be answered again by the calendar itself. The years a clock
+/// learns are kept for the process under the zone's identifier, so that the next batch in the
+/// same zone (the next plan, the month after a save) starts with them: what a year says depends
+/// on the zone's rules only, not on the locale or the week rules. A clock is not thread-safe;
+/// clocks of several threads may share the kept years.
 class LocalClock {
 public:
     explicit LocalClock(const Calendar& calendar);
@@ -95,6 +116,9 @@ private:
     struct Year {
         std::int64_t firstDay = 0; ///< day number of 1 January
         std::int64_t endDay = 0;   ///< day number of 1 January of the next year
+        /// False when the calendar's answers for the year could not be confirmed: a clock that
+        /// uses it is no longer consistent.
+        bool trusted = true;
         std::int64_t startOffset = 0;
         /// Wall times (ms) from which on a new offset applies, ascending, and those offsets.
         std::vector<std::pair<std::int64_t, std::int64_t>> changes;
@@ -103,7 +127,15 @@ private:
     std::int64_t offsetAt(std::int64_t days, std::int64_t wall) const {
         const Year* year = last_;
         if (year == nullptr || days < year->firstDay || days >= year->endDay) {
-            year = &yearOf(days);
+            // The year of the day by estimate (off by at most one), among those indexed.
+            const std::int64_t scaled = days * 400;
+            const std::int64_t guess =
+                1970 + (scaled >= 0 ? scaled : scaled - 146096) / 146097 - kIndexedFrom;
+            year = guess >= 0 && guess < kIndexedYears ? indexed_[static_cast<std::size_t>(guess)]
+                                                       : nullptr;
+            if (year == nullptr || days < year->firstDay || days >= year->endDay) {
+                year = &yearOf(days);
+            }
         }
         last_ = year;
         std::int64_t offset = year->startOffset;
@@ -116,6 +148,8 @@ private:
         return offset;
     }
 
+    struct ZoneYears;
+
     const Year& yearOf(std::int64_t days) const;
     const Year& learned(std::int64_t year) const;
     Year learnYear(std::int64_t year) const;
@@ -124,6 +158,10 @@ private:
     WeekRules weekRules_;
     bool usable_ = false;
     mutable bool consistent_ = true;
+    /// The years of the zone kept for the process (none when the clock is not usable).
+    std::shared_ptr<ZoneYears> zoneYears_;
+    /// Years learned by this clock alone: those outside the accepted range, or beyond what the
+    /// kept years take.
     mutable std::map<std::int64_t, Year> years_;
     /// The years 1900 to 2299, where nearly every question lies, by their number.
     static constexpr std::int64_t kIndexedFrom = 1900;

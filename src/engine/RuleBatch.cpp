@@ -8,8 +8,13 @@
 #include "records/EventCodes.h"
 
 #include <algorithm>
+#include <bit>
 #include <cmath>
+#include <cstring>
+#include <memory>
+#include <mutex>
 #include <string>
+#include <string_view>
 #include <unordered_map>
 
 namespace tidemark {
@@ -83,6 +88,11 @@ std::int64_t ceilDiv(std::int64_t a, std::int64_t b) {
     return -floorDiv(-a, b);
 }
 
+/// Whether a walk from `firstDay` in steps of `stepDays` has a pass on `day`.
+bool passOn(std::int64_t day, std::int64_t firstDay, std::int64_t stepDays) {
+    return day >= firstDay && (stepDays == 1 || (day - firstDay) % stepDays == 0);
+}
+
 /// The day asked about, once per question.
 struct DayKey {
     Date date;
@@ -94,6 +104,10 @@ struct DayKey {
     /// Whether one offset holds from three days before the day to three days after it.
     bool steady = false;
     std::int64_t offset = 0;
+    /// Steady with an offset of whole seconds, and the day's midnight the clock's: a pass of a
+    /// daily or weekly walk (at a time within its day) then matches the day exactly when it is
+    /// a pass of the day itself (see indicesOnDates).
+    bool passOfTheDayOnly = false;
     /// First day and length of the months from two before the day's month to one after it.
     std::int64_t monthStart[4] = {};
     std::int64_t monthLength[4] = {};
@@ -112,6 +126,61 @@ struct Today {
 /// or it goes on.
 enum class Window { Matched, Missed, Next };
 
+/// The day lists read so far in this process, by their bytes. Reading an archive costs far more
+/// than looking it up, and the lists of a store are few and rarely change, so every batch after
+/// the first (the month after a save, the next plan) finds nearly all of them here. The same
+/// bytes always read the same way, so the kept answers never go stale.
+class DecodedLists {
+public:
+    static DecodedLists& shared() {
+        static DecodedLists lists;
+        return lists;
+    }
+
+    std::shared_ptr<const DayListReadResult> find(std::string_view bytes) {
+        const std::lock_guard lock(mutex_);
+        const auto found = lists_.find(bytes);
+        return found != lists_.end() ? found->second : nullptr;
+    }
+
+    void add(std::string_view bytes, std::shared_ptr<const DayListReadResult> result) {
+        const std::lock_guard lock(mutex_);
+        if (lists_.size() >= kMaxLists) {
+            lists_.clear(); // batches hold what they use
+        }
+        lists_.emplace(std::string(bytes), std::move(result));
+    }
+
+private:
+    static constexpr std::size_t kMaxLists = 1 << 15;
+    /// A word at a time: the archives are a few hundred bytes, and every list of every batch is
+    /// looked up.
+    struct Hash {
+        using is_transparent = void;
+        std::size_t operator()(std::string_view text) const {
+            constexpr std::uint64_t kMultiplier = 0x9E37'79B9'7F4A'7C15u;
+            std::uint64_t hash = text.size() * kMultiplier;
+            std::size_t i = 0;
+            for (; i + 8 <= text.size(); i += 8) {
+                std::uint64_t word = 0;
+                std::memcpy(&word, text.data() + i, 8);
+                hash = (std::rotl(hash, 23) ^ word) * kMultiplier;
+            }
+            for (; i < text.size(); ++i) {
+                hash = (std::rotl(hash, 23) ^ static_cast<unsigned char>(text[i])) * kMultiplier;
+            }
+            return static_cast<std::size_t>(hash ^ (hash >> 29));
+        }
+    };
+    std::mutex mutex_;
+    std::unordered_map<std::string, std::shared_ptr<const DayListReadResult>, Hash, std::equal_to<>>
+        lists_;
+};
+
+std::string_view bytesOf(const Bytes& bytes) {
+    return {reinterpret_cast<const char*>(bytes.data()), bytes.size()};
+}
+
 } // namespace
 
 struct RuleBatch::State {
@@ -119,21 +188,23 @@ struct RuleBatch::State {
 
     LocalClock clock;
     std::vector<std::optional<Rule>> rules;
-    std::unordered_map<std::string, DayListReadResult> lists;
-
-    const DayListReadResult& decoded(const Bytes& bytes) {
-        std::string key(bytes.begin(), bytes.end());
-        auto found = lists.find(key);
-        if (found == lists.end()) {
-            DayListReadResult result;
+    /// The most events a day of a run held so far.
+    std::size_t cellCapacity = 0;
+    /// The list of these bytes, read once per process; it stays alive while the caller holds it.
+    static std::shared_ptr<const DayListReadResult> decoded(const Bytes& bytes) {
+        const std::string_view key = bytesOf(bytes);
+        std::shared_ptr<const DayListReadResult> result = DecodedLists::shared().find(key);
+        if (result == nullptr) {
+            auto read = std::make_shared<DayListReadResult>();
             if (auto values = readCanonicalDayList(bytes)) {
-                result.values = std::move(*values);
+                read->values = std::move(*values);
             } else {
-                result = readDayListArchive(bytes);
+                *read = readDayListArchive(bytes);
             }
-            found = lists.emplace(std::move(key), std::move(result)).first;
+            result = std::move(read);
+            DecodedLists::shared().add(key, result);
         }
-        return found->second;
+        return result;
     }
 
     Rule compile(const EventFields& event);
@@ -157,6 +228,8 @@ struct RuleBatch::State {
     Window window(std::int64_t firstDay, std::int64_t stepDays, std::int64_t timeOfDay,
                   const DayKey& key) const;
     Window monthWindow(const Rule& rule, std::int64_t code, const DayKey& key) const;
+    /// monthWindow on a day whose passes match it only on the day itself.
+    bool monthPassOn(const Rule& rule, std::int64_t code, const DayKey& key) const;
     Window yearWindow(const EventFields& event, const Rule& rule, const DayKey& key) const;
     Today today(Date now, const Calendar& calendar) const;
     bool list(const EventFields& event, const Rule& rule, const Today& today,
@@ -216,7 +289,8 @@ Rule RuleBatch::State::compile(const EventFields& event) {
         rule.firstYear = civilFromDays(rule.startDay).year;
         break;
     case RepeatType::weekly: {
-        const DayListReadResult& codes = decoded(event.eventDateWhenEveryWeek);
+        const auto list = decoded(event.eventDateWhenEveryWeek);
+        const DayListReadResult& codes = *list;
         if (codes.error) {
             return rule; // the walk stops the program at the moment it reads them
         }
@@ -237,7 +311,8 @@ Rule RuleBatch::State::compile(const EventFields& event) {
         break;
     }
     case RepeatType::monthly: {
-        const DayListReadResult& codes = decoded(event.eventDateWhenEveryMonth);
+        const auto list = decoded(event.eventDateWhenEveryMonth);
+        const DayListReadResult& codes = *list;
         if (codes.error) {
             return rule;
         }
@@ -292,6 +367,7 @@ DayKey RuleBatch::State::dayKey(Date date, const Calendar& calendar) const {
         }
     }
     key.fast = key.fast && clock.consistent();
+    key.passOfTheDayOnly = key.fast && key.steady && key.offset % 1000 == 0;
     return key;
 }
 
@@ -404,10 +480,14 @@ bool RuleBatch::State::happens(const EventFields& event, const Rule& rule,
     }
     switch (rule.kind) {
     case Kind::Daily:
+        if (key.passOfTheDayOnly) {
+            return passOn(key.day, rule.startDay, rule.step);
+        }
         return window(rule.startDay, rule.step, rule.timeOfDay, key) == Window::Matched;
     case Kind::Weekly:
         for (const std::int64_t firstDay : rule.firstDays) {
-            if (window(firstDay, 7 * rule.step, 0, key) == Window::Matched) {
+            if (key.passOfTheDayOnly ? passOn(key.day, firstDay, 7 * rule.step)
+                                     : window(firstDay, 7 * rule.step, 0, key) == Window::Matched) {
                 return true;
             }
         }
@@ -418,16 +498,43 @@ bool RuleBatch::State::happens(const EventFields& event, const Rule& rule,
                 // The walk gives up on a code that never finds a month, and with it the query.
                 return false;
             }
-            if (monthWindow(rule, rule.codes[i], key) == Window::Matched) {
+            if (key.passOfTheDayOnly ? monthPassOn(rule, rule.codes[i], key)
+                                     : monthWindow(rule, rule.codes[i], key) == Window::Matched) {
                 return true;
             }
         }
         return false;
     case Kind::Yearly:
+        if (key.passOfTheDayOnly && rule.plainYearly) {
+            for (std::int64_t j = 0; j < 3; ++j) {
+                const std::int64_t passed = key.year - 1 + j - event.eventStartDateYear;
+                if (passed >= 0 && (rule.step == 1 || passed % rule.step == 0) &&
+                    key.yearMonthStart[j][event.eventStartDateMonth - 1] + event.eventStartDateDay -
+                            1 ==
+                        key.day) {
+                    return true;
+                }
+            }
+            return false;
+        }
         return yearWindow(event, rule, key) == Window::Matched;
     default:
         return false;
     }
+}
+
+bool RuleBatch::State::monthPassOn(const Rule& rule, std::int64_t code, const DayKey& key) const {
+    // The day's own month (index 2 of the day's tables): a code's pass stays in its month.
+    const std::int64_t n = key.month;
+    if (n < rule.firstMonth || (rule.step != 1 && (n - rule.firstMonth) % rule.step != 0)) {
+        return false;
+    }
+    const std::int64_t length = key.monthLength[2];
+    const std::int64_t dayOfMonth = key.day - key.monthStart[2] + 1;
+    if (code == kLastDayOfMonthCode) {
+        return dayOfMonth == length;
+    }
+    return code <= length && code == dayOfMonth;
 }
 
 Today RuleBatch::State::today(Date now, const Calendar& calendar) const {
@@ -782,6 +889,10 @@ RuleBatch::indicesOnDates(const std::vector<Date>& dates) const {
         return result;
     }
     State& state = *state_;
+    // A kept batch's days hold about as many events as those of the month before.
+    for (auto& cell : result) {
+        cell.reserve(state.cellCapacity);
+    }
     std::vector<DayKey> keys;
     keys.reserve(dates.size());
     bool run = true;
@@ -803,13 +914,39 @@ RuleBatch::indicesOnDates(const std::vector<Date>& dates) const {
         run = state.clock.consistent();
     }
     if (!run) {
+        std::vector<std::size_t> all(events_.size());
+        for (std::size_t index = 0; index < all.size(); ++index) {
+            all[index] = index;
+        }
         for (std::size_t c = 0; c < dates.size(); ++c) {
-            result[c] = indicesOnDate(dates[c]);
+            result[c] = indicesOnDate(dates[c], all);
         }
         return result;
     }
     const auto cells = static_cast<std::int64_t>(dates.size());
     std::vector<std::uint8_t> candidate(dates.size());
+    std::vector<double> dayStarts;
+    dayStarts.reserve(keys.size());
+    for (const DayKey& key : keys) {
+        dayStarts.push_back(key.dayStart.secondsSince1970);
+    }
+    // A day is steady when one offset, of whole seconds, holds from the start of the day before
+    // it to the end of the day after it: every moment there is a whole number of seconds, and a
+    // pass at time t of day p lies (p - day) * 86400 + t / 1000 seconds after the day's
+    // midnight, in its 24 hours for p = day only. unsteadyNear[c + 1] says whether a pass of
+    // cell c (or of the day before or after the run) lies next to a day that is not steady.
+    std::vector<std::uint8_t> steadyDay(dates.size());
+    std::vector<std::uint8_t> unsteadyNear(dates.size() + 2, 0);
+    for (std::int64_t c = 0; c < cells; ++c) {
+        const auto offset = state.clock.steadyOffset(first + c - 1, first + c + 2);
+        const bool steady = offset && *offset % 1000 == 0;
+        steadyDay[static_cast<std::size_t>(c)] = steady ? 1 : 0;
+        if (!steady) {
+            for (std::int64_t near = c; near <= c + 2; ++near) {
+                unsteadyNear[static_cast<std::size_t>(near)] = 1;
+            }
+        }
+    }
     for (std::size_t index = 0; index < events_.size(); ++index) {
         const EventFields& event = *events_[index];
         const Rule& rule = compiled(state.rules, index, [&] { return state.compile(event); });
@@ -820,6 +957,55 @@ RuleBatch::indicesOnDates(const std::vector<Date>& dates) const {
             for (std::size_t c = 0; c < dates.size(); ++c) {
                 if (eventHappensOnDay(event, dates[c], calendar_)) {
                     result[c].push_back(index);
+                }
+            }
+            continue;
+        }
+        if (rule.kind == Kind::Daily || rule.kind == Kind::Weekly) {
+            // Each pass is judged against the midnights of the days it can match (its own and
+            // its neighbours'), where every day's walk would judge it. A walk's passes only
+            // grow, so a day is matched exactly when one of them falls in its window: no pass
+            // after a matching one can be judged missed first, and none before a missed one can
+            // match. Around a steady day a pass (at a time within its day) matches its own day
+            // and no other, so only passes near a clock change are composed.
+            const std::int64_t timeOfDay = rule.kind == Kind::Daily ? rule.timeOfDay : 0;
+            std::int64_t low = cells;
+            std::int64_t high = -1;
+            passDays(event, rule, first - 1, last + 1, [&](std::int64_t day) {
+                const std::int64_t own = day - first;
+                if (own >= 0 && own < cells && steadyDay[static_cast<std::size_t>(own)] != 0) {
+                    candidate[static_cast<std::size_t>(own)] = 1;
+                    low = std::min(low, own);
+                    high = std::max(high, own);
+                }
+                if (unsteadyNear[static_cast<std::size_t>(own + 1)] == 0) {
+                    return;
+                }
+                const double moment = state.clock.moment(day, timeOfDay).secondsSince1970;
+                const std::int64_t from = std::max<std::int64_t>(0, own - 1);
+                const std::int64_t to = std::min<std::int64_t>(cells - 1, own + 1);
+                for (std::int64_t c = from; c <= to; ++c) {
+                    if (steadyDay[static_cast<std::size_t>(c)] != 0) {
+                        continue;
+                    }
+                    const double x = dayStarts[static_cast<std::size_t>(c)] - moment;
+                    if (x > kOverInterval && x <= 0) {
+                        candidate[static_cast<std::size_t>(c)] = 1;
+                        low = std::min(low, c);
+                        high = std::max(high, c);
+                    }
+                }
+            });
+            for (std::int64_t c = low; c <= high; ++c) {
+                auto& matched = candidate[static_cast<std::size_t>(c)];
+                if (matched != 0) {
+                    matched = 0;
+                    // The start and end bounds of happens().
+                    const double dayStart = dayStarts[static_cast<std::size_t>(c)];
+                    if (dayStart - rule.startDate >= 0 &&
+                        (!rule.hasEnd || dayStart - rule.endDate <= 0)) {
+                        result[static_cast<std::size_t>(c)].push_back(index);
+                    }
                 }
             }
             continue;
@@ -844,6 +1030,9 @@ RuleBatch::indicesOnDates(const std::vector<Date>& dates) const {
                 }
             }
         }
+    }
+    for (const auto& cell : result) {
+        state.cellCapacity = std::max(state.cellCapacity, cell.size());
     }
     if (!state.clock.consistent()) {
         // Something the clock learned on the way can't be trusted: the walks answer.
@@ -884,6 +1073,27 @@ std::vector<DateComponents> RuleBatch::occurrences(std::size_t index, Date now) 
 
 namespace {
 
+/// The working memory of the plan sort.
+struct SortBuffers {
+    std::vector<std::uint32_t> keys;
+    std::vector<std::size_t> groupedIndex;
+    std::vector<double> groupedSeconds;
+    std::vector<std::uint32_t> groupedKeys;
+
+    /// Room for `n` entries; buffers far larger than that are given back.
+    void prepare(std::size_t n) {
+        if (keys.size() > 4 * n + 65'536) {
+            *this = SortBuffers{};
+        }
+        if (keys.size() < n) {
+            keys.resize(n);
+            groupedIndex.resize(n);
+            groupedSeconds.resize(n);
+            groupedKeys.resize(n);
+        }
+    }
+};
+
 /// Sorts a plan by moment; entries of equal moments stay in the order they were made. Entries
 /// are made event by event, and entries of one event with equal moments are equal, so ordering
 /// by moment and then by event gives that order. A plan is long (a hundred entries for each
@@ -901,15 +1111,22 @@ void sortPlan(std::vector<PlannedOccurrence>& plan) {
         return a.eventIndex < b.eventIndex;
     };
     const std::size_t n = plan.size();
-    double low = 0, high = 0;
-    bool finite = true;
-    for (std::size_t i = 0; i < n; ++i) {
-        const double seconds = plan[i].date.secondsSince1970;
-        finite = finite && std::isfinite(seconds);
-        low = i == 0 ? seconds : std::min(low, seconds);
-        high = i == 0 ? seconds : std::max(high, seconds);
+    if (n < 256) {
+        std::sort(plan.begin(), plan.end(), before);
+        return;
     }
-    if (n < 256 || !finite || high - low > 1.0e11) {
+    double low = plan[0].date.secondsSince1970;
+    double high = low;
+    // x - x is 0 for every finite x and NaN for infinities and NaN.
+    double nonFinite = 0;
+    for (std::size_t i = 1; i < n; ++i) {
+        const double seconds = plan[i].date.secondsSince1970;
+        nonFinite += seconds - seconds;
+        low = std::min(low, seconds);
+        high = std::max(high, seconds);
+    }
+    const bool finite = nonFinite == 0 && low - low == 0;
+    if (!finite || high - low > 1.0e11) {
         std::sort(plan.begin(), plan.end(), before);
         return;
     }
@@ -936,7 +1153,12 @@ void sortPlan(std::vector<PlannedOccurrence>& plan) {
     constexpr std::size_t kGroupBits = 8;
     constexpr std::size_t kGroupSize = std::size_t{1} << kGroupBits;
     const std::size_t groups = (buckets >> kGroupBits) + 1;
-    std::vector<std::uint32_t> keys(n);
+    // The buffers are kept by the thread from one plan to the next: a plan of 10,000 events
+    // needs some 17 MB of them, and fresh memory of that size costs more to map than the sort
+    // itself. Every element is written before it is read.
+    thread_local SortBuffers buffers;
+    buffers.prepare(n);
+    std::uint32_t* const keys = buffers.keys.data();
     std::vector<std::uint32_t> next(groups + 1, 0);
     for (std::size_t i = 0; i < n; ++i) {
         keys[i] = static_cast<std::uint32_t>(bucketOf(plan[i]));
@@ -945,11 +1167,13 @@ void sortPlan(std::vector<PlannedOccurrence>& plan) {
     for (std::size_t g = 1; g <= groups; ++g) {
         next[g] += next[g - 1];
     }
-    std::vector<PlannedOccurrence> grouped(n);
-    std::vector<std::uint32_t> groupedKeys(n);
+    std::size_t* const groupedIndex = buffers.groupedIndex.data();
+    double* const groupedSeconds = buffers.groupedSeconds.data();
+    std::uint32_t* const groupedKeys = buffers.groupedKeys.data();
     for (std::size_t i = 0; i < n; ++i) {
         const std::uint32_t place = next[keys[i] >> kGroupBits]++;
-        grouped[place] = plan[i];
+        groupedIndex[place] = plan[i].eventIndex;
+        groupedSeconds[place] = plan[i].date.secondsSince1970;
         groupedKeys[place] = keys[i];
     }
     std::uint32_t inBucket[kGroupSize + 1];
@@ -965,7 +1189,8 @@ void sortPlan(std::vector<PlannedOccurrence>& plan) {
             inBucket[b] += inBucket[b - 1];
         }
         for (std::size_t i = groupStart; i < groupEnd; ++i) {
-            plan[inBucket[groupedKeys[i] & (kGroupSize - 1)]++] = grouped[i];
+            plan[inBucket[groupedKeys[i] & (kGroupSize - 1)]++] =
+                PlannedOccurrence{groupedIndex[i], Date{groupedSeconds[i]}};
         }
         std::size_t from = groupStart;
         for (std::size_t b = 0; b < kGroupSize && from < groupEnd; ++b) {

@@ -8,8 +8,11 @@
 // calendar system, a zone whose clock changes it can't confirm, dates before 1600 or very far
 // out, codes or times out of their usual ranges) it hands to those walks.
 //
-// A batch holds no more than the questions of one call need: it refers to the events and the
-// calendar it was made with (both must outlive it) and learns nothing that outlives it.
+// A batch refers to the events and the calendar it was made with (both must outlive it). What
+// it learns about them stays with it, except what depends on nothing but its own input and so
+// can't go stale: the zone's years (LocalClock) and the decoded day lists, by their bytes, are
+// kept for the process, so that the next batch (the month after a save, the next plan) starts
+// with them.
 #pragma once
 
 #include "calendar/Calendar.h"

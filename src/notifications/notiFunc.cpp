@@ -84,7 +84,8 @@ void notiFunc::addOneNotiRequest(const std::string& title, const std::string& co
 }
 
 std::vector<NotificationRequest> notiFunc::plannedRequests() {
-    const auto plan = plannedReminders(eventNotiOn.snapshot(), now(), Calendar::current());
+    const auto plan =
+        plannedReminders(eventNotiOn.snapshot(), now(), Calendar::current(), kMaximumRequests);
     if (!switchOfNotiOpenOrNotForAllEvent.get()) {
         return {};
     }
@@ -121,20 +122,42 @@ double leadTimeOffset(std::int64_t eventNotiType, std::int64_t hour, std::int64_
 }
 
 std::vector<notiFunc::eventNotiInfoDataForAppOnly>
-plannedReminders(const std::vector<eventInfo>& events, Date now, const Calendar& calendar) {
+plannedReminders(const std::vector<eventInfo>& events, Date now, const Calendar& calendar,
+                 std::size_t limit) {
     // The batch composes every element of every list (in order of their moments); the lead
-    // times then reorder them by interval.
-    std::vector<notiFunc::eventNotiInfoDataForAppOnly> plan;
-    for (const PlannedOccurrence& occurrence : RuleBatch(events, calendar).planOccurrences(now)) {
+    // times then reorder them by interval. Only the intervals are sorted, ties by their place in
+    // the occurrence work (what a stable sort keeps), and only the entries asked for are made.
+    const std::vector<PlannedOccurrence> occurrences =
+        RuleBatch(events, calendar).planOccurrences(now);
+    struct Place {
+        double timeInterval = 0;
+        std::size_t position = 0;
+    };
+    std::vector<Place> order;
+    order.reserve(occurrences.size());
+    for (const PlannedOccurrence& occurrence : occurrences) {
         const eventInfo& event = events[occurrence.eventIndex];
-        plan.push_back({event.eventTitle, event.eventContent,
-                        occurrence.date.timeIntervalSince(now) +
-                            leadTimeOffset(event.eventNotiType, event.eventNotiDateDayHour,
-                                           event.eventNotiDateDayMin),
+        order.push_back({occurrence.date.timeIntervalSince(now) +
+                             leadTimeOffset(event.eventNotiType, event.eventNotiDateDayHour,
+                                            event.eventNotiDateDayMin),
+                         order.size()});
+    }
+    const auto before = [](const Place& a, const Place& b) {
+        if (a.timeInterval < b.timeInterval || b.timeInterval < a.timeInterval) {
+            return a.timeInterval < b.timeInterval;
+        }
+        return a.position < b.position;
+    };
+    const std::size_t taken = std::min(limit, order.size());
+    std::partial_sort(order.begin(), order.begin() + static_cast<std::ptrdiff_t>(taken),
+                      order.end(), before);
+    std::vector<notiFunc::eventNotiInfoDataForAppOnly> plan;
+    plan.reserve(taken);
+    for (std::size_t i = 0; i < taken; ++i) {
+        const eventInfo& event = events[occurrences[order[i].position].eventIndex];
+        plan.push_back({event.eventTitle, event.eventContent, order[i].timeInterval,
                         event.eventNotiId, event.eventId});
     }
-    std::stable_sort(plan.begin(), plan.end(),
-                     [](const auto& a, const auto& b) { return a.timeInterval < b.timeInterval; });
     return plan;
 }
 

@@ -11,6 +11,7 @@
 
 #include <array>
 #include <cstdint>
+#include <limits>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -75,9 +76,11 @@ inline constexpr std::array<std::string_view, 10> notiSelectionStringForEvent{
 double leadTimeOffset(std::int64_t eventNotiType, std::int64_t hour, std::int64_t minute);
 
 /// The sorted plan of one run for those of these events that have a reminder: every element of
-/// every occurrence list, its interval from `now` plus the lead time, sorted by interval.
+/// every occurrence list, its interval from `now` plus the lead time, sorted by interval (equal
+/// intervals in the order of the occurrence work); only the first `limit` of them.
 std::vector<notiFunc::eventNotiInfoDataForAppOnly>
-plannedReminders(const std::vector<eventInfo>& events, Date now, const Calendar& calendar);
+plannedReminders(const std::vector<eventInfo>& events, Date now, const Calendar& calendar,
+                 std::size_t limit = std::numeric_limits<std::size_t>::max());
 
 /// Background refresh of the reminder plan.
 class bgFunc {

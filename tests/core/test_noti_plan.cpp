@@ -100,6 +100,9 @@ TEST_F(NotiPlanTest, PlanIsSortedByIntervalWithTheLeadsApplied) {
     // 100 daily elements (today's time is still to come) and 100 yearly ones (2026 to 2125): a
     // lead moves a reminder, it never drops an occurrence.
     EXPECT_EQ(plan.size(), 100u + 100u);
+    // A run asks for its first entries only: the same, in the same order.
+    const auto first = plannedReminders({yearly, daily}, now(), Calendar::current(), 60);
+    EXPECT_EQ(first, decltype(plan)(plan.begin(), plan.begin() + 60));
 }
 
 TEST_F(NotiPlanTest, TheCapOfSixtyCountsThePastRemindersThatFileNothing) {
