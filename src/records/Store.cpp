@@ -254,10 +254,11 @@ public:
             }
         }
 
-        /// Binds text that lives until the statement is reset.
+        /// Binds text that lives until the statement is reset; empty text stays text (a null
+        /// pointer would bind NULL).
         void bindText(int index, std::string_view text) {
-            if (sqlite3_bind_text64(stmt_, index, text.data(), text.size(), SQLITE_STATIC,
-                                    SQLITE_UTF8) != SQLITE_OK) {
+            if (sqlite3_bind_text64(stmt_, index, text.empty() ? "" : text.data(), text.size(),
+                                    SQLITE_STATIC, SQLITE_UTF8) != SQLITE_OK) {
                 connection_.fail("bind a value");
             }
         }
