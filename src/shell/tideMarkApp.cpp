@@ -11,6 +11,7 @@
 
 #include <QQmlApplicationEngine>
 #include <QQmlContext>
+#include <QQuickWindow>
 #include <QtQml>
 
 namespace tidemark {
@@ -53,7 +54,7 @@ QString tideMarkApp::headline(int tabViewSelection) const {
 }
 
 bool tideMarkApp::launch(QQmlApplicationEngine& engine) {
-    appDelegate_.didFinishLaunching();
+    appDelegate_.didFinishLaunching(AppDelegate::LaunchPublication::byCaller);
     systemColorScheme_ = std::make_unique<SystemColorScheme>();
     connect(systemColorScheme_.get(), &SystemColorScheme::darkChanged, this,
             &tideMarkApp::preferredColorSchemeChanged);
@@ -66,6 +67,19 @@ bool tideMarkApp::launch(QQmlApplicationEngine& engine) {
     engine.rootContext()->setContextProperty("calendarPage", calendarPage);
 
     engine.load(moduleFileUrl(QStringLiteral("Main.qml")));
+    // The launch's publication to the widgets (every event encoded and written to the shared
+    // suite) runs once the window has drawn its first frame, so the window doesn't wait for it.
+    auto* window = engine.rootObjects().isEmpty()
+                       ? nullptr
+                       : qobject_cast<QQuickWindow*>(engine.rootObjects().first());
+    if (window == nullptr) {
+        widgetFunc().publishEventDataToWidget();
+    } else {
+        connect(
+            window, &QQuickWindow::frameSwapped, this,
+            [] { widgetFunc().publishEventDataToWidget(); },
+            static_cast<Qt::ConnectionType>(Qt::QueuedConnection | Qt::SingleShotConnection));
+    }
     return !engine.rootObjects().isEmpty();
 }
 
