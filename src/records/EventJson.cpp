@@ -17,6 +17,7 @@
 #include <nlohmann/json.hpp>
 #include <tuple>
 #include <type_traits>
+#include <utility>
 
 namespace tidemark {
 
@@ -67,6 +68,17 @@ std::size_t utf8SequenceLength(const unsigned char* p, const unsigned char* end)
     return n;
 }
 
+/// The bytes a string can't copy as they are: control characters, '"', '\\', and the start of
+/// every non-ASCII sequence (checked as UTF-8).
+constexpr std::array<bool, 256> makeSpecialBytes() {
+    std::array<bool, 256> special{};
+    for (int c = 0; c < 256; ++c) {
+        special[c] = c < 0x20 || c >= 0x80 || c == '"' || c == '\\';
+    }
+    return special;
+}
+constexpr auto kSpecialBytes = makeSpecialBytes();
+
 void appendString(std::string& out, std::string_view text) {
     static constexpr char kHex[] = "0123456789abcdef";
     const std::size_t start = out.size();
@@ -76,7 +88,7 @@ void appendString(std::string& out, std::string_view text) {
     while (p < end) {
         // Copy the longest run that needs no escaping in one go.
         const auto* run = p;
-        while (p < end && *p >= 0x20 && *p < 0x80 && *p != '"' && *p != '\\') {
+        while (p < end && !kSpecialBytes[*p]) {
             ++p;
         }
         out.append(reinterpret_cast<const char*>(run), static_cast<std::size_t>(p - run));
@@ -175,11 +187,41 @@ void appendValue(std::string& out, const Bytes& value) {
     out += '"';
 }
 
+constexpr std::size_t kFieldCount = std::tuple_size_v<decltype(EventFields::fields())>;
+
+/// The text before each member's value: '{' or ',' and the quoted name with its ':'. The names
+/// are plain ASCII, so quoting them needs no escapes.
+const std::array<std::string, kFieldCount>& memberKeys() {
+    static const auto keys = [] {
+        std::array<std::string, kFieldCount> out;
+        std::size_t i = 0;
+        std::apply(
+            [&](const auto&... field) {
+                ((out[i] = std::string(i == 0 ? "{\"" : ",\"") + std::string(field.name) + "\":",
+                  ++i),
+                 ...);
+            },
+            EventFields::fields());
+        return out;
+    }();
+    return keys;
+}
+
+/// The three reserved members, last in field order, as the widget data writes them: blank.
+constexpr std::size_t kReservedFields = 3;
+static_assert(std::get<kFieldCount - 3>(EventFields::fields()).name == "backupDataType01");
+static_assert(std::get<kFieldCount - 2>(EventFields::fields()).name == "backupDataType02");
+static_assert(std::get<kFieldCount - 1>(EventFields::fields()).name == "backupDataType03");
+constexpr std::string_view kBlankReserved =
+    ",\"backupDataType01\":0,\"backupDataType02\":\"\",\"backupDataType03\":\"\"}";
+
 /// About the length of an event's text, so that the output grows once.
 std::size_t estimatedLength(const EventFields& event) {
-    std::size_t length = 2;
+    std::size_t length = 1;
+    for (const auto& key : memberKeys()) {
+        length += key.size();
+    }
     const auto add = [&](const auto& field) {
-        length += field.name.size() + 4;
         const auto& value = event.*(field.member);
         using T = std::decay_t<decltype(value)>;
         if constexpr (std::is_same_v<T, std::string>) {
@@ -194,23 +236,25 @@ std::size_t estimatedLength(const EventFields& event) {
     return length;
 }
 
-void appendEvent(std::string& out, const EventFields& event) {
-    out += '{';
-    bool first = true;
-    const auto appendMember = [&](const auto& field) {
-        if (!first) {
-            out += ',';
-        }
-        first = false;
-        appendString(out, field.name);
-        out += ':';
-        appendValue(out, event.*(field.member));
+/// Appends the event's object; with `blankReserved`, the reserved members are written as 0, ""
+/// and "" whatever the event holds.
+template <bool blankReserved> void appendEvent(std::string& out, const EventFields& event) {
+    const auto& keys = memberKeys();
+    constexpr std::size_t written = blankReserved ? kFieldCount - kReservedFields : kFieldCount;
+    const auto appendMembers = [&]<std::size_t... I>(std::index_sequence<I...>) {
+        constexpr auto fields = EventFields::fields();
+        ((out += keys[I], appendValue(out, event.*(std::get<I>(fields).member))), ...);
     };
-    std::apply([&](const auto&... field) { (appendMember(field), ...); }, EventFields::fields());
-    out += '}';
+    appendMembers(std::make_index_sequence<written>{});
+    if constexpr (blankReserved) {
+        out += kBlankReserved;
+    } else {
+        out += '}';
+    }
 }
 
-template <class Event> std::string encodeArray(const std::vector<Event>& events) {
+template <bool blankReserved, class Event>
+std::string encodeArray(const std::vector<Event>& events) {
     std::size_t length = 2;
     for (const auto& event : events) {
         length += estimatedLength(event) + 1;
@@ -222,7 +266,7 @@ template <class Event> std::string encodeArray(const std::vector<Event>& events)
         if (i != 0) {
             out += ',';
         }
-        appendEvent(out, events[i]);
+        appendEvent<blankReserved>(out, events[i]);
     }
     out += ']';
     return out;
@@ -371,17 +415,21 @@ std::optional<Bytes> base64Decode(std::string_view text) {
 }
 
 std::string encodeEventArray(const std::vector<eventObject>& events) {
-    return encodeArray(events);
+    return encodeArray<false>(events);
 }
 
 std::string encodeEventArray(const std::vector<eventObjectAtWidget>& events) {
-    return encodeArray(events);
+    return encodeArray<false>(events);
+}
+
+std::string encodeEventArrayWithBlankReserved(const std::vector<eventInfo>& events) {
+    return encodeArray<true>(events);
 }
 
 std::string encodeEvent(const EventFields& event) {
     std::string out;
     out.reserve(estimatedLength(event));
-    appendEvent(out, event);
+    appendEvent<false>(out, event);
     return out;
 }
 

@@ -23,6 +23,10 @@ std::optional<Bytes> base64Decode(std::string_view text);
 std::string encodeEventArray(const std::vector<eventObject>& events);
 std::string encodeEventArray(const std::vector<eventObjectAtWidget>& events);
 
+/// The same array for stored events, with the three reserved fields written as 0, "" and ""
+/// whatever the records hold (the widget data), without copying the events first.
+std::string encodeEventArrayWithBlankReserved(const std::vector<eventInfo>& events);
+
 /// One event as a JSON object text.
 std::string encodeEvent(const EventFields& event);
 

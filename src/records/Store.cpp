@@ -144,6 +144,12 @@ void setDefaultStorePath(const fs::path& path) {
 
 // ---- Connection -----------------------------------------------------------------------------
 
+/// A prepared statement of a connection, as the row readers and binders see it.
+struct StoreStatement {
+    StoreConnection& connection;
+    sqlite3_stmt* stmt;
+};
+
 /// One SQLite connection of one thread to one file, with its prepared statements and the state
 /// of the write transaction in progress.
 class StoreConnection {
@@ -178,7 +184,7 @@ public:
 
     ~StoreConnection() {
         for (auto& entry : statements_) {
-            sqlite3_finalize(entry.second);
+            sqlite3_finalize(entry.second.stmt);
         }
         sqlite3_close_v2(db_);
     }
@@ -202,11 +208,19 @@ public:
         fatalStop(message);
     }
 
+    /// A prepared statement kept for the connection's life, with the number of rows its last
+    /// complete run gave.
+    struct Prepared {
+        sqlite3_stmt* stmt = nullptr;
+        std::size_t lastRows = 0;
+    };
+
     /// A cached prepared statement, reset and unbound when the returned guard goes.
     class Statement {
     public:
-        Statement(StoreConnection& connection, sqlite3_stmt* stmt)
-            : connection_(connection), stmt_(stmt) {}
+        Statement(StoreConnection& connection, Prepared& prepared)
+            : connection_(connection), prepared_(prepared),
+              stmt_(prepared.stmt), handle_{connection, prepared.stmt} {}
         ~Statement() {
             sqlite3_reset(stmt_);
             sqlite3_clear_bindings(stmt_);
@@ -215,6 +229,9 @@ public:
         Statement& operator=(const Statement&) = delete;
 
         sqlite3_stmt* get() const { return stmt_; }
+        StoreStatement& handle() { return handle_; }
+        std::size_t lastRows() const { return prepared_.lastRows; }
+        void setLastRows(std::size_t rows) { prepared_.lastRows = rows; }
 
         void bind(int index, const FieldValue& value) {
             int rc = SQLITE_OK;
@@ -237,8 +254,18 @@ public:
             }
         }
 
-        /// Steps once: true for a row, false when done; anything else is a fatal stop.
-        bool step(std::string_view what) {
+        /// Binds text that lives until the statement is reset; empty text stays text (a null
+        /// pointer would bind NULL).
+        void bindText(int index, std::string_view text) {
+            if (sqlite3_bind_text64(stmt_, index, text.empty() ? "" : text.data(), text.size(),
+                                    SQLITE_STATIC, SQLITE_UTF8) != SQLITE_OK) {
+                connection_.fail("bind a value");
+            }
+        }
+
+        /// Steps once: true for a row, false when done; anything else is a fatal stop, whose
+        /// message names `what` and `table`.
+        bool step(std::string_view what, std::string_view table = {}) {
             const int rc = sqlite3_step(stmt_);
             if (rc == SQLITE_ROW) {
                 return true;
@@ -246,35 +273,14 @@ public:
             if (rc == SQLITE_DONE) {
                 return false;
             }
-            connection_.fail(what);
-        }
-
-        FieldValue column(int index, FieldType type) const {
-            switch (type) {
-            case FieldType::String: {
-                const auto* text = sqlite3_column_text(stmt_, index);
-                const int size = sqlite3_column_bytes(stmt_, index);
-                return text ? std::string(reinterpret_cast<const char*>(text),
-                                          static_cast<std::size_t>(size))
-                            : std::string();
-            }
-            case FieldType::Int:
-                return static_cast<std::int64_t>(sqlite3_column_int64(stmt_, index));
-            case FieldType::Bool:
-                return sqlite3_column_int64(stmt_, index) != 0;
-            case FieldType::Bytes: {
-                const auto* data =
-                    static_cast<const std::uint8_t*>(sqlite3_column_blob(stmt_, index));
-                const int size = sqlite3_column_bytes(stmt_, index);
-                return data ? Bytes(data, data + size) : Bytes();
-            }
-            }
-            return std::string();
+            connection_.fail(std::string(what) + std::string(table));
         }
 
     private:
         StoreConnection& connection_;
+        Prepared& prepared_;
         sqlite3_stmt* stmt_;
+        StoreStatement handle_;
     };
 
     Statement prepare(const std::string& sql) {
@@ -285,7 +291,7 @@ public:
                                    SQLITE_PREPARE_PERSISTENT, &stmt, nullptr) != SQLITE_OK) {
                 fail("prepare \"" + sql + "\"");
             }
-            it = statements_.emplace(sql, stmt).first;
+            it = statements_.emplace(sql, Prepared{stmt, 0}).first;
         }
         return Statement(*this, it->second);
     }
@@ -342,7 +348,7 @@ public:
 private:
     fs::path path_;
     sqlite3* db_ = nullptr;
-    std::unordered_map<std::string, sqlite3_stmt*> statements_;
+    std::unordered_map<std::string, Prepared> statements_;
     std::set<std::string> knownTables_;
     std::unordered_map<std::string, std::uint64_t> ownCommits_;
     dev_t device_ = 0;
@@ -467,24 +473,21 @@ const fs::path& Store::path() const {
     return connection_->path();
 }
 
-std::optional<std::vector<FieldValue>> Store::objectRow(const TableSpec& table,
-                                                        std::string_view primaryKey) const {
+void Store::objectRow(const TableSpec& table, std::string_view primaryKey,
+                      const std::function<void(const RowReader&)>& onRow) const {
     auto& c = *connection_;
     c.ensureTable(table);
     auto statement = c.prepare("SELECT " + columnList(table) + " FROM " + quoted(table.name) +
                                " WHERE " + quoted(table.columns.front().first) + " = ?");
-    statement.bind(1, std::string(primaryKey));
-    if (!statement.step("read from " + std::string(table.name))) {
-        return std::nullopt;
+    statement.bindText(1, primaryKey);
+    if (statement.step("read from ", table.name)) {
+        onRow(RowReader(statement.handle()));
     }
-    std::vector<FieldValue> row;
-    for (std::size_t i = 0; i < table.columns.size(); ++i) {
-        row.push_back(statement.column(static_cast<int>(i), table.columns[i].second));
-    }
-    return row;
 }
 
-std::vector<std::vector<FieldValue>> Store::rows(const TableSpec& table, const Query& query) const {
+void Store::rows(const TableSpec& table, const Query& query,
+                 const std::function<void(std::size_t)>& reserve,
+                 const std::function<void(const RowReader&)>& onRow) const {
     auto& c = *connection_;
     c.ensureTable(table);
     std::vector<const FieldValue*> values;
@@ -499,16 +502,75 @@ std::vector<std::vector<FieldValue>> Store::rows(const TableSpec& table, const Q
     for (std::size_t i = 0; i < values.size(); ++i) {
         statement.bind(static_cast<int>(i + 1), *values[i]);
     }
-    std::vector<std::vector<FieldValue>> out;
-    while (statement.step("read from " + std::string(table.name))) {
-        std::vector<FieldValue> row;
-        row.reserve(table.columns.size());
-        for (std::size_t i = 0; i < table.columns.size(); ++i) {
-            row.push_back(statement.column(static_cast<int>(i), table.columns[i].second));
-        }
-        out.push_back(std::move(row));
+    reserve(statement.lastRows());
+    const RowReader row(statement.handle());
+    std::size_t count = 0;
+    while (statement.step("read from ", table.name)) {
+        onRow(row);
+        ++count;
     }
-    return out;
+    statement.setLastRows(count);
+}
+
+// ---- Reading and binding the fields of a row ------------------------------------------------
+
+void RowReader::read(int column, std::string& target) const {
+    // The text first, then its length, as SQLite asks; a TEXT column needs no conversion.
+    const auto* text = sqlite3_column_text(statement_.stmt, column);
+    const auto size = static_cast<std::size_t>(sqlite3_column_bytes(statement_.stmt, column));
+    if (text == nullptr) {
+        target.clear();
+    } else {
+        target.assign(reinterpret_cast<const char*>(text), size);
+    }
+}
+
+void RowReader::read(int column, std::int64_t& target) const {
+    target = sqlite3_column_int64(statement_.stmt, column);
+}
+
+void RowReader::read(int column, bool& target) const {
+    target = sqlite3_column_int64(statement_.stmt, column) != 0;
+}
+
+void RowReader::read(int column, Bytes& target) const {
+    const auto* data =
+        static_cast<const std::uint8_t*>(sqlite3_column_blob(statement_.stmt, column));
+    const auto size = static_cast<std::size_t>(sqlite3_column_bytes(statement_.stmt, column));
+    if (data == nullptr) {
+        target.clear();
+    } else {
+        target.assign(data, data + size);
+    }
+}
+
+// The record outlives the step that writes it, so its text and bytes are bound without a copy.
+
+void RowBinder::bind(int parameter, const std::string& value) {
+    if (sqlite3_bind_text64(statement_.stmt, parameter, value.data(), value.size(), SQLITE_STATIC,
+                            SQLITE_UTF8) != SQLITE_OK) {
+        statement_.connection.fail("bind a value");
+    }
+}
+
+void RowBinder::bind(int parameter, std::int64_t value) {
+    if (sqlite3_bind_int64(statement_.stmt, parameter, value) != SQLITE_OK) {
+        statement_.connection.fail("bind a value");
+    }
+}
+
+void RowBinder::bind(int parameter, bool value) {
+    bind(parameter, std::int64_t{value ? 1 : 0});
+}
+
+void RowBinder::bind(int parameter, const Bytes& value) {
+    // An empty blob must stay a blob: a null data pointer would bind NULL.
+    const int rc = value.empty() ? sqlite3_bind_zeroblob(statement_.stmt, parameter, 0)
+                                 : sqlite3_bind_blob64(statement_.stmt, parameter, value.data(),
+                                                       value.size(), SQLITE_STATIC);
+    if (rc != SQLITE_OK) {
+        statement_.connection.fail("bind a value");
+    }
 }
 
 namespace {
@@ -587,20 +649,16 @@ std::int64_t Store::countRows(const TableSpec& table, const Query& query) const 
     for (std::size_t i = 0; i < values.size(); ++i) {
         statement.bind(static_cast<int>(i + 1), *values[i]);
     }
-    if (!statement.step("count in " + std::string(table.name))) {
+    if (!statement.step("count in ", table.name)) {
         fatalStop("Store: counting gave no row for " + std::string(table.name));
     }
     return sqlite3_column_int64(statement.get(), 0);
 }
 
-void Store::upsertRow(const TableSpec& table, const std::vector<FieldValue>& row) {
+void Store::upsertRow(const TableSpec& table, const std::function<void(RowBinder&)>& bindRow) {
     auto& c = *connection_;
     if (!c.inWrite) {
         fatalStop("Store: a record of " + std::string(table.name) + " was added outside a write");
-    }
-    if (row.size() != table.columns.size()) {
-        fatalStop("Store: a row for " + std::string(table.name) +
-                  " has the wrong number of fields");
     }
     c.ensureTable(table);
     std::string placeholders;
@@ -621,14 +679,9 @@ void Store::upsertRow(const TableSpec& table, const std::vector<FieldValue>& row
                       quoted(table.columns.front().first) + ") DO " +
                       (updates.empty() ? "NOTHING" : "UPDATE SET " + updates);
     auto statement = c.prepare(sql);
-    for (std::size_t i = 0; i < row.size(); ++i) {
-        if (!valueFitsColumn(row[i], table.columns[i].second)) {
-            fatalStop("Store: the value for " + std::string(table.name) + "." +
-                      std::string(table.columns[i].first) + " has the wrong type");
-        }
-        statement.bind(static_cast<int>(i + 1), row[i]);
-    }
-    statement.step("write to " + std::string(table.name));
+    RowBinder binder(statement.handle());
+    bindRow(binder);
+    statement.step("write to ", table.name);
     c.touchedTables.insert(std::string(table.name));
 }
 
@@ -640,8 +693,8 @@ void Store::deleteRow(const TableSpec& table, std::string_view primaryKey) {
     c.ensureTable(table);
     auto statement = c.prepare("DELETE FROM " + quoted(table.name) + " WHERE " +
                                quoted(table.columns.front().first) + " = ?");
-    statement.bind(1, std::string(primaryKey));
-    statement.step("delete from " + std::string(table.name));
+    statement.bindText(1, primaryKey);
+    statement.step("delete from ", table.name);
     c.touchedTables.insert(std::string(table.name));
 }
 

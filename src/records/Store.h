@@ -92,25 +92,48 @@ template <StoredRecord R> const TableSpec& tableSpecOf() {
     return shape;
 }
 
-template <StoredRecord R> std::vector<FieldValue> rowOf(const R& record) {
-    std::vector<FieldValue> row;
-    std::apply([&](auto... f) { (row.emplace_back(record.*(f.member)), ...); }, R::fields());
-    return row;
-}
-
-template <StoredRecord R> R recordOf(std::vector<FieldValue>&& row) {
-    R record;
-    std::size_t i = 0;
-    std::apply(
-        [&](auto... f) {
-            ((record.*(f.member) = std::get<typename decltype(f)::value_type>(std::move(row[i++]))),
-             ...);
-        },
-        R::fields());
-    return record;
-}
-
 class StoreConnection;
+struct StoreStatement;
+
+/// The current row of a query: each column read straight into a record's field, with one copy
+/// of the text or bytes out of SQLite's row and nothing in between.
+class RowReader {
+public:
+    explicit RowReader(const StoreStatement& statement) : statement_(statement) {}
+    void read(int column, std::string& target) const;
+    void read(int column, std::int64_t& target) const;
+    void read(int column, bool& target) const;
+    void read(int column, Bytes& target) const;
+
+private:
+    const StoreStatement& statement_;
+};
+
+/// The values of a record bound to a statement's parameters 1..n, in field order.
+class RowBinder {
+public:
+    explicit RowBinder(StoreStatement& statement) : statement_(statement) {}
+    void bind(int parameter, const std::string& value);
+    void bind(int parameter, std::int64_t value);
+    void bind(int parameter, bool value);
+    void bind(int parameter, const Bytes& value);
+
+private:
+    StoreStatement& statement_;
+};
+
+/// Fills `record` from the row, column i into field i.
+template <StoredRecord R> void readRecord(const RowReader& row, R& record) {
+    int column = 0;
+    std::apply([&](auto... f) { (row.read(column++, record.*(f.member)), ...); }, R::fields());
+}
+
+/// Binds the fields of `record` to parameters 1..n.
+template <StoredRecord R> void bindRecord(RowBinder& binder, const R& record) {
+    int parameter = 1;
+    std::apply([&](auto... f) { (binder.bind(parameter++, record.*(f.member)), ...); },
+               R::fields());
+}
 
 class Store {
 public:
@@ -123,19 +146,18 @@ public:
 
     /// Looks a record up by primary key.
     template <StoredRecord R> std::optional<R> object(std::string_view primaryKey) const {
-        auto row = objectRow(tableSpecOf<R>(), primaryKey);
-        if (!row) {
-            return std::nullopt;
-        }
-        return recordOf<R>(std::move(*row));
+        std::optional<R> found;
+        objectRow(tableSpecOf<R>(), primaryKey,
+                  [&](const RowReader& row) { readRecord(row, found.emplace()); });
+        return found;
     }
 
     /// All records of a class that match the query, in store order or the query's sort.
     template <StoredRecord R> std::vector<R> objects(const Query& query = {}) const {
         std::vector<R> out;
-        for (auto& row : rows(tableSpecOf<R>(), query)) {
-            out.push_back(recordOf<R>(std::move(row)));
-        }
+        rows(
+            tableSpecOf<R>(), query, [&](std::size_t expected) { out.reserve(expected); },
+            [&](const RowReader& row) { readRecord(row, out.emplace_back()); });
         return out;
     }
 
@@ -160,7 +182,7 @@ public:
 
     /// Inside write(): adds the record, or overwrites the one with its primary key in place.
     template <StoredRecord R> void add(const R& record) {
-        upsertRow(tableSpecOf<R>(), rowOf(record));
+        upsertRow(tableSpecOf<R>(), [&](RowBinder& binder) { bindRecord(binder, record); });
     }
 
     /// Inside write(): deletes the record with that primary key if there is one.
@@ -171,12 +193,16 @@ public:
     /// Inside write(): deletes every record of the class.
     template <StoredRecord R> void removeAll() { deleteAllRows(tableSpecOf<R>()); }
 
-    // The untyped layer under the templates.
-    std::optional<std::vector<FieldValue>> objectRow(const TableSpec& table,
-                                                     std::string_view primaryKey) const;
-    std::vector<std::vector<FieldValue>> rows(const TableSpec& table, const Query& query) const;
+    // The untyped layer under the templates. The callbacks run while the row is current.
+    void objectRow(const TableSpec& table, std::string_view primaryKey,
+                   const std::function<void(const RowReader&)>& onRow) const;
+    /// Calls `reserve` once with the number of rows the last read of this query gave (a hint,
+    /// 0 at first), then `onRow` for each row in order.
+    void rows(const TableSpec& table, const Query& query,
+              const std::function<void(std::size_t)>& reserve,
+              const std::function<void(const RowReader&)>& onRow) const;
     std::int64_t countRows(const TableSpec& table, const Query& query) const;
-    void upsertRow(const TableSpec& table, const std::vector<FieldValue>& row);
+    void upsertRow(const TableSpec& table, const std::function<void(RowBinder&)>& bindRow);
     void deleteRow(const TableSpec& table, std::string_view primaryKey);
     void deleteAllRows(const TableSpec& table);
 

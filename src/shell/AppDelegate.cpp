@@ -12,7 +12,7 @@ AppDelegate::~AppDelegate() {
     }
 }
 
-bool AppDelegate::didFinishLaunching() {
+bool AppDelegate::didFinishLaunching(LaunchPublication publication) {
     // The lock wish lasts for one launch: it decides this run's lock and is then cleared.
     appLockStatu.set(appLockSettingFromUser.get());
     appLockSettingFromUser.set(false);
@@ -30,7 +30,9 @@ bool AppDelegate::didFinishLaunching() {
         cloudKitFunc().checkCloudAccountAndZones();
     }
 
-    widgetFunc().publishEventDataToWidget();
+    if (publication == LaunchPublication::now) {
+        widgetFunc().publishEventDataToWidget();
+    }
     return true;
 }
 

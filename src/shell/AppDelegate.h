@@ -32,9 +32,13 @@ public:
 
     ~AppDelegate() override;
 
+    /// Who makes the launch's publication to the widgets: the launch sequence itself, or its
+    /// caller later (the app, once its window has drawn).
+    enum class LaunchPublication { now, byCaller };
+
     /// The launch sequence: app lock for this run, the notification delegate, background
     /// refresh, the deferred cloud check and one publication to the widgets. Returns true.
-    bool didFinishLaunching();
+    bool didFinishLaunching(LaunchPublication publication = LaunchPublication::now);
 
     /// How a notification that arrives while the app is in front is shown.
     enum class PresentationOption { sound, banner };

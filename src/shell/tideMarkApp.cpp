@@ -11,6 +11,7 @@
 
 #include <QQmlApplicationEngine>
 #include <QQmlContext>
+#include <QQuickWindow>
 #include <QtQml>
 
 namespace tidemark {
@@ -65,7 +66,7 @@ QString tideMarkApp::headline(int tabViewSelection) const {
 }
 
 bool tideMarkApp::launch(QQmlApplicationEngine& engine) {
-    appDelegate_.didFinishLaunching();
+    appDelegate_.didFinishLaunching(AppDelegate::LaunchPublication::byCaller);
     systemColorScheme_ = std::make_unique<SystemColorScheme>();
     connect(systemColorScheme_.get(), &SystemColorScheme::darkChanged, this,
             &tideMarkApp::preferredColorSchemeChanged);
@@ -74,6 +75,19 @@ bool tideMarkApp::launch(QQmlApplicationEngine& engine) {
     calendarPage_ = new CalendarPage(dataStore(), this);
 
     engine.load(moduleFileUrl(QStringLiteral("Main.qml")));
+    // The launch's publication to the widgets (every event encoded and written to the shared
+    // suite) runs once the window has drawn its first frame, so the window doesn't wait for it.
+    auto* window = engine.rootObjects().isEmpty()
+                       ? nullptr
+                       : qobject_cast<QQuickWindow*>(engine.rootObjects().first());
+    if (window == nullptr) {
+        widgetFunc().publishEventDataToWidget();
+    } else {
+        connect(
+            window, &QQuickWindow::frameSwapped, this,
+            [] { widgetFunc().publishEventDataToWidget(); },
+            static_cast<Qt::ConnectionType>(Qt::QueuedConnection | Qt::SingleShotConnection));
+    }
     return !engine.rootObjects().isEmpty();
 }
 

@@ -5,6 +5,7 @@
 #include "records/SettingsKeys.h"
 #include "records/Store.h"
 
+#include <cstdint>
 #include <exception>
 #include <mutex>
 #include <optional>
@@ -27,16 +28,7 @@ void setWidgetCenter(std::shared_ptr<WidgetCenter> center) {
 }
 
 std::string encodeWidgetData(const std::vector<eventInfo>& events) {
-    std::vector<eventObject> objects;
-    objects.reserve(events.size());
-    for (const auto& event : events) {
-        auto object = eventAs<eventObject>(event);
-        object.backupDataType01 = 0;
-        object.backupDataType02.clear();
-        object.backupDataType03.clear();
-        objects.push_back(std::move(object));
-    }
-    return encodeEventArray(objects);
+    return encodeEventArrayWithBlankReserved(events);
 }
 
 void widgetFunc::publishEventDataToWidget() {
@@ -46,8 +38,12 @@ void widgetFunc::publishEventDataToWidget() {
     if (DefaultsSuite* suite = DefaultsSuite::named(kSharedSuiteName)) {
         suite->update(kWidgetDataKey, []() -> std::optional<DefaultsValue> {
             try {
-                const std::string json = encodeWidgetData(Results<eventInfo>().snapshot());
-                return Bytes(json.begin(), json.end());
+                // The store's result set as kept until the next commit: no copy of the events,
+                // and a later read before any commit (the month grid at launch) finds it kept.
+                const std::string json = encodeWidgetData(*Results<eventInfo>().shared());
+                // Copied as bytes of the same type, which is one memcpy, not a loop per char.
+                const auto* data = reinterpret_cast<const std::uint8_t*>(json.data());
+                return Bytes(data, data + json.size());
             } catch (const std::exception&) {
                 // Text that is not valid UTF-8 can't be encoded; the key is then cleared, as for
                 // any failed encoding, and the widgets find no data.

@@ -121,6 +121,19 @@ TEST(EventJson, EncodingMatchesTheDocumentFormAndSurvivesTheWidgetSide) {
         });
     }
     EXPECT_EQ(decodeEventArray(encodeEventArray(*atWidget), &error), events) << error.message;
+
+    // Stored events written with the reserved fields blank: the same text as blanked copies.
+    std::vector<eventInfo> stored;
+    std::vector<eventObject> blanked;
+    for (const auto& event : events) {
+        stored.push_back(eventAs<eventInfo>(event));
+        blanked.push_back(event);
+        blanked.back().backupDataType01 = 0;
+        blanked.back().backupDataType02.clear();
+        blanked.back().backupDataType03.clear();
+    }
+    EXPECT_EQ(encodeEventArrayWithBlankReserved(stored), encodeEventArray(blanked));
+    EXPECT_EQ(encodeEventArrayWithBlankReserved({}), "[]");
 }
 
 TEST(EventJson, TextThatIsNotUtf8FailsTheEncoding) {
