@@ -123,7 +123,9 @@ std::vector<eventInfo> eventDateCompute::eventsOnDate(Date date) const {
 }
 
 std::vector<std::string> eventDateCompute::eventIdsOnDate(std::optional<Date> date) const {
-    const std::vector<eventInfo> events = eventInfoData.snapshot();
+    // The store's kept result set itself: the calendar page asks this on every appearance.
+    const auto kept = eventInfoData.shared();
+    const std::vector<eventInfo>& events = *kept;
     if (events.empty()) {
         return {};
     }
