@@ -1,5 +1,6 @@
 // Starts the real app offscreen on empty folders and looks at what it leaves behind.
 #include "QtTestSupport.h"
+#include "RecordSupport.h"
 #include "records/Defaults.h"
 #include "records/EventJson.h"
 #include "records/PrivateFiles.h"
@@ -71,9 +72,12 @@ private slots:
         }
         QVERIFY(decodeWidgetEventArray(std::string(bytes.begin(), bytes.end())).has_value());
 
-        // A second start adds nothing.
+        // A second start adds nothing, and publishes the events again for widgets that lost
+        // them.
+        suite->removeValue(kWidgetDataKey);
         QCOMPARE(startApp(), 0);
         QCOMPARE(Store::open().count<eventInfo>(), std::int64_t(2));
+        QCOMPARE(publishedEvents().size(), std::size_t(2));
     }
 
     // A settings file that is no database is kept aside once; the first-launch work runs once,
