@@ -11,6 +11,7 @@
 #include <bit>
 #include <cmath>
 #include <cstring>
+#include <limits>
 #include <memory>
 #include <mutex>
 #include <string>
@@ -562,7 +563,9 @@ bool RuleBatch::State::list(const EventFields& event, const Rule& rule, const To
     const std::int64_t minute = event.eventDateWhenEveryDayMin;
     const std::int64_t times = event.eventDateWhenCustomizeRepeatTimes;
     const bool startOpen = rule.startDate - now > kOverInterval;
-    const auto count = [&] { return static_cast<std::int64_t>(dates.size()); };
+    // The list is appended to what `dates` holds already (the plan's earlier lists).
+    const std::size_t base = dates.size();
+    const auto count = [&] { return static_cast<std::int64_t>(dates.size() - base); };
     // Appends one element; its components are made only when the caller wants them.
     const auto keep = [&](Date date, const auto& element) {
         if (elements != nullptr) {
@@ -709,24 +712,24 @@ bool RuleBatch::State::list(const EventFields& event, const Rule& rule, const To
         return false;
     }
 
-    if (rule.hasEnd && !dates.empty()) {
+    if (rule.hasEnd && dates.size() > base) {
         // Every element after the end moment (the end date at the daily time) goes; removing one
         // equal element per such element, as the walk does, removes all of them.
         const double end = clock.moment(rule.endDay, rule.timeOfDay).secondsSince1970;
         std::size_t kept = 0;
-        for (std::size_t i = 0; i < dates.size(); ++i) {
-            if (!(end - dates[i].secondsSince1970 < 0)) {
+        for (std::size_t i = 0; i < dates.size() - base; ++i) {
+            if (!(end - dates[base + i].secondsSince1970 < 0)) {
                 if (elements != nullptr) {
                     (*elements)[kept] = std::move((*elements)[i]);
                 }
-                dates[kept] = dates[i];
+                dates[base + kept] = dates[base + i];
                 ++kept;
             }
         }
         if (elements != nullptr) {
             elements->resize(kept);
         }
-        dates.resize(kept);
+        dates.resize(base + kept);
     }
     return clock.consistent();
 }
@@ -1073,165 +1076,195 @@ std::vector<DateComponents> RuleBatch::occurrences(std::size_t index, Date now) 
 
 namespace {
 
-/// The working memory of the plan sort.
-struct SortBuffers {
+/// The working memory of a plan, kept by the thread from one plan to the next: the entries as
+/// the lists make them (moment and event), then grouped for the sort. A plan of 10,000 events
+/// needs some 30 MB of it, and fresh memory of that size costs more to map than the work itself.
+/// Every element is written before it is read.
+struct PlanBuffers {
+    /// One entry on its way through the sort: its moment, event and bucket.
+    struct Grouped {
+        double seconds;
+        std::uint32_t owner;
+        std::uint32_t bucket;
+    };
+    std::vector<Date> dates;
+    std::vector<std::uint32_t> owners;
     std::vector<std::uint32_t> keys;
-    std::vector<std::size_t> groupedIndex;
-    std::vector<double> groupedSeconds;
-    std::vector<std::uint32_t> groupedKeys;
+    std::vector<Grouped> grouped;
 
-    /// Room for `n` entries; buffers far larger than that are given back.
+    /// Room for sorting `n` entries.
     void prepare(std::size_t n) {
-        if (keys.size() > 4 * n + 65'536) {
-            *this = SortBuffers{};
-        }
         if (keys.size() < n) {
             keys.resize(n);
-            groupedIndex.resize(n);
-            groupedSeconds.resize(n);
-            groupedKeys.resize(n);
+            grouped.resize(n);
+        }
+    }
+    /// Gives back buffers far larger than the last plan needed.
+    void trim(std::size_t n) {
+        if (dates.capacity() > 4 * n + 65'536) {
+            *this = PlanBuffers{};
         }
     }
 };
 
-/// Sorts a plan by moment; entries of equal moments stay in the order they were made. Entries
-/// are made event by event, and entries of one event with equal moments are equal, so ordering
-/// by moment and then by event gives that order. A plan is long (a hundred entries for each
-/// daily or yearly event), so its entries are first counted into buckets and copied there in
-/// order, and only each bucket is then sorted: minutes over the first 200 days, where the daily
-/// and weekly lists crowd, and days beyond (however many years the yearly lists reach, so that a
-/// bucket never spans two midnights). Reminders fall on whole minutes and day lists on
-/// midnights, so most buckets hold one moment, already in the order of the events, and are
-/// left as they are.
-void sortPlan(std::vector<PlannedOccurrence>& plan) {
+/// The plan's buffers count events in 32 bits (a store holds far fewer).
+void checkPlanSize(std::size_t events) {
+    if (events > std::numeric_limits<std::uint32_t>::max()) {
+        fatalStop(kOverflowMessage);
+    }
+}
+
+/// The plan of these entries (entry i: event owners[i] at dates[i]) sorted by moment; entries
+/// of equal moments stay in the order they were made. Entries are made event by event, and
+/// entries of one event with equal moments are equal, so ordering by moment and then by event
+/// gives that order. A plan is long (a hundred entries for each daily or yearly event), so its
+/// entries are counted into buckets and copied there in order, and only the buckets found out of
+/// order are then sorted: minutes over the first 200 days after `from`, where the daily and
+/// weekly lists crowd, and days beyond (so that a bucket never spans two midnights). Reminders
+/// fall on whole minutes and day lists on midnights, so most buckets hold one moment, already in
+/// the order of the events. Entries before `from`, not finite or thousands of years on are
+/// sorted as a whole instead.
+std::vector<PlannedOccurrence> sortedPlan(PlanBuffers& buffers, double from) {
+    const std::vector<Date>& dates = buffers.dates;
+    const std::vector<std::uint32_t>& owners = buffers.owners;
+    const std::size_t n = dates.size();
+    std::vector<PlannedOccurrence> plan(n);
     const auto before = [](const PlannedOccurrence& a, const PlannedOccurrence& b) {
         if (a.date.secondsSince1970 != b.date.secondsSince1970) {
             return a.date.secondsSince1970 < b.date.secondsSince1970;
         }
         return a.eventIndex < b.eventIndex;
     };
-    const std::size_t n = plan.size();
+    const auto sortWhole = [&] {
+        for (std::size_t i = 0; i < n; ++i) {
+            plan[i] = PlannedOccurrence{owners[i], dates[i]};
+        }
+        std::sort(plan.begin(), plan.end(), before);
+        return std::move(plan);
+    };
     if (n < 256) {
-        std::sort(plan.begin(), plan.end(), before);
-        return;
-    }
-    double low = plan[0].date.secondsSince1970;
-    double high = low;
-    // x - x is 0 for every finite x and NaN for infinities and NaN.
-    double nonFinite = 0;
-    for (std::size_t i = 1; i < n; ++i) {
-        const double seconds = plan[i].date.secondsSince1970;
-        nonFinite += seconds - seconds;
-        low = std::min(low, seconds);
-        high = std::max(high, seconds);
-    }
-    const bool finite = nonFinite == 0 && low - low == 0;
-    if (!finite || high - low > 1.0e11) {
-        std::sort(plan.begin(), plan.end(), before);
-        return;
+        return sortWhole();
     }
     constexpr double kFineWidth = 60.0;
     constexpr double kFineSpan = 200 * 86400.0;
-    const double fineBuckets = kFineSpan / kFineWidth;
-    double coarseWidth = 86400.0;
-    while ((high - low) / coarseWidth >= 1.0e7) {
-        coarseWidth *= 2;
-    }
-    const double fineScale = 1.0 / kFineWidth;
-    const double coarseScale = 1.0 / coarseWidth;
-    // Rises with the moment (never falls), which is all the buckets need.
-    const auto bucketOf = [&](const PlannedOccurrence& entry) {
-        const double since = entry.date.secondsSince1970 - low;
-        return static_cast<std::size_t>(since < kFineSpan
-                                            ? since * fineScale
-                                            : fineBuckets + (since - kFineSpan) * coarseScale);
-    };
-    // Two passes of a stable counting sort by bucket, first by groups of 256 buckets and then
-    // within each group, so that each pass writes to few places at a time and stays in the
-    // cache; each bucket is then sorted if it isn't in order already.
-    const std::size_t buckets = bucketOf(PlannedOccurrence{0, Date{high}}) + 1;
-    constexpr std::size_t kGroupBits = 8;
+    constexpr double kCoarseWidth = 86400.0;
+    constexpr std::size_t kFineBuckets = 288'000; // kFineSpan / kFineWidth
+    constexpr std::size_t kCoarseBuckets = std::size_t{1} << 20;
+    constexpr double kSpan = kFineSpan + static_cast<double>(kCoarseBuckets) * kCoarseWidth;
+    constexpr std::size_t kGroupBits = 11;
     constexpr std::size_t kGroupSize = std::size_t{1} << kGroupBits;
-    const std::size_t groups = (buckets >> kGroupBits) + 1;
-    // The buffers are kept by the thread from one plan to the next: a plan of 10,000 events
-    // needs some 17 MB of them, and fresh memory of that size costs more to map than the sort
-    // itself. Every element is written before it is read.
-    thread_local SortBuffers buffers;
+    constexpr std::size_t kMaxGroups = ((kFineBuckets + kCoarseBuckets) >> kGroupBits) + 1;
+    // Rises with the moment (never falls), which is all the buckets need.
+    const auto bucketOf = [&](double since) {
+        return static_cast<std::uint32_t>(since < kFineSpan
+                                              ? since * (1.0 / kFineWidth)
+                                              : static_cast<double>(kFineBuckets) +
+                                                    (since - kFineSpan) * (1.0 / kCoarseWidth));
+    };
+    // Two passes of a stable counting sort by bucket, first by groups of 2,048 buckets and then
+    // within each group, so that each pass writes to few places at a time (one stream per group,
+    // then within the group's few kilobytes) and stays in the cache.
     buffers.prepare(n);
     std::uint32_t* const keys = buffers.keys.data();
-    std::vector<std::uint32_t> next(groups + 1, 0);
+    std::vector<std::uint32_t> next(kMaxGroups + 1, 0);
+    std::uint32_t highest = 0;
     for (std::size_t i = 0; i < n; ++i) {
-        keys[i] = static_cast<std::uint32_t>(bucketOf(plan[i]));
-        ++next[(keys[i] >> kGroupBits) + 1];
+        const double since = dates[i].secondsSince1970 - from;
+        if (!(since >= 0 && since < kSpan)) {
+            return sortWhole();
+        }
+        const std::uint32_t key = bucketOf(since);
+        keys[i] = key;
+        highest = std::max(highest, key);
+        ++next[(key >> kGroupBits) + 1];
     }
+    const std::size_t groups = (highest >> kGroupBits) + 1;
     for (std::size_t g = 1; g <= groups; ++g) {
         next[g] += next[g - 1];
     }
-    std::size_t* const groupedIndex = buffers.groupedIndex.data();
-    double* const groupedSeconds = buffers.groupedSeconds.data();
-    std::uint32_t* const groupedKeys = buffers.groupedKeys.data();
+    PlanBuffers::Grouped* const grouped = buffers.grouped.data();
     for (std::size_t i = 0; i < n; ++i) {
-        const std::uint32_t place = next[keys[i] >> kGroupBits]++;
-        groupedIndex[place] = plan[i].eventIndex;
-        groupedSeconds[place] = plan[i].date.secondsSince1970;
-        groupedKeys[place] = keys[i];
+        const std::uint32_t key = keys[i];
+        grouped[next[key >> kGroupBits]++] =
+            PlanBuffers::Grouped{dates[i].secondsSince1970, owners[i],
+                                 static_cast<std::uint32_t>(key & (kGroupSize - 1))};
     }
+    // Within a bucket the entries arrive in the order they were made, so the bucket is in
+    // order exactly when its moments never fall.
     std::uint32_t inBucket[kGroupSize + 1];
+    double lastSeconds[kGroupSize];
+    std::uint8_t falls[kGroupSize];
     std::size_t groupStart = 0;
     for (std::size_t g = 0; g < groups; ++g) {
         const std::size_t groupEnd = next[g];
+        if (groupEnd == groupStart) {
+            continue;
+        }
         std::fill(std::begin(inBucket), std::end(inBucket), 0);
+        std::fill(std::begin(lastSeconds), std::end(lastSeconds), -HUGE_VAL);
+        std::fill(std::begin(falls), std::end(falls), 0);
         for (std::size_t i = groupStart; i < groupEnd; ++i) {
-            ++inBucket[(groupedKeys[i] & (kGroupSize - 1)) + 1];
+            ++inBucket[grouped[i].bucket + 1];
         }
         inBucket[0] = static_cast<std::uint32_t>(groupStart);
         for (std::size_t b = 1; b <= kGroupSize; ++b) {
             inBucket[b] += inBucket[b - 1];
         }
         for (std::size_t i = groupStart; i < groupEnd; ++i) {
-            plan[inBucket[groupedKeys[i] & (kGroupSize - 1)]++] =
-                PlannedOccurrence{groupedIndex[i], Date{groupedSeconds[i]}};
+            const std::uint32_t b = grouped[i].bucket;
+            const double seconds = grouped[i].seconds;
+            falls[b] |= seconds < lastSeconds[b] ? 1 : 0;
+            lastSeconds[b] = seconds;
+            plan[inBucket[b]++] = PlannedOccurrence{grouped[i].owner, Date{seconds}};
         }
-        std::size_t from = groupStart;
-        for (std::size_t b = 0; b < kGroupSize && from < groupEnd; ++b) {
-            const auto first = plan.begin() + static_cast<std::ptrdiff_t>(from);
-            const auto last = plan.begin() + static_cast<std::ptrdiff_t>(inBucket[b]);
-            if (inBucket[b] - from > 1 && !std::is_sorted(first, last, before)) {
-                std::sort(first, last, before);
+        std::size_t bucketStart = groupStart;
+        for (std::size_t b = 0; b < kGroupSize && bucketStart < groupEnd; ++b) {
+            if (falls[b] != 0) {
+                std::sort(plan.begin() + static_cast<std::ptrdiff_t>(bucketStart),
+                          plan.begin() + static_cast<std::ptrdiff_t>(inBucket[b]), before);
             }
-            from = inBucket[b];
+            bucketStart = inBucket[b];
         }
         groupStart = groupEnd;
     }
+    return plan;
+}
+
+/// The plan's earliest moment can't lie before this: every list keeps only elements less than
+/// a day past (any that do are sorted as a whole).
+double planFloor(Date now) {
+    return now.secondsSince1970 + kOverInterval - 60;
 }
 
 } // namespace
 
 std::vector<PlannedOccurrence> RuleBatch::planOccurrences(Date now) const {
-    std::vector<PlannedOccurrence> plan;
-    plan.reserve(events_.size() * 72);
     State& state = *state_;
     const Today today = state.today(now, calendar_);
-    std::vector<Date> dates;
+    checkPlanSize(events_.size());
+    thread_local PlanBuffers buffers;
+    std::vector<Date>& dates = buffers.dates;
+    std::vector<std::uint32_t>& owners = buffers.owners;
+    dates.clear();
+    owners.clear();
     for (std::size_t index = 0; index < events_.size(); ++index) {
         const EventFields& event = *events_[index];
         if (!event.eventNotiOrNot) {
             continue;
         }
         const Rule& rule = compiled(state.rules, index, [&] { return state.compile(event); });
-        dates.clear();
+        const std::size_t from = dates.size();
         if (!(today.fast && rule.kind != Kind::Walk &&
               state.list(event, rule, today, nullptr, dates))) {
-            dates.clear();
+            dates.resize(from);
             for (const DateComponents& element : occurrenceList(event, now, calendar_)) {
                 dates.push_back(unwrap(calendar_.date(element)));
             }
         }
-        for (const Date date : dates) {
-            plan.push_back(PlannedOccurrence{index, date});
-        }
+        owners.resize(dates.size(), static_cast<std::uint32_t>(index));
     }
-    sortPlan(plan);
+    std::vector<PlannedOccurrence> plan = sortedPlan(buffers, planFloor(now));
+    buffers.trim(plan.size());
     return plan;
 }
 
@@ -1263,18 +1296,19 @@ const RuleBatch& KeptRuleBatch::over(std::shared_ptr<const std::vector<eventInfo
 
 std::vector<PlannedOccurrence> planOccurrencesByWalk(const std::vector<const EventFields*>& events,
                                                      Date now, const Calendar& calendar) {
-    std::vector<PlannedOccurrence> plan;
+    checkPlanSize(events.size());
+    PlanBuffers buffers;
     for (std::size_t index = 0; index < events.size(); ++index) {
         const EventFields& event = *events[index];
         if (!event.eventNotiOrNot) {
             continue;
         }
         for (const DateComponents& element : occurrenceList(event, now, calendar)) {
-            plan.push_back(PlannedOccurrence{index, unwrap(calendar.date(element))});
+            buffers.dates.push_back(unwrap(calendar.date(element)));
+            buffers.owners.push_back(static_cast<std::uint32_t>(index));
         }
     }
-    sortPlan(plan);
-    return plan;
+    return sortedPlan(buffers, planFloor(now));
 }
 
 } // namespace tidemark
