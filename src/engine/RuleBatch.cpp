@@ -675,7 +675,7 @@ bool RuleBatch::State::list(const EventFields& event, const Rule& rule, const To
                 } else if (code >= 29 && code <= 31 && length < code) {
                     continue;
                 }
-                const Date date = clock.moment(daysFromCivil(y, m, d), 0);
+                const Date date = clock.momentOf(y, m, d, 0);
                 if (isOpen(date)) {
                     keep(date, [&] { return dayComponents(y, m, d); });
                 }
@@ -701,7 +701,7 @@ bool RuleBatch::State::list(const EventFields& event, const Rule& rule, const To
             } else {
                 y = year + (i + skip) * (times + 1);
             }
-            const Date date = clock.moment(daysFromCivil(y, month, day), 0);
+            const Date date = clock.momentOf(y, month, day, 0);
             if (isOpen(date)) {
                 keep(date, [&] { return dayComponents(y, month, day); });
             }
