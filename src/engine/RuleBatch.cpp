@@ -1076,33 +1076,73 @@ std::vector<DateComponents> RuleBatch::occurrences(std::size_t index, Date now) 
 
 namespace {
 
+/// The buckets of a plan's sort: minutes over the first 200 days after the plan's floor, where
+/// the daily and weekly lists crowd, and days beyond (so that a bucket never spans two
+/// midnights), in groups of 2,048.
+constexpr double kFineWidth = 60.0;
+constexpr double kFineSpan = 200 * 86400.0;
+constexpr double kCoarseWidth = 86400.0;
+constexpr std::uint32_t kFineBuckets = 288'000; // kFineSpan / kFineWidth
+constexpr std::uint32_t kCoarseBuckets = std::uint32_t{1} << 20;
+constexpr double kBucketSpan = kFineSpan + static_cast<double>(kCoarseBuckets) * kCoarseWidth;
+constexpr std::uint32_t kGroupBits = 11;
+constexpr std::uint32_t kGroupSize = std::uint32_t{1} << kGroupBits;
+constexpr std::uint32_t kGroups = ((kFineBuckets + kCoarseBuckets) >> kGroupBits) + 1;
+
+/// The bucket of a moment `since` seconds after the floor (0 ... kBucketSpan). It rises with
+/// the moment (never falls), which is all the sort needs.
+std::uint32_t bucketOf(double since) {
+    return static_cast<std::uint32_t>(since < kFineSpan
+                                          ? since * (1.0 / kFineWidth)
+                                          : static_cast<double>(kFineBuckets) +
+                                                (since - kFineSpan) * (1.0 / kCoarseWidth));
+}
+
 /// The working memory of a plan, kept by the thread from one plan to the next: the entries as
-/// the lists make them (moment and event), then grouped for the sort. A plan of 10,000 events
-/// needs some 30 MB of it, and fresh memory of that size costs more to map than the work itself.
-/// Every element is written before it is read.
+/// the lists make them (moment and event) with the count of each group of buckets, and one group
+/// at a time for the sort. Fresh memory of the plan's size costs more to map than the work
+/// itself. Every element is written before it is read.
 struct PlanBuffers {
-    /// One entry on its way through the sort: its moment, event and bucket.
-    struct Grouped {
-        double seconds;
-        std::uint32_t owner;
-        std::uint32_t bucket;
-    };
     std::vector<Date> dates;
     std::vector<std::uint32_t> owners;
-    std::vector<std::uint32_t> keys;
-    std::vector<Grouped> grouped;
+    std::vector<std::uint32_t> groupCount;
+    std::vector<PlannedOccurrence> group;
+    std::vector<std::uint16_t> groupBuckets;
+    /// Entries are counted from this moment on (see planFloor).
+    double floor = 0;
+    std::uint32_t highest = 0;
+    /// Set by an entry before the floor, not finite or beyond the buckets.
+    bool outside = false;
 
-    /// Room for sorting `n` entries.
-    void prepare(std::size_t n) {
-        if (keys.size() < n) {
-            keys.resize(n);
-            grouped.resize(n);
+    void start(double from) {
+        dates.clear();
+        owners.clear();
+        groupCount.assign(kGroups + 1, 0);
+        floor = from;
+        highest = 0;
+        outside = false;
+    }
+    /// Counts the entries made since the first `made` into their groups, while they are still
+    /// in the cache.
+    void count(std::size_t made) {
+        for (std::size_t i = made; i < dates.size(); ++i) {
+            const double since = dates[i].secondsSince1970 - floor;
+            if (!(since >= 0 && since < kBucketSpan)) {
+                outside = true;
+                continue;
+            }
+            const std::uint32_t key = bucketOf(since);
+            highest = std::max(highest, key);
+            ++groupCount[(key >> kGroupBits) + 1];
         }
     }
     /// Gives back buffers far larger than the last plan needed.
     void trim(std::size_t n) {
         if (dates.capacity() > 4 * n + 65'536) {
-            *this = PlanBuffers{};
+            dates = {};
+            owners = {};
+            group = {};
+            groupBuckets = {};
         }
     }
 };
@@ -1114,17 +1154,16 @@ void checkPlanSize(std::size_t events) {
     }
 }
 
-/// The plan of these entries (entry i: event owners[i] at dates[i]) sorted by moment; entries
-/// of equal moments stay in the order they were made. Entries are made event by event, and
-/// entries of one event with equal moments are equal, so ordering by moment and then by event
-/// gives that order. A plan is long (a hundred entries for each daily or yearly event), so its
-/// entries are counted into buckets and copied there in order, and only the buckets found out of
-/// order are then sorted: minutes over the first 200 days after `from`, where the daily and
-/// weekly lists crowd, and days beyond (so that a bucket never spans two midnights). Reminders
-/// fall on whole minutes and day lists on midnights, so most buckets hold one moment, already in
-/// the order of the events. Entries before `from`, not finite or thousands of years on are
-/// sorted as a whole instead.
-std::vector<PlannedOccurrence> sortedPlan(PlanBuffers& buffers, double from) {
+/// The plan of the counted entries (entry i: event owners[i] at dates[i]) sorted by moment;
+/// entries of equal moments stay in the order they were made. Entries are made event by event,
+/// and entries of one event with equal moments are equal, so ordering by moment and then by
+/// event gives that order. A plan is long (a hundred entries for each daily or yearly event), so
+/// its entries are placed by two passes of a stable counting sort, first by group straight into
+/// the plan and then, one group at a time through a small buffer, by bucket; only buckets found
+/// out of order are then sorted. Reminders fall on whole minutes and day lists on midnights, so
+/// most buckets hold one moment, already in the order of the events. A plan with entries before
+/// the floor, not finite or thousands of years on is sorted as a whole instead.
+std::vector<PlannedOccurrence> sortedPlan(PlanBuffers& buffers) {
     const std::vector<Date>& dates = buffers.dates;
     const std::vector<std::uint32_t>& owners = buffers.owners;
     const std::size_t n = dates.size();
@@ -1135,87 +1174,63 @@ std::vector<PlannedOccurrence> sortedPlan(PlanBuffers& buffers, double from) {
         }
         return a.eventIndex < b.eventIndex;
     };
-    const auto sortWhole = [&] {
+    if (n < 256 || buffers.outside) {
         for (std::size_t i = 0; i < n; ++i) {
             plan[i] = PlannedOccurrence{owners[i], dates[i]};
         }
         std::sort(plan.begin(), plan.end(), before);
-        return std::move(plan);
-    };
-    if (n < 256) {
-        return sortWhole();
+        return plan;
     }
-    constexpr double kFineWidth = 60.0;
-    constexpr double kFineSpan = 200 * 86400.0;
-    constexpr double kCoarseWidth = 86400.0;
-    constexpr std::size_t kFineBuckets = 288'000; // kFineSpan / kFineWidth
-    constexpr std::size_t kCoarseBuckets = std::size_t{1} << 20;
-    constexpr double kSpan = kFineSpan + static_cast<double>(kCoarseBuckets) * kCoarseWidth;
-    constexpr std::size_t kGroupBits = 11;
-    constexpr std::size_t kGroupSize = std::size_t{1} << kGroupBits;
-    constexpr std::size_t kMaxGroups = ((kFineBuckets + kCoarseBuckets) >> kGroupBits) + 1;
-    // Rises with the moment (never falls), which is all the buckets need.
-    const auto bucketOf = [&](double since) {
-        return static_cast<std::uint32_t>(since < kFineSpan
-                                              ? since * (1.0 / kFineWidth)
-                                              : static_cast<double>(kFineBuckets) +
-                                                    (since - kFineSpan) * (1.0 / kCoarseWidth));
-    };
-    // Two passes of a stable counting sort by bucket, first by groups of 2,048 buckets and then
-    // within each group, so that each pass writes to few places at a time (one stream per group,
-    // then within the group's few kilobytes) and stays in the cache.
-    buffers.prepare(n);
-    std::uint32_t* const keys = buffers.keys.data();
-    std::vector<std::uint32_t> next(kMaxGroups + 1, 0);
-    std::uint32_t highest = 0;
-    for (std::size_t i = 0; i < n; ++i) {
-        const double since = dates[i].secondsSince1970 - from;
-        if (!(since >= 0 && since < kSpan)) {
-            return sortWhole();
-        }
-        const std::uint32_t key = bucketOf(since);
-        keys[i] = key;
-        highest = std::max(highest, key);
-        ++next[(key >> kGroupBits) + 1];
-    }
-    const std::size_t groups = (highest >> kGroupBits) + 1;
+    const double floor = buffers.floor;
+    std::vector<std::uint32_t>& next = buffers.groupCount;
+    const std::size_t groups = (buffers.highest >> kGroupBits) + 1;
+    std::size_t largest = 0;
     for (std::size_t g = 1; g <= groups; ++g) {
+        largest = std::max<std::size_t>(largest, next[g]);
         next[g] += next[g - 1];
     }
-    PlanBuffers::Grouped* const grouped = buffers.grouped.data();
     for (std::size_t i = 0; i < n; ++i) {
-        const std::uint32_t key = keys[i];
-        grouped[next[key >> kGroupBits]++] =
-            PlanBuffers::Grouped{dates[i].secondsSince1970, owners[i],
-                                 static_cast<std::uint32_t>(key & (kGroupSize - 1))};
+        const double seconds = dates[i].secondsSince1970;
+        plan[next[bucketOf(seconds - floor) >> kGroupBits]++] =
+            PlannedOccurrence{owners[i], Date{seconds}};
     }
     // Within a bucket the entries arrive in the order they were made, so the bucket is in
     // order exactly when its moments never fall.
-    std::uint32_t inBucket[kGroupSize + 1];
-    double lastSeconds[kGroupSize];
-    std::uint8_t falls[kGroupSize];
+    if (buffers.group.size() < largest) {
+        buffers.group.resize(largest);
+        buffers.groupBuckets.resize(largest);
+    }
+    PlannedOccurrence* const group = buffers.group.data();
+    std::uint16_t* const buckets = buffers.groupBuckets.data();
+    std::vector<std::uint32_t> inBucket(kGroupSize + 1);
+    std::vector<double> lastSeconds(kGroupSize);
+    std::vector<std::uint8_t> falls(kGroupSize);
     std::size_t groupStart = 0;
     for (std::size_t g = 0; g < groups; ++g) {
         const std::size_t groupEnd = next[g];
-        if (groupEnd == groupStart) {
+        const std::size_t size = groupEnd - groupStart;
+        if (size == 0) {
             continue;
         }
-        std::fill(std::begin(inBucket), std::end(inBucket), 0);
-        std::fill(std::begin(lastSeconds), std::end(lastSeconds), -HUGE_VAL);
-        std::fill(std::begin(falls), std::end(falls), 0);
-        for (std::size_t i = groupStart; i < groupEnd; ++i) {
-            ++inBucket[grouped[i].bucket + 1];
+        std::fill(inBucket.begin(), inBucket.end(), 0);
+        std::fill(lastSeconds.begin(), lastSeconds.end(), -HUGE_VAL);
+        std::fill(falls.begin(), falls.end(), 0);
+        for (std::size_t i = 0; i < size; ++i) {
+            group[i] = plan[groupStart + i];
+            buckets[i] = static_cast<std::uint16_t>(
+                bucketOf(group[i].date.secondsSince1970 - floor) & (kGroupSize - 1));
+            ++inBucket[buckets[i] + 1];
         }
         inBucket[0] = static_cast<std::uint32_t>(groupStart);
         for (std::size_t b = 1; b <= kGroupSize; ++b) {
             inBucket[b] += inBucket[b - 1];
         }
-        for (std::size_t i = groupStart; i < groupEnd; ++i) {
-            const std::uint32_t b = grouped[i].bucket;
-            const double seconds = grouped[i].seconds;
+        for (std::size_t i = 0; i < size; ++i) {
+            const double seconds = group[i].date.secondsSince1970;
+            const std::uint32_t b = buckets[i];
             falls[b] |= seconds < lastSeconds[b] ? 1 : 0;
             lastSeconds[b] = seconds;
-            plan[inBucket[b]++] = PlannedOccurrence{grouped[i].owner, Date{seconds}};
+            plan[inBucket[b]++] = group[i];
         }
         std::size_t bucketStart = groupStart;
         for (std::size_t b = 0; b < kGroupSize && bucketStart < groupEnd; ++b) {
@@ -1231,7 +1246,7 @@ std::vector<PlannedOccurrence> sortedPlan(PlanBuffers& buffers, double from) {
 }
 
 /// The plan's earliest moment can't lie before this: every list keeps only elements less than
-/// a day past (any that do are sorted as a whole).
+/// a day past (a plan with any that do is sorted as a whole).
 double planFloor(Date now) {
     return now.secondsSince1970 + kOverInterval - 60;
 }
@@ -1243,27 +1258,27 @@ std::vector<PlannedOccurrence> RuleBatch::planOccurrences(Date now) const {
     const Today today = state.today(now, calendar_);
     checkPlanSize(events_.size());
     thread_local PlanBuffers buffers;
+    buffers.start(planFloor(now));
     std::vector<Date>& dates = buffers.dates;
     std::vector<std::uint32_t>& owners = buffers.owners;
-    dates.clear();
-    owners.clear();
     for (std::size_t index = 0; index < events_.size(); ++index) {
         const EventFields& event = *events_[index];
         if (!event.eventNotiOrNot) {
             continue;
         }
         const Rule& rule = compiled(state.rules, index, [&] { return state.compile(event); });
-        const std::size_t from = dates.size();
+        const std::size_t made = dates.size();
         if (!(today.fast && rule.kind != Kind::Walk &&
               state.list(event, rule, today, nullptr, dates))) {
-            dates.resize(from);
+            dates.resize(made);
             for (const DateComponents& element : occurrenceList(event, now, calendar_)) {
                 dates.push_back(unwrap(calendar_.date(element)));
             }
         }
         owners.resize(dates.size(), static_cast<std::uint32_t>(index));
+        buffers.count(made);
     }
-    std::vector<PlannedOccurrence> plan = sortedPlan(buffers, planFloor(now));
+    std::vector<PlannedOccurrence> plan = sortedPlan(buffers);
     buffers.trim(plan.size());
     return plan;
 }
@@ -1298,6 +1313,7 @@ std::vector<PlannedOccurrence> planOccurrencesByWalk(const std::vector<const Eve
                                                      Date now, const Calendar& calendar) {
     checkPlanSize(events.size());
     PlanBuffers buffers;
+    buffers.start(planFloor(now));
     for (std::size_t index = 0; index < events.size(); ++index) {
         const EventFields& event = *events[index];
         if (!event.eventNotiOrNot) {
@@ -1308,7 +1324,8 @@ std::vector<PlannedOccurrence> planOccurrencesByWalk(const std::vector<const Eve
             buffers.owners.push_back(static_cast<std::uint32_t>(index));
         }
     }
-    return sortedPlan(buffers, planFloor(now));
+    buffers.count(0);
+    return sortedPlan(buffers);
 }
 
 } // namespace tidemark
