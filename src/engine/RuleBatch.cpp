@@ -8,12 +8,14 @@
 #include "records/EventCodes.h"
 
 #include <algorithm>
+#include <array>
 #include <bit>
 #include <cmath>
 #include <cstring>
 #include <limits>
 #include <memory>
 #include <mutex>
+#include <span>
 #include <string>
 #include <string_view>
 #include <unordered_map>
@@ -32,7 +34,13 @@ enum class Kind : std::uint8_t {
     Yearly,
 };
 
-/// One event, compiled: what its questions need, as day numbers and moments.
+/// The most codes a compiled weekly or monthly list holds inline (every distinct code); a longer
+/// list, which repeats codes, is left to the walks.
+constexpr std::size_t kMaxWeekCodes = 7;
+constexpr std::size_t kMaxMonthCodes = 32;
+
+/// One event, compiled: what its questions need, as day numbers and moments. It holds no memory
+/// of its own, so that a batch of thousands is made and dropped without allocations.
 struct Rule {
     Kind kind = Kind::Walk;
     bool hasEnd = false;
@@ -43,12 +51,20 @@ struct Rule {
     double startDate = 0;       ///< its midnight
     std::int64_t endDay = 0;    ///< local day number of the end date
     double endDate = 0;         ///< its midnight
-    std::vector<std::int64_t> codes;
-    std::vector<std::int64_t> firstDays; ///< weekly: each code's day in the start week
-    std::vector<bool> lands;             ///< monthly: whether each code ever finds a month
-    std::int64_t firstMonth = 0;         ///< monthly: year * 12 + month - 1 where the walk starts
-    bool plainYearly = false;            ///< yearly: start month 1 to 12 and day 1 to 31
-    std::int64_t firstYear = 0;          ///< yearly: the year of the first pass's composed date
+    std::uint8_t codeCount = 0;
+    std::array<std::int64_t, kMaxWeekCodes> firstDayList{}; ///< weekly: see firstDays()
+    std::array<std::int8_t, kMaxMonthCodes> codeList{};     ///< monthly: see codes()
+    std::uint32_t landing = 0;                              ///< monthly: see lands()
+    std::int64_t firstMonth = 0; ///< monthly: year * 12 + month - 1 where the walk starts
+    bool plainYearly = false;    ///< yearly: start month 1 to 12 and day 1 to 31
+    std::int64_t firstYear = 0;  ///< yearly: the year of the first pass's composed date
+
+    /// Weekly: each code's day in the start week.
+    std::span<const std::int64_t> firstDays() const { return {firstDayList.data(), codeCount}; }
+    /// Monthly: the month-day codes.
+    std::span<const std::int8_t> codes() const { return {codeList.data(), codeCount}; }
+    /// Monthly: whether code i ever finds a month.
+    bool lands(std::size_t i) const { return ((landing >> i) & 1) != 0; }
 };
 
 /// The ranges inside which the arithmetic below is known to match the calendar; anything else
@@ -295,6 +311,9 @@ Rule RuleBatch::State::compile(const EventFields& event) {
         if (codes.error) {
             return rule; // the walk stops the program at the moment it reads them
         }
+        if (codes.values.size() > kMaxWeekCodes) {
+            return rule;
+        }
         for (const std::int64_t code : codes.values) {
             if (code < 1 || code > 7) {
                 return rule;
@@ -304,10 +323,9 @@ Rule RuleBatch::State::compile(const EventFields& event) {
         // year that names a week of another year, as the walk does.
         const std::int64_t startWeek = clock.weekRules().weekOfYear(rule.startDay);
         for (const std::int64_t code : codes.values) {
-            rule.firstDays.push_back(clock.weekRules().dayOfWeek(event.eventStartDateYear,
-                                                                 startWeek, calendarWeekday(code)));
+            rule.firstDayList[rule.codeCount++] = clock.weekRules().dayOfWeek(
+                event.eventStartDateYear, startWeek, calendarWeekday(code));
         }
-        rule.codes = codes.values;
         rule.kind = Kind::Weekly;
         break;
     }
@@ -315,6 +333,9 @@ Rule RuleBatch::State::compile(const EventFields& event) {
         const auto list = decoded(event.eventDateWhenEveryMonth);
         const DayListReadResult& codes = *list;
         if (codes.error) {
+            return rule;
+        }
+        if (codes.values.size() > kMaxMonthCodes) {
             return rule;
         }
         for (const std::int64_t code : codes.values) {
@@ -325,9 +346,11 @@ Rule RuleBatch::State::compile(const EventFields& event) {
         // The walk runs in the start's stored year from the month of the composed start date.
         rule.firstMonth = event.eventStartDateYear * 12 + (civilFromDays(rule.startDay).month - 1);
         for (const std::int64_t code : codes.values) {
-            rule.lands.push_back(codeLands(rule.firstMonth, rule.step, code));
+            if (codeLands(rule.firstMonth, rule.step, code)) {
+                rule.landing |= std::uint32_t{1} << rule.codeCount;
+            }
+            rule.codeList[rule.codeCount++] = static_cast<std::int8_t>(code);
         }
-        rule.codes = codes.values;
         rule.kind = Kind::Monthly;
         break;
     }
@@ -486,7 +509,7 @@ bool RuleBatch::State::happens(const EventFields& event, const Rule& rule,
         }
         return window(rule.startDay, rule.step, rule.timeOfDay, key) == Window::Matched;
     case Kind::Weekly:
-        for (const std::int64_t firstDay : rule.firstDays) {
+        for (const std::int64_t firstDay : rule.firstDays()) {
             if (key.passOfTheDayOnly ? passOn(key.day, firstDay, 7 * rule.step)
                                      : window(firstDay, 7 * rule.step, 0, key) == Window::Matched) {
                 return true;
@@ -494,13 +517,13 @@ bool RuleBatch::State::happens(const EventFields& event, const Rule& rule,
         }
         return false;
     case Kind::Monthly:
-        for (std::size_t i = 0; i < rule.codes.size(); ++i) {
-            if (!rule.lands[i]) {
+        for (std::size_t i = 0; i < rule.codes().size(); ++i) {
+            if (!rule.lands(i)) {
                 // The walk gives up on a code that never finds a month, and with it the query.
                 return false;
             }
-            if (key.passOfTheDayOnly ? monthPassOn(rule, rule.codes[i], key)
-                                     : monthWindow(rule, rule.codes[i], key) == Window::Matched) {
+            if (key.passOfTheDayOnly ? monthPassOn(rule, rule.codes()[i], key)
+                                     : monthWindow(rule, rule.codes()[i], key) == Window::Matched) {
                 return true;
             }
         }
@@ -615,7 +638,7 @@ bool RuleBatch::State::list(const EventFields& event, const Rule& rule, const To
     }
     case Kind::Weekly: {
         const std::int64_t unit = rule.customised ? rule.step * 7 : 7;
-        for (const std::int64_t firstDay : rule.firstDays) {
+        for (const std::int64_t firstDay : rule.firstDays()) {
             const CivilDate first = civilFromDays(firstDay);
             if (startOpen) {
                 for (std::int64_t i = 0; i <= 19; ++i) {
@@ -665,7 +688,7 @@ bool RuleBatch::State::list(const EventFields& event, const Rule& rule, const To
                 m = month + i * (times + 1) + monthsPassed;
             }
             const std::int64_t length = daysInMonth(y, m);
-            for (const std::int64_t code : rule.codes) {
+            for (const std::int64_t code : rule.codes()) {
                 if (count() > codeLoop) {
                     break;
                 }
@@ -839,7 +862,7 @@ void passDays(const EventFields& event, const Rule& rule, std::int64_t lo, std::
         stepped(rule.startDay, rule.step);
         break;
     case Kind::Weekly:
-        for (const std::int64_t firstDay : rule.firstDays) {
+        for (const std::int64_t firstDay : rule.firstDays()) {
             stepped(firstDay, 7 * rule.step);
         }
         break;
@@ -855,7 +878,7 @@ void passDays(const EventFields& event, const Rule& rule, std::int64_t lo, std::
             const std::int64_t month = floorMod(n, 12) + 1;
             const std::int64_t length = daysInMonth(year, month);
             const std::int64_t first = daysFromCivil(year, month, 1);
-            for (const std::int64_t code : rule.codes) {
+            for (const std::int64_t code : rule.codes()) {
                 if (code != kLastDayOfMonthCode && code > length) {
                     continue;
                 }
