@@ -128,14 +128,7 @@ public:
             return moment(days, millisInDay);
         }
         const std::int64_t wall = days * kMillisPerDay + millisInDay;
-        std::int64_t offset = known->startOffset;
-        for (const auto& [from, after] : known->changes) {
-            if (wall < from) {
-                break;
-            }
-            offset = after;
-        }
-        return Date{static_cast<double>(wall - offset) / 1000.0};
+        return Date{static_cast<double>(wall - offsetIn(*known, wall)) / 1000.0};
     }
 
     /// The offset that applies to every wall time from the start of day `fromDay` up to the
@@ -172,8 +165,13 @@ private:
             }
         }
         last_ = year;
-        std::int64_t offset = year->startOffset;
-        for (const auto& [from, after] : year->changes) {
+        return offsetIn(*year, wall);
+    }
+
+    /// The offset of a wall time within `year`.
+    static std::int64_t offsetIn(const Year& year, std::int64_t wall) {
+        std::int64_t offset = year.startOffset;
+        for (const auto& [from, after] : year.changes) {
             if (wall < from) {
                 break;
             }
