@@ -104,6 +104,33 @@ public:
         return Date{static_cast<double>(wall - offsetAt(days, wall)) / 1000.0};
     }
 
+    /// moment() of the day of a date (lenient as daysFromCivil is) at `millisInDay`. The lists
+    /// ask for one date in each of many years: a year the clock knows already is found by its
+    /// number, and the day counted from its 1 January.
+    Date momentOf(std::int64_t year, std::int64_t month, std::int64_t day,
+                  std::int64_t millisInDay) const {
+        if (month < 1 || month > 12) {
+            year += floorDiv(month - 1, 12);
+            month = floorMod(month - 1, 12) + 1;
+        }
+        const std::int64_t slot = year - kIndexedFrom;
+        const Year* known =
+            slot >= 0 && slot < kIndexedYears ? indexed_[static_cast<std::size_t>(slot)] : nullptr;
+        if (known == nullptr) {
+            return moment(daysFromCivil(year, month, day), millisInDay);
+        }
+        static constexpr std::int64_t kDaysBefore[12] = {0,   31,  59,  90,  120, 151,
+                                                         181, 212, 243, 273, 304, 334};
+        const bool leap = known->endDay - known->firstDay == 366;
+        const std::int64_t days =
+            known->firstDay + kDaysBefore[month - 1] + (leap && month > 2 ? 1 : 0) + day - 1;
+        if (days < known->firstDay || days >= known->endDay) {
+            return moment(days, millisInDay);
+        }
+        const std::int64_t wall = days * kMillisPerDay + millisInDay;
+        return Date{static_cast<double>(wall - offsetIn(*known, wall)) / 1000.0};
+    }
+
     /// The offset that applies to every wall time from the start of day `fromDay` up to the
     /// start of day `toDay`, if it does not change in between.
     std::optional<std::int64_t> steadyOffset(std::int64_t fromDay, std::int64_t toDay) const;
@@ -138,8 +165,13 @@ private:
             }
         }
         last_ = year;
-        std::int64_t offset = year->startOffset;
-        for (const auto& [from, after] : year->changes) {
+        return offsetIn(*year, wall);
+    }
+
+    /// The offset of a wall time within `year`.
+    static std::int64_t offsetIn(const Year& year, std::int64_t wall) {
+        std::int64_t offset = year.startOffset;
+        for (const auto& [from, after] : year.changes) {
             if (wall < from) {
                 break;
             }

@@ -8,11 +8,14 @@
 #include "records/EventCodes.h"
 
 #include <algorithm>
+#include <array>
 #include <bit>
 #include <cmath>
 #include <cstring>
+#include <limits>
 #include <memory>
 #include <mutex>
+#include <span>
 #include <string>
 #include <string_view>
 #include <unordered_map>
@@ -31,7 +34,13 @@ enum class Kind : std::uint8_t {
     Yearly,
 };
 
-/// One event, compiled: what its questions need, as day numbers and moments.
+/// The most codes a compiled weekly or monthly list holds inline (every distinct code); a longer
+/// list, which repeats codes, is left to the walks.
+constexpr std::size_t kMaxWeekCodes = 7;
+constexpr std::size_t kMaxMonthCodes = 32;
+
+/// One event, compiled: what its questions need, as day numbers and moments. It holds no memory
+/// of its own, so that a batch of thousands is made and dropped without allocations.
 struct Rule {
     Kind kind = Kind::Walk;
     bool hasEnd = false;
@@ -42,12 +51,20 @@ struct Rule {
     double startDate = 0;       ///< its midnight
     std::int64_t endDay = 0;    ///< local day number of the end date
     double endDate = 0;         ///< its midnight
-    std::vector<std::int64_t> codes;
-    std::vector<std::int64_t> firstDays; ///< weekly: each code's day in the start week
-    std::vector<bool> lands;             ///< monthly: whether each code ever finds a month
-    std::int64_t firstMonth = 0;         ///< monthly: year * 12 + month - 1 where the walk starts
-    bool plainYearly = false;            ///< yearly: start month 1 to 12 and day 1 to 31
-    std::int64_t firstYear = 0;          ///< yearly: the year of the first pass's composed date
+    std::uint8_t codeCount = 0;
+    std::array<std::int64_t, kMaxWeekCodes> firstDayList{}; ///< weekly: see firstDays()
+    std::array<std::int8_t, kMaxMonthCodes> codeList{};     ///< monthly: see codes()
+    std::uint32_t landing = 0;                              ///< monthly: see lands()
+    std::int64_t firstMonth = 0; ///< monthly: year * 12 + month - 1 where the walk starts
+    bool plainYearly = false;    ///< yearly: start month 1 to 12 and day 1 to 31
+    std::int64_t firstYear = 0;  ///< yearly: the year of the first pass's composed date
+
+    /// Weekly: each code's day in the start week.
+    std::span<const std::int64_t> firstDays() const { return {firstDayList.data(), codeCount}; }
+    /// Monthly: the month-day codes.
+    std::span<const std::int8_t> codes() const { return {codeList.data(), codeCount}; }
+    /// Monthly: whether code i ever finds a month.
+    bool lands(std::size_t i) const { return ((landing >> i) & 1) != 0; }
 };
 
 /// The ranges inside which the arithmetic below is known to match the calendar; anything else
@@ -294,6 +311,9 @@ Rule RuleBatch::State::compile(const EventFields& event) {
         if (codes.error) {
             return rule; // the walk stops the program at the moment it reads them
         }
+        if (codes.values.size() > kMaxWeekCodes) {
+            return rule;
+        }
         for (const std::int64_t code : codes.values) {
             if (code < 1 || code > 7) {
                 return rule;
@@ -303,10 +323,9 @@ Rule RuleBatch::State::compile(const EventFields& event) {
         // year that names a week of another year, as the walk does.
         const std::int64_t startWeek = clock.weekRules().weekOfYear(rule.startDay);
         for (const std::int64_t code : codes.values) {
-            rule.firstDays.push_back(clock.weekRules().dayOfWeek(event.eventStartDateYear,
-                                                                 startWeek, calendarWeekday(code)));
+            rule.firstDayList[rule.codeCount++] = clock.weekRules().dayOfWeek(
+                event.eventStartDateYear, startWeek, calendarWeekday(code));
         }
-        rule.codes = codes.values;
         rule.kind = Kind::Weekly;
         break;
     }
@@ -314,6 +333,9 @@ Rule RuleBatch::State::compile(const EventFields& event) {
         const auto list = decoded(event.eventDateWhenEveryMonth);
         const DayListReadResult& codes = *list;
         if (codes.error) {
+            return rule;
+        }
+        if (codes.values.size() > kMaxMonthCodes) {
             return rule;
         }
         for (const std::int64_t code : codes.values) {
@@ -324,9 +346,11 @@ Rule RuleBatch::State::compile(const EventFields& event) {
         // The walk runs in the start's stored year from the month of the composed start date.
         rule.firstMonth = event.eventStartDateYear * 12 + (civilFromDays(rule.startDay).month - 1);
         for (const std::int64_t code : codes.values) {
-            rule.lands.push_back(codeLands(rule.firstMonth, rule.step, code));
+            if (codeLands(rule.firstMonth, rule.step, code)) {
+                rule.landing |= std::uint32_t{1} << rule.codeCount;
+            }
+            rule.codeList[rule.codeCount++] = static_cast<std::int8_t>(code);
         }
-        rule.codes = codes.values;
         rule.kind = Kind::Monthly;
         break;
     }
@@ -485,7 +509,7 @@ bool RuleBatch::State::happens(const EventFields& event, const Rule& rule,
         }
         return window(rule.startDay, rule.step, rule.timeOfDay, key) == Window::Matched;
     case Kind::Weekly:
-        for (const std::int64_t firstDay : rule.firstDays) {
+        for (const std::int64_t firstDay : rule.firstDays()) {
             if (key.passOfTheDayOnly ? passOn(key.day, firstDay, 7 * rule.step)
                                      : window(firstDay, 7 * rule.step, 0, key) == Window::Matched) {
                 return true;
@@ -493,13 +517,13 @@ bool RuleBatch::State::happens(const EventFields& event, const Rule& rule,
         }
         return false;
     case Kind::Monthly:
-        for (std::size_t i = 0; i < rule.codes.size(); ++i) {
-            if (!rule.lands[i]) {
+        for (std::size_t i = 0; i < rule.codes().size(); ++i) {
+            if (!rule.lands(i)) {
                 // The walk gives up on a code that never finds a month, and with it the query.
                 return false;
             }
-            if (key.passOfTheDayOnly ? monthPassOn(rule, rule.codes[i], key)
-                                     : monthWindow(rule, rule.codes[i], key) == Window::Matched) {
+            if (key.passOfTheDayOnly ? monthPassOn(rule, rule.codes()[i], key)
+                                     : monthWindow(rule, rule.codes()[i], key) == Window::Matched) {
                 return true;
             }
         }
@@ -562,7 +586,9 @@ bool RuleBatch::State::list(const EventFields& event, const Rule& rule, const To
     const std::int64_t minute = event.eventDateWhenEveryDayMin;
     const std::int64_t times = event.eventDateWhenCustomizeRepeatTimes;
     const bool startOpen = rule.startDate - now > kOverInterval;
-    const auto count = [&] { return static_cast<std::int64_t>(dates.size()); };
+    // The list is appended to what `dates` holds already (the plan's earlier lists).
+    const std::size_t base = dates.size();
+    const auto count = [&] { return static_cast<std::int64_t>(dates.size() - base); };
     // Appends one element; its components are made only when the caller wants them.
     const auto keep = [&](Date date, const auto& element) {
         if (elements != nullptr) {
@@ -612,7 +638,7 @@ bool RuleBatch::State::list(const EventFields& event, const Rule& rule, const To
     }
     case Kind::Weekly: {
         const std::int64_t unit = rule.customised ? rule.step * 7 : 7;
-        for (const std::int64_t firstDay : rule.firstDays) {
+        for (const std::int64_t firstDay : rule.firstDays()) {
             const CivilDate first = civilFromDays(firstDay);
             if (startOpen) {
                 for (std::int64_t i = 0; i <= 19; ++i) {
@@ -662,7 +688,7 @@ bool RuleBatch::State::list(const EventFields& event, const Rule& rule, const To
                 m = month + i * (times + 1) + monthsPassed;
             }
             const std::int64_t length = daysInMonth(y, m);
-            for (const std::int64_t code : rule.codes) {
+            for (const std::int64_t code : rule.codes()) {
                 if (count() > codeLoop) {
                     break;
                 }
@@ -672,7 +698,7 @@ bool RuleBatch::State::list(const EventFields& event, const Rule& rule, const To
                 } else if (code >= 29 && code <= 31 && length < code) {
                     continue;
                 }
-                const Date date = clock.moment(daysFromCivil(y, m, d), 0);
+                const Date date = clock.momentOf(y, m, d, 0);
                 if (isOpen(date)) {
                     keep(date, [&] { return dayComponents(y, m, d); });
                 }
@@ -698,7 +724,7 @@ bool RuleBatch::State::list(const EventFields& event, const Rule& rule, const To
             } else {
                 y = year + (i + skip) * (times + 1);
             }
-            const Date date = clock.moment(daysFromCivil(y, month, day), 0);
+            const Date date = clock.momentOf(y, month, day, 0);
             if (isOpen(date)) {
                 keep(date, [&] { return dayComponents(y, month, day); });
             }
@@ -709,24 +735,24 @@ bool RuleBatch::State::list(const EventFields& event, const Rule& rule, const To
         return false;
     }
 
-    if (rule.hasEnd && !dates.empty()) {
+    if (rule.hasEnd && dates.size() > base) {
         // Every element after the end moment (the end date at the daily time) goes; removing one
         // equal element per such element, as the walk does, removes all of them.
         const double end = clock.moment(rule.endDay, rule.timeOfDay).secondsSince1970;
         std::size_t kept = 0;
-        for (std::size_t i = 0; i < dates.size(); ++i) {
-            if (!(end - dates[i].secondsSince1970 < 0)) {
+        for (std::size_t i = 0; i < dates.size() - base; ++i) {
+            if (!(end - dates[base + i].secondsSince1970 < 0)) {
                 if (elements != nullptr) {
                     (*elements)[kept] = std::move((*elements)[i]);
                 }
-                dates[kept] = dates[i];
+                dates[base + kept] = dates[base + i];
                 ++kept;
             }
         }
         if (elements != nullptr) {
             elements->resize(kept);
         }
-        dates.resize(kept);
+        dates.resize(base + kept);
     }
     return clock.consistent();
 }
@@ -836,7 +862,7 @@ void passDays(const EventFields& event, const Rule& rule, std::int64_t lo, std::
         stepped(rule.startDay, rule.step);
         break;
     case Kind::Weekly:
-        for (const std::int64_t firstDay : rule.firstDays) {
+        for (const std::int64_t firstDay : rule.firstDays()) {
             stepped(firstDay, 7 * rule.step);
         }
         break;
@@ -852,7 +878,7 @@ void passDays(const EventFields& event, const Rule& rule, std::int64_t lo, std::
             const std::int64_t month = floorMod(n, 12) + 1;
             const std::int64_t length = daysInMonth(year, month);
             const std::int64_t first = daysFromCivil(year, month, 1);
-            for (const std::int64_t code : rule.codes) {
+            for (const std::int64_t code : rule.codes()) {
                 if (code != kLastDayOfMonthCode && code > length) {
                     continue;
                 }
@@ -1073,165 +1099,210 @@ std::vector<DateComponents> RuleBatch::occurrences(std::size_t index, Date now) 
 
 namespace {
 
-/// The working memory of the plan sort.
-struct SortBuffers {
-    std::vector<std::uint32_t> keys;
-    std::vector<std::size_t> groupedIndex;
-    std::vector<double> groupedSeconds;
-    std::vector<std::uint32_t> groupedKeys;
+/// The buckets of a plan's sort: minutes over the first 200 days after the plan's floor, where
+/// the daily and weekly lists crowd, and days beyond (so that a bucket never spans two
+/// midnights), in groups of 2,048.
+constexpr double kFineWidth = 60.0;
+constexpr double kFineSpan = 200 * 86400.0;
+constexpr double kCoarseWidth = 86400.0;
+constexpr std::uint32_t kFineBuckets = 288'000; // kFineSpan / kFineWidth
+constexpr std::uint32_t kCoarseBuckets = std::uint32_t{1} << 20;
+constexpr double kBucketSpan = kFineSpan + static_cast<double>(kCoarseBuckets) * kCoarseWidth;
+constexpr std::uint32_t kGroupBits = 11;
+constexpr std::uint32_t kGroupSize = std::uint32_t{1} << kGroupBits;
+constexpr std::uint32_t kGroups = ((kFineBuckets + kCoarseBuckets) >> kGroupBits) + 1;
 
-    /// Room for `n` entries; buffers far larger than that are given back.
-    void prepare(std::size_t n) {
-        if (keys.size() > 4 * n + 65'536) {
-            *this = SortBuffers{};
+/// The bucket of a moment `since` seconds after the floor (0 ... kBucketSpan). It rises with
+/// the moment (never falls), which is all the sort needs.
+std::uint32_t bucketOf(double since) {
+    return static_cast<std::uint32_t>(since < kFineSpan
+                                          ? since * (1.0 / kFineWidth)
+                                          : static_cast<double>(kFineBuckets) +
+                                                (since - kFineSpan) * (1.0 / kCoarseWidth));
+}
+
+/// The working memory of a plan, kept by the thread from one plan to the next: the entries as
+/// the lists make them (moment and event) with the count of each group of buckets, and one group
+/// at a time for the sort. Fresh memory of the plan's size costs more to map than the work
+/// itself. Every element is written before it is read.
+struct PlanBuffers {
+    std::vector<Date> dates;
+    std::vector<std::uint32_t> owners;
+    std::vector<std::uint32_t> groupCount;
+    std::vector<PlannedOccurrence> group;
+    std::vector<std::uint16_t> groupBuckets;
+    /// Entries are counted from this moment on (see planFloor).
+    double floor = 0;
+    std::uint32_t highest = 0;
+    /// Set by an entry before the floor, not finite or beyond the buckets.
+    bool outside = false;
+
+    void start(double from) {
+        dates.clear();
+        owners.clear();
+        groupCount.assign(kGroups + 1, 0);
+        floor = from;
+        highest = 0;
+        outside = false;
+    }
+    /// Counts the entries made since the first `made` into their groups, while they are still
+    /// in the cache.
+    void count(std::size_t made) {
+        for (std::size_t i = made; i < dates.size(); ++i) {
+            const double since = dates[i].secondsSince1970 - floor;
+            if (!(since >= 0 && since < kBucketSpan)) {
+                outside = true;
+                continue;
+            }
+            const std::uint32_t key = bucketOf(since);
+            highest = std::max(highest, key);
+            ++groupCount[(key >> kGroupBits) + 1];
         }
-        if (keys.size() < n) {
-            keys.resize(n);
-            groupedIndex.resize(n);
-            groupedSeconds.resize(n);
-            groupedKeys.resize(n);
+    }
+    /// Gives back buffers far larger than the last plan needed.
+    void trim(std::size_t n) {
+        if (dates.capacity() > 4 * n + 65'536) {
+            dates = {};
+            owners = {};
+            group = {};
+            groupBuckets = {};
         }
     }
 };
 
-/// Sorts a plan by moment; entries of equal moments stay in the order they were made. Entries
-/// are made event by event, and entries of one event with equal moments are equal, so ordering
-/// by moment and then by event gives that order. A plan is long (a hundred entries for each
-/// daily or yearly event), so its entries are first counted into buckets and copied there in
-/// order, and only each bucket is then sorted: minutes over the first 200 days, where the daily
-/// and weekly lists crowd, and days beyond (however many years the yearly lists reach, so that a
-/// bucket never spans two midnights). Reminders fall on whole minutes and day lists on
-/// midnights, so most buckets hold one moment, already in the order of the events, and are
-/// left as they are.
-void sortPlan(std::vector<PlannedOccurrence>& plan) {
+/// The plan's buffers count events in 32 bits (a store holds far fewer).
+void checkPlanSize(std::size_t events) {
+    if (events > std::numeric_limits<std::uint32_t>::max()) {
+        fatalStop(kOverflowMessage);
+    }
+}
+
+/// The plan of the counted entries (entry i: event owners[i] at dates[i]) sorted by moment;
+/// entries of equal moments stay in the order they were made. Entries are made event by event,
+/// and entries of one event with equal moments are equal, so ordering by moment and then by
+/// event gives that order. A plan is long (a hundred entries for each daily or yearly event), so
+/// its entries are placed by two passes of a stable counting sort, first by group straight into
+/// the plan and then, one group at a time through a small buffer, by bucket; only buckets found
+/// out of order are then sorted. Reminders fall on whole minutes and day lists on midnights, so
+/// most buckets hold one moment, already in the order of the events. A plan with entries before
+/// the floor, not finite or thousands of years on is sorted as a whole instead.
+std::vector<PlannedOccurrence> sortedPlan(PlanBuffers& buffers) {
+    const std::vector<Date>& dates = buffers.dates;
+    const std::vector<std::uint32_t>& owners = buffers.owners;
+    const std::size_t n = dates.size();
+    std::vector<PlannedOccurrence> plan(n);
     const auto before = [](const PlannedOccurrence& a, const PlannedOccurrence& b) {
         if (a.date.secondsSince1970 != b.date.secondsSince1970) {
             return a.date.secondsSince1970 < b.date.secondsSince1970;
         }
         return a.eventIndex < b.eventIndex;
     };
-    const std::size_t n = plan.size();
-    if (n < 256) {
+    if (n < 256 || buffers.outside) {
+        for (std::size_t i = 0; i < n; ++i) {
+            plan[i] = PlannedOccurrence{owners[i], dates[i]};
+        }
         std::sort(plan.begin(), plan.end(), before);
-        return;
+        return plan;
     }
-    double low = plan[0].date.secondsSince1970;
-    double high = low;
-    // x - x is 0 for every finite x and NaN for infinities and NaN.
-    double nonFinite = 0;
-    for (std::size_t i = 1; i < n; ++i) {
-        const double seconds = plan[i].date.secondsSince1970;
-        nonFinite += seconds - seconds;
-        low = std::min(low, seconds);
-        high = std::max(high, seconds);
-    }
-    const bool finite = nonFinite == 0 && low - low == 0;
-    if (!finite || high - low > 1.0e11) {
-        std::sort(plan.begin(), plan.end(), before);
-        return;
-    }
-    constexpr double kFineWidth = 60.0;
-    constexpr double kFineSpan = 200 * 86400.0;
-    const double fineBuckets = kFineSpan / kFineWidth;
-    double coarseWidth = 86400.0;
-    while ((high - low) / coarseWidth >= 1.0e7) {
-        coarseWidth *= 2;
-    }
-    const double fineScale = 1.0 / kFineWidth;
-    const double coarseScale = 1.0 / coarseWidth;
-    // Rises with the moment (never falls), which is all the buckets need.
-    const auto bucketOf = [&](const PlannedOccurrence& entry) {
-        const double since = entry.date.secondsSince1970 - low;
-        return static_cast<std::size_t>(since < kFineSpan
-                                            ? since * fineScale
-                                            : fineBuckets + (since - kFineSpan) * coarseScale);
-    };
-    // Two passes of a stable counting sort by bucket, first by groups of 256 buckets and then
-    // within each group, so that each pass writes to few places at a time and stays in the
-    // cache; each bucket is then sorted if it isn't in order already.
-    const std::size_t buckets = bucketOf(PlannedOccurrence{0, Date{high}}) + 1;
-    constexpr std::size_t kGroupBits = 8;
-    constexpr std::size_t kGroupSize = std::size_t{1} << kGroupBits;
-    const std::size_t groups = (buckets >> kGroupBits) + 1;
-    // The buffers are kept by the thread from one plan to the next: a plan of 10,000 events
-    // needs some 17 MB of them, and fresh memory of that size costs more to map than the sort
-    // itself. Every element is written before it is read.
-    thread_local SortBuffers buffers;
-    buffers.prepare(n);
-    std::uint32_t* const keys = buffers.keys.data();
-    std::vector<std::uint32_t> next(groups + 1, 0);
-    for (std::size_t i = 0; i < n; ++i) {
-        keys[i] = static_cast<std::uint32_t>(bucketOf(plan[i]));
-        ++next[(keys[i] >> kGroupBits) + 1];
-    }
+    const double floor = buffers.floor;
+    std::vector<std::uint32_t>& next = buffers.groupCount;
+    const std::size_t groups = (buffers.highest >> kGroupBits) + 1;
+    std::size_t largest = 0;
     for (std::size_t g = 1; g <= groups; ++g) {
+        largest = std::max<std::size_t>(largest, next[g]);
         next[g] += next[g - 1];
     }
-    std::size_t* const groupedIndex = buffers.groupedIndex.data();
-    double* const groupedSeconds = buffers.groupedSeconds.data();
-    std::uint32_t* const groupedKeys = buffers.groupedKeys.data();
     for (std::size_t i = 0; i < n; ++i) {
-        const std::uint32_t place = next[keys[i] >> kGroupBits]++;
-        groupedIndex[place] = plan[i].eventIndex;
-        groupedSeconds[place] = plan[i].date.secondsSince1970;
-        groupedKeys[place] = keys[i];
+        const double seconds = dates[i].secondsSince1970;
+        plan[next[bucketOf(seconds - floor) >> kGroupBits]++] =
+            PlannedOccurrence{owners[i], Date{seconds}};
     }
-    std::uint32_t inBucket[kGroupSize + 1];
+    // Within a bucket the entries arrive in the order they were made, so the bucket is in
+    // order exactly when its moments never fall.
+    if (buffers.group.size() < largest) {
+        buffers.group.resize(largest);
+        buffers.groupBuckets.resize(largest);
+    }
+    PlannedOccurrence* const group = buffers.group.data();
+    std::uint16_t* const buckets = buffers.groupBuckets.data();
+    std::vector<std::uint32_t> inBucket(kGroupSize + 1);
+    std::vector<double> lastSeconds(kGroupSize);
+    std::vector<std::uint8_t> falls(kGroupSize);
     std::size_t groupStart = 0;
     for (std::size_t g = 0; g < groups; ++g) {
         const std::size_t groupEnd = next[g];
-        std::fill(std::begin(inBucket), std::end(inBucket), 0);
-        for (std::size_t i = groupStart; i < groupEnd; ++i) {
-            ++inBucket[(groupedKeys[i] & (kGroupSize - 1)) + 1];
+        const std::size_t size = groupEnd - groupStart;
+        if (size == 0) {
+            continue;
+        }
+        std::fill(inBucket.begin(), inBucket.end(), 0);
+        std::fill(lastSeconds.begin(), lastSeconds.end(), -HUGE_VAL);
+        std::fill(falls.begin(), falls.end(), 0);
+        for (std::size_t i = 0; i < size; ++i) {
+            group[i] = plan[groupStart + i];
+            buckets[i] = static_cast<std::uint16_t>(
+                bucketOf(group[i].date.secondsSince1970 - floor) & (kGroupSize - 1));
+            ++inBucket[buckets[i] + 1];
         }
         inBucket[0] = static_cast<std::uint32_t>(groupStart);
         for (std::size_t b = 1; b <= kGroupSize; ++b) {
             inBucket[b] += inBucket[b - 1];
         }
-        for (std::size_t i = groupStart; i < groupEnd; ++i) {
-            plan[inBucket[groupedKeys[i] & (kGroupSize - 1)]++] =
-                PlannedOccurrence{groupedIndex[i], Date{groupedSeconds[i]}};
+        for (std::size_t i = 0; i < size; ++i) {
+            const double seconds = group[i].date.secondsSince1970;
+            const std::uint32_t b = buckets[i];
+            falls[b] |= seconds < lastSeconds[b] ? 1 : 0;
+            lastSeconds[b] = seconds;
+            plan[inBucket[b]++] = group[i];
         }
-        std::size_t from = groupStart;
-        for (std::size_t b = 0; b < kGroupSize && from < groupEnd; ++b) {
-            const auto first = plan.begin() + static_cast<std::ptrdiff_t>(from);
-            const auto last = plan.begin() + static_cast<std::ptrdiff_t>(inBucket[b]);
-            if (inBucket[b] - from > 1 && !std::is_sorted(first, last, before)) {
-                std::sort(first, last, before);
+        std::size_t bucketStart = groupStart;
+        for (std::size_t b = 0; b < kGroupSize && bucketStart < groupEnd; ++b) {
+            if (falls[b] != 0) {
+                std::sort(plan.begin() + static_cast<std::ptrdiff_t>(bucketStart),
+                          plan.begin() + static_cast<std::ptrdiff_t>(inBucket[b]), before);
             }
-            from = inBucket[b];
+            bucketStart = inBucket[b];
         }
         groupStart = groupEnd;
     }
+    return plan;
+}
+
+/// The plan's earliest moment can't lie before this: every list keeps only elements less than
+/// a day past (a plan with any that do is sorted as a whole).
+double planFloor(Date now) {
+    return now.secondsSince1970 + kOverInterval - 60;
 }
 
 } // namespace
 
 std::vector<PlannedOccurrence> RuleBatch::planOccurrences(Date now) const {
-    std::vector<PlannedOccurrence> plan;
-    plan.reserve(events_.size() * 72);
     State& state = *state_;
     const Today today = state.today(now, calendar_);
-    std::vector<Date> dates;
+    checkPlanSize(events_.size());
+    thread_local PlanBuffers buffers;
+    buffers.start(planFloor(now));
+    std::vector<Date>& dates = buffers.dates;
+    std::vector<std::uint32_t>& owners = buffers.owners;
     for (std::size_t index = 0; index < events_.size(); ++index) {
         const EventFields& event = *events_[index];
         if (!event.eventNotiOrNot) {
             continue;
         }
         const Rule& rule = compiled(state.rules, index, [&] { return state.compile(event); });
-        dates.clear();
+        const std::size_t made = dates.size();
         if (!(today.fast && rule.kind != Kind::Walk &&
               state.list(event, rule, today, nullptr, dates))) {
-            dates.clear();
+            dates.resize(made);
             for (const DateComponents& element : occurrenceList(event, now, calendar_)) {
                 dates.push_back(unwrap(calendar_.date(element)));
             }
         }
-        for (const Date date : dates) {
-            plan.push_back(PlannedOccurrence{index, date});
-        }
+        owners.resize(dates.size(), static_cast<std::uint32_t>(index));
+        buffers.count(made);
     }
-    sortPlan(plan);
+    std::vector<PlannedOccurrence> plan = sortedPlan(buffers);
+    buffers.trim(plan.size());
     return plan;
 }
 
@@ -1263,18 +1334,21 @@ const RuleBatch& KeptRuleBatch::over(std::shared_ptr<const std::vector<eventInfo
 
 std::vector<PlannedOccurrence> planOccurrencesByWalk(const std::vector<const EventFields*>& events,
                                                      Date now, const Calendar& calendar) {
-    std::vector<PlannedOccurrence> plan;
+    checkPlanSize(events.size());
+    PlanBuffers buffers;
+    buffers.start(planFloor(now));
     for (std::size_t index = 0; index < events.size(); ++index) {
         const EventFields& event = *events[index];
         if (!event.eventNotiOrNot) {
             continue;
         }
         for (const DateComponents& element : occurrenceList(event, now, calendar)) {
-            plan.push_back(PlannedOccurrence{index, unwrap(calendar.date(element))});
+            buffers.dates.push_back(unwrap(calendar.date(element)));
+            buffers.owners.push_back(static_cast<std::uint32_t>(index));
         }
     }
-    sortPlan(plan);
-    return plan;
+    buffers.count(0);
+    return sortedPlan(buffers);
 }
 
 } // namespace tidemark

@@ -6,6 +6,7 @@
 #include "notifications/NotificationCenter.h"
 
 #include <algorithm>
+#include <cmath>
 #include <cstdio>
 #include <iostream>
 #include <optional>
@@ -121,6 +122,85 @@ double leadTimeOffset(std::int64_t eventNotiType, std::int64_t hour, std::int64_
     return static_cast<double>(seconds);
 }
 
+namespace {
+
+/// One entry of the plan by interval: its interval and its place in the occurrence work.
+struct Place {
+    double timeInterval = 0;
+    std::size_t position = 0;
+};
+
+bool placedBefore(const Place& a, const Place& b) {
+    if (a.timeInterval < b.timeInterval || b.timeInterval < a.timeInterval) {
+        return a.timeInterval < b.timeInterval;
+    }
+    return a.position < b.position;
+}
+
+/// The first `taken` places by interval, found without placing every entry: the occurrences
+/// come in order of their moments, so once the least lead of all events can't bring an entry
+/// before the last of the places kept, none after it can either. Nothing when that order can't
+/// be relied on (a moment that is not finite) or a lead's arithmetic would stop the program; the
+/// caller then places every entry.
+std::optional<std::vector<Place>> leadingPlaces(const std::vector<eventInfo>& events,
+                                                const std::vector<PlannedOccurrence>& occurrences,
+                                                Date now, std::size_t taken) {
+    if (taken == 0 || !(now.secondsSince1970 - now.secondsSince1970 == 0)) {
+        return std::nullopt;
+    }
+    double previous = -HUGE_VAL;
+    for (const PlannedOccurrence& occurrence : occurrences) {
+        const double seconds = occurrence.date.secondsSince1970;
+        if (!(seconds - seconds == 0 && previous <= seconds)) {
+            return std::nullopt;
+        }
+        previous = seconds;
+    }
+    std::vector<double> leads(events.size(), 0);
+    double least = HUGE_VAL;
+    for (std::size_t i = 0; i < events.size(); ++i) {
+        const eventInfo& event = events[i];
+        if (!event.eventNotiOrNot) {
+            continue;
+        }
+        std::int64_t hours = 0;
+        std::int64_t minutes = 0;
+        std::int64_t sum = 0;
+        if (__builtin_mul_overflow(event.eventNotiDateDayHour, std::int64_t{3600}, &hours) ||
+            __builtin_mul_overflow(event.eventNotiDateDayMin, std::int64_t{60}, &minutes) ||
+            __builtin_add_overflow(hours, minutes, &sum) ||
+            __builtin_add_overflow(sum, std::int64_t{-2419200}, &sum)) {
+            return std::nullopt;
+        }
+        leads[i] = leadTimeOffset(event.eventNotiType, event.eventNotiDateDayHour,
+                                  event.eventNotiDateDayMin);
+        least = std::min(least, leads[i]);
+    }
+    // The places kept so far, the last by interval on top.
+    std::vector<Place> kept;
+    kept.reserve(taken + 1);
+    for (std::size_t position = 0; position < occurrences.size(); ++position) {
+        const PlannedOccurrence& occurrence = occurrences[position];
+        const double since = occurrence.date.timeIntervalSince(now);
+        if (kept.size() == taken && kept.front().timeInterval < since + least) {
+            break;
+        }
+        const Place place{since + leads[occurrence.eventIndex], position};
+        if (kept.size() < taken) {
+            kept.push_back(place);
+            std::push_heap(kept.begin(), kept.end(), placedBefore);
+        } else if (placedBefore(place, kept.front())) {
+            std::pop_heap(kept.begin(), kept.end(), placedBefore);
+            kept.back() = place;
+            std::push_heap(kept.begin(), kept.end(), placedBefore);
+        }
+    }
+    std::sort(kept.begin(), kept.end(), placedBefore);
+    return kept;
+}
+
+} // namespace
+
 std::vector<notiFunc::eventNotiInfoDataForAppOnly>
 plannedReminders(const std::vector<eventInfo>& events, Date now, const Calendar& calendar,
                  std::size_t limit) {
@@ -129,34 +209,31 @@ plannedReminders(const std::vector<eventInfo>& events, Date now, const Calendar&
     // the occurrence work (what a stable sort keeps), and only the entries asked for are made.
     const std::vector<PlannedOccurrence> occurrences =
         RuleBatch(events, calendar).planOccurrences(now);
-    struct Place {
-        double timeInterval = 0;
-        std::size_t position = 0;
-    };
-    std::vector<Place> order;
-    order.reserve(occurrences.size());
-    for (const PlannedOccurrence& occurrence : occurrences) {
-        const eventInfo& event = events[occurrence.eventIndex];
-        order.push_back({occurrence.date.timeIntervalSince(now) +
-                             leadTimeOffset(event.eventNotiType, event.eventNotiDateDayHour,
-                                            event.eventNotiDateDayMin),
-                         order.size()});
+    const std::size_t taken = std::min(limit, occurrences.size());
+    std::optional<std::vector<Place>> order;
+    if (taken < occurrences.size()) {
+        order = leadingPlaces(events, occurrences, now, taken);
     }
-    const auto before = [](const Place& a, const Place& b) {
-        if (a.timeInterval < b.timeInterval || b.timeInterval < a.timeInterval) {
-            return a.timeInterval < b.timeInterval;
+    if (!order) {
+        order.emplace();
+        order->reserve(occurrences.size());
+        for (const PlannedOccurrence& occurrence : occurrences) {
+            const eventInfo& event = events[occurrence.eventIndex];
+            order->push_back({occurrence.date.timeIntervalSince(now) +
+                                  leadTimeOffset(event.eventNotiType, event.eventNotiDateDayHour,
+                                                 event.eventNotiDateDayMin),
+                              order->size()});
         }
-        return a.position < b.position;
-    };
-    const std::size_t taken = std::min(limit, order.size());
-    std::partial_sort(order.begin(), order.begin() + static_cast<std::ptrdiff_t>(taken),
-                      order.end(), before);
+        std::partial_sort(order->begin(), order->begin() + static_cast<std::ptrdiff_t>(taken),
+                          order->end(), placedBefore);
+    }
     std::vector<notiFunc::eventNotiInfoDataForAppOnly> plan;
     plan.reserve(taken);
     for (std::size_t i = 0; i < taken; ++i) {
-        const eventInfo& event = events[occurrences[order[i].position].eventIndex];
-        plan.push_back({event.eventTitle, event.eventContent, order[i].timeInterval,
-                        event.eventNotiId, event.eventId});
+        const Place& place = (*order)[i];
+        const eventInfo& event = events[occurrences[place.position].eventIndex];
+        plan.push_back({event.eventTitle, event.eventContent, place.timeInterval, event.eventNotiId,
+                        event.eventId});
     }
     return plan;
 }
